@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: Apache-2.0
+include_guard(GLOBAL)
+include(GenerateExportHeader)
+
+# imageutils_add_companion(NAME HEADERS … SOURCES … [LINK …])
+#
+# A small shared library of its own with headers <NAME/…>: file `libimageutils-NAME.so.1`, headers installed under
+# `include/imageutils-companions/NAME/`, so that neither collides with anything in a system prefix. An application may
+# put a library of its own with the same interface in its place at link time.
+function(imageutils_add_companion name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;SOURCES;LINK")
+    add_library(${name} SHARED ${arg_HEADERS} ${arg_SOURCES})
+    add_library(imageutils::${name} ALIAS ${name})
+    string(TOUPPER ${name} upper)
+    generate_export_header(${name} BASE_NAME ${name}
+        EXPORT_FILE_NAME "${PROJECT_BINARY_DIR}/include/${name}/${name}_export.h")
+    set_target_properties(${name} PROPERTIES
+        OUTPUT_NAME imageutils-${name}
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_include_directories(${name} PUBLIC
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/companions>"
+        "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/imageutils-companions>")
+    target_compile_features(${name} PUBLIC cxx_std_20)
+    target_link_libraries(${name} PUBLIC Qt6::Core PRIVATE ${arg_LINK} $<BUILD_INTERFACE:imageutils_options>)
+    install(TARGETS ${name} EXPORT imageutils-targets
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(FILES ${arg_HEADERS} "${PROJECT_BINARY_DIR}/include/${name}/${name}_export.h"
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/imageutils-companions/${name})
+endfunction()

@@ -1,0 +1,40 @@
+# SPDX-License-Identifier: Apache-2.0
+# How every target of the project is compiled: `imageutils_options` carries the flags, the variables below the rest.
+include_guard(GLOBAL)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+add_library(imageutils_options INTERFACE)
+target_compile_definitions(imageutils_options INTERFACE QT_NO_KEYWORDS QT_NO_MESSAGELOGCONTEXT)
+# Equal bits on every path and processor need every product rounded: no fused multiply-add behind our back.
+target_compile_options(imageutils_options INTERFACE -ffp-contract=off -Wall -Wextra -Wpedantic)
+if(IMAGEUTILS_WARNINGS_AS_ERRORS)
+    target_compile_options(imageutils_options INTERFACE -Werror)
+endif()
+if(IMAGEUTILS_SANITIZERS)
+    target_compile_options(imageutils_options INTERFACE
+        "-fsanitize=${IMAGEUTILS_SANITIZERS}" -fno-omit-frame-pointer)
+    target_link_options(imageutils_options INTERFACE "-fsanitize=${IMAGEUTILS_SANITIZERS}")
+    if(IMAGEUTILS_SANITIZERS MATCHES undefined)
+        # Not part of `undefined`, yet what int(NaN) and int(1e30) need to be caught.
+        target_compile_options(imageutils_options INTERFACE
+            -fsanitize=float-cast-overflow -fno-sanitize-recover=undefined,float-cast-overflow)
+    endif()
+endif()

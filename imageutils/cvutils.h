@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <imageutils/imageutils_export.h>
+
+#include <QtCore/QRect>
+#include <QtCore/QString>
+#include <QtCore/QVariant>
+#include <QtGui/QImage>
+
+#include <opencv2/core.hpp>
+
+#include <string>
+#include <vector>
+
+/// Operations on matrices.
+///
+/// Colour matrices hold R, G, B (and A) in that order, the byte layout of
+/// `QImage::Format_RGBA32FPx4`, not OpenCV's customary B, G, R. Messages print element types as
+/// OpenCV's type codes, depth + (channels - 1) x 8.
+///
+/// All functions are free of state and may run on any thread. Views (parts of a larger matrix) are
+/// walked by their own row stride. A function with nothing to change returns its input as a header
+/// copy that shares the pixels; every other result is a new buffer. No function throws by itself; a
+/// `cv::Exception` of OpenCV reaches the caller unchanged.
+namespace CvUtils {
+
+/// The image over the pixels of `mat`, without copying them: `format` must be the format whose
+/// pixel layout is the element layout of `mat`. The image keeps the pixels alive, and later writes
+/// to the matrix show in it; `bits()` on the only image over a matrix writes into the matrix.
+///
+/// A null image for an empty matrix. A null image and a warning for an invalid format, for a format
+/// whose pixels take more bits than an element of `mat`, and for a matrix of more than two
+/// dimensions.
+IMAGEUTILS_EXPORT QImage matToQImage(const cv::Mat& mat, QImage::Format format);
+
+/// `mat` with its element depth changed to the OpenCV depth code `depth`, its channel count kept,
+/// and its values scaled so that the full range of one depth maps onto the other's: 255 for
+/// `CV_8U`, 65535 for `CV_16U`, 32767 for `CV_8S` and `CV_16S`, 1 for the float depths. Integers
+/// are rounded to nearest (ties to even) and saturate, but a float whose scaled value lies beyond
+/// the 32-bit integers becomes 0 at 8 bits: OpenCV converts through `int` (for 8 bits the limit is
+/// an input of 8.4e6).
+///
+/// The matrix itself, shared, when it has that depth already. For `CV_32S` and for codes outside 0
+/// to 7 a warning is written and the full range counts as 1; the low three bits of `depth` then
+/// choose the depth of the result.
+IMAGEUTILS_EXPORT cv::Mat convert(const cv::Mat& mat, int depth);
+
+/// The bytes that the rows of `mat` span: rows x row stride, so a view counts its rows at its
+/// parent's stride. 0 for an empty matrix.
+IMAGEUTILS_EXPORT unsigned long long memoryUsage(const cv::Mat& mat);
+
+/// Splits `mat`, of 2 or 4 channels and any depth, into `chroma` (all channels but the last) and
+/// `alpha` (the last one), both new buffers; either output may be the variable that holds `mat`.
+///
+/// For another channel count a critical line is written and both outputs are matrices of undefined
+/// content: `chroma` of one channel fewer (empty for one channel), `alpha` of one channel.
+IMAGEUTILS_EXPORT void splitChromaAlpha(const cv::Mat& mat, cv::Mat& chroma, cv::Mat& alpha);
+
+/// `chroma` (1 or 3 channels) with `alpha` (one channel, same size and depth) as its last channel.
+///
+/// The chroma itself, shared, when `alpha` is empty, and, with a critical line, for another channel
+/// count. A size or depth that differs makes OpenCV throw.
+IMAGEUTILS_EXPORT cv::Mat mergeChromaAlpha(const cv::Mat& chroma, const cv::Mat& alpha);
+
+/// Splits an image whose pixels are four 32-bit floats R, G, B, A (`QImage::Format_RGBA32FPx4`)
+/// into `chroma`
+/// (`CV_32FC3`) and `alpha` (`CV_32FC1`), which stay valid without the image. The pixels are
+/// reached through `QImage::bits()`, so an image that shares its data detaches first.
+///
+/// `false` with a critical line, the outputs untouched, for a null image and for a format of fewer
+/// than 128 bits per pixel.
+IMAGEUTILS_EXPORT bool qimageToMat(QImage& image, cv::Mat& chroma, cv::Mat& alpha);
+
+/// The `QImage::Format_RGBA32FPx4` image of a `CV_32FC3` chroma and a `CV_32FC1` alpha; an empty
+/// alpha means opaque (1.0). An alpha of another size is resized in place, bilinearly, so the
+/// caller's matrix keeps the new size. The time taken is logged.
+///
+/// A null image and a critical line, nothing touched, for other element types.
+IMAGEUTILS_EXPORT QImage matToQImage(const cv::Mat& chroma, cv::Mat& alpha);
+
+/// The `CV_32FC3` image `mat` resampled by `scaleX` horizontally and `scaleY` vertically (below
+/// 0.000001: by `scaleX` too) with the separable cubic filter of Mitchell and Netravali,
+/// "Reconstruction Filters in Computer Graphics", 1988, with the parameters B = `filterB` and C =
+/// `filterC`; a reduction stretches the filter by 1/scale. The result has ceil(cols x scaleX)
+/// columns and ceil(rows x scaleY) rows. Output sample 0 lies on input sample 0, and edge samples
+/// are repeated outwards. Values are not clamped. A positive `maxHeight` or `maxWidth` cuts the
+/// result off at the bottom or right: the scale stays.
+///
+/// The bits are the same for any number of threads. An empty matrix and a warning for an empty
+/// matrix or another type, a factor that is not finite or not above 0 or needs a filter radius
+/// above 2^20, a filter parameter that is not finite, and sizes beyond int or beyond the address
+/// space.
+IMAGEUTILS_EXPORT cv::Mat resize(const cv::Mat& mat, double scaleX, double scaleY, int maxHeight,
+                                 int maxWidth, float filterB, float filterC);
+
+/// The `CV_32FC3` image `mat` enlarged by `scale` in equal steps by `resize` with B = C = 0.33333:
+/// one step up to `maxStepScale`, else the whole number of steps nearest to ln(scale) /
+/// ln(maxStepScale), so that a step may exceed the limit somewhat. The caps work on the last step,
+/// as in `resize`.
+///
+/// The input itself, shared, with a warning, when `scale` exceeds a `maxStepScale` of 1 or below,
+/// or would need more than 1000 steps. An empty matrix and a warning for what `resize` refuses.
+IMAGEUTILS_EXPORT cv::Mat upsample(const cv::Mat& mat, float scale, int maxHeight, int maxWidth,
+                                   float maxStepScale);
+
+/// Whether the channels of every pixel of `mat` (`CV_8U`, `CV_16U` or `CV_32F`) are equal, without
+/// any tolerance: a NaN equals nothing, -0.0 equals 0.0. One channel is monochrome.
+///
+/// `false` and a critical line for another depth.
+IMAGEUTILS_EXPORT bool isMonochrome(const cv::Mat& mat);
+
+/// Replaces every pixel of the `CV_16UC3` matrix `mat` by the integer mean of its channels, in
+/// place.
+///
+/// Nothing but a critical line for another type.
+IMAGEUTILS_EXPORT void toMonochrome(cv::Mat& mat);
+
+/// Whether the fine detail of the R, G, B (A ignored) image `mat` of depth `CV_8U`, `CV_16U` or
+/// `CV_32F` lies in its luminance: whether the mean absolute Laplacian of Y exceeds four times that
+/// of U and V together. At 8 bits only the positive half of the Laplacian counts. `false` for a
+/// uniform image.
+///
+/// OpenCV throws for inputs that it cannot convert to YUV.
+IMAGEUTILS_EXPORT bool isLumaNoise(const cv::Mat& mat);
+
+/// Writes `mat` as a Windows bitmap: resized by `scale` (bilinear), converted to 8 bits as value x
+/// `alpha` + `beta` (rounded, saturated), its colours converted by the OpenCV code
+/// `colorConversion` (`COLOR_RGB2BGR` for this library's channel order). The suffix of `path` must
+/// be exactly "bmp".
+///
+/// Another suffix is refused with a critical line. A failed write is not reported, and a full disk
+/// leaves a cut file: whoever must know writes to a temporary name and compares the length. OpenCV
+/// throws for a `scale` of 0 or below and for a code that does not fit.
+IMAGEUTILS_EXPORT void imwrite(const QString& path, const cv::Mat& mat, int colorConversion,
+                               float alpha, float beta, float scale);
+
+} // namespace CvUtils

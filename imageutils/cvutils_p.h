@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <imageutils/kernels/cubic.h>
+#include <imageutils/kernels/monochrome.h>
+
+#include <opencv2/core.hpp>
+
+#include <atomic>
+#include <vector>
+
+namespace CvUtils {
+
+/// The value that stands for full intensity at the OpenCV depth code `depth`; 1 and a warning for
+/// `CV_32S` and for codes outside 0 to 7.
+float depthMaxValue(int depth);
+
+/// Deletes the `cv::Mat` that `info` points to; the cleanup function of a wrapped `QImage`.
+void deleteMat(void* info);
+
+} // namespace CvUtils
+
+/// Clears its flag when a pixel of the given rows has channels that differ. The flag is read once
+/// per row: rows that a worker meets with the flag down are stepped over.
+template<typename T>
+class ParallelMonochromeCheck : public cv::ParallelLoopBody
+{
+public:
+    explicit ParallelMonochromeCheck(const cv::Mat& mat) : m_mat(mat) {}
+
+    void operator()(const cv::Range& rows) const override
+    {
+        for (int y = rows.start; y < rows.end; ++y) {
+            if (m_monochrome && !Kernels::isRowMonochrome(m_mat.ptr<T>(y), std::size_t(m_mat.cols),
+                                                          m_mat.channels()))
+                m_monochrome = false;
+        }
+    }
+
+    bool isMonochrome() const { return m_monochrome; }
+
+private:
+    const cv::Mat& m_mat;
+    mutable std::atomic<bool> m_monochrome = true;
+};
+
+/// Replaces the pixels of the given rows of a `CV_16UC3` matrix by their grey value.
+class ParallelMonochromeConversion : public cv::ParallelLoopBody
+{
+public:
+    explicit ParallelMonochromeConversion(cv::Mat& mat) : m_mat(mat) {}
+    void operator()(const cv::Range& rows) const override;
+
+private:
+    cv::Mat& m_mat;
+};
+
+/// The horizontal resampling pass over the given rows of a `CV_32FC3` matrix.
+class ParallelInterpRow32FC3 : public cv::ParallelLoopBody
+{
+public:
+    ParallelInterpRow32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
+                           const std::vector<float>& weights)
+        : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
+          m_weights(weights)
+    {}
+    void operator()(const cv::Range& rows) const override;
+
+private:
+    const cv::Mat& m_source;
+    cv::Mat& m_destination;
+    float m_scale;
+    int m_radius;
+    const std::vector<float>& m_weights;
+};
+
+/// The vertical resampling pass over the given columns of a `CV_32FC3` matrix. It takes several
+/// columns at a time, so that memory is walked along its rows; one column alone gives the same
+/// bits.
+class ParallelInterpCols32FC3 : public cv::ParallelLoopBody
+{
+public:
+    ParallelInterpCols32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
+                            const std::vector<float>& weights)
+        : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
+          m_weights(weights)
+    {}
+    void operator()(const cv::Range& columns) const override;
+
+private:
+    const cv::Mat& m_source;
+    cv::Mat& m_destination;
+    float m_scale;
+    int m_radius;
+    const std::vector<float>& m_weights;
+};

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <imageutils/imageutils.h>
+
+#include <imageutils/imageheader.h>
+
+#include <baseutils/baseutils.h>
+
+#include <QtCore/QDebug>
+#include <QtCore/QFileInfo>
+#include <QtCore/QMutexLocker>
+
+#include <memory>
+
+namespace {
+
+/// Orientations 5 to 8 of the Exif standard show the picture after a quarter turn.
+bool isQuarterTurn(int orientation) { return orientation >= 5 && orientation <= 8; }
+
+} // namespace
+
+const float NImageUtils::HighConfidenceThreshold = 0.97f;
+const float NImageUtils::LowConfidenceThreshold = 0.3f;
+
+NImageUtils::NImageUtils(QObject* parent) : QObject(parent) {}
+
+NImageUtils::~NImageUtils() = default;
+
+QString NImageUtils::urlToString(const QUrl& url) { return BaseUtils::urlToString(url); }
+
+QUrl NImageUtils::stringToUrl(const QString& string) { return BaseUtils::stringToUrl(string); }
+
+QString NImageUtils::getFilename(const QString& filePath)
+{
+    return BaseUtils::getFilename(filePath);
+}
+
+QString NImageUtils::getBaseName(const QString& filePath)
+{
+    return BaseUtils::getBaseName(filePath);
+}
+
+QString NImageUtils::getPath(const QString& filePath) { return BaseUtils::getPath(filePath); }
+
+QString NImageUtils::getExtension(const QString& filePath)
+{
+    return BaseUtils::getExtension(filePath);
+}
+
+bool NImageUtils::isSupportedFile(const QString& filePath)
+{
+    return BaseUtils::isSupportedFile(filePath);
+}
+
+bool NImageUtils::isRawFile(const QString& filePath) { return BaseUtils::isRawFile(filePath); }
+
+bool NImageUtils::isRawExt(const QString& extension) { return BaseUtils::isRawExt(extension); }
+
+bool NImageUtils::arePathsEqual(const QString& filePath, const QString& otherFilePath)
+{
+    return filePath == otherFilePath || QFileInfo(filePath) == QFileInfo(otherFilePath);
+}
+
+QString NImageUtils::adjustPathWhenOverwriting(const QString& outputPath)
+{
+    if (!QFileInfo::exists(outputPath))
+        return outputPath;
+    const qsizetype dot = outputPath.lastIndexOf(u'.');
+    const QString stem = dot < 0 ? outputPath : outputPath.left(dot);
+    const QString extension = dot < 0 ? QString() : outputPath.mid(dot);
+    for (quint64 counter = 2;; ++counter) {
+        const QString candidate = stem + u'-' + QString::number(counter) + extension;
+        if (!QFileInfo::exists(candidate))
+            return candidate;
+    }
+}
+
+QStringList NImageUtils::supportedFileFormats() { return BaseUtils::supportedFileFormats(); }
+
+QStringList NImageUtils::nonRawFileFormats() { return BaseUtils::nonRawFileFormats(); }
+
+QStringList NImageUtils::rawFileFormats() { return BaseUtils::rawFileFormats(); }
+
+QString NImageUtils::getExportExtension(const QString& originalExtension,
+                                        const QString& outputExtension, bool rawExposureOrColorUsed)
+{
+    if (originalExtension.isEmpty())
+        return {};
+    const QString wanted = outputExtension.toLower();
+    const bool raw = rawFileFormats().contains(originalExtension.toLower());
+    if (wanted == QLatin1String("preserve")) {
+        if (!raw)
+            return originalExtension;
+        return rawExposureOrColorUsed ? QStringLiteral("tiff") : QStringLiteral("dng");
+    }
+    // A DNG is written only from a raw source whose exposure and colour were left alone.
+    if (wanted == QLatin1String("dng") && (!raw || rawExposureOrColorUsed))
+        return QStringLiteral("tiff");
+    return outputExtension;
+}
+
+QSize NImageUtils::imageSize(const QString& path)
+{
+    const QFileInfo file(path);
+    const QDateTime fileTime = file.fileTime(QFileDevice::FileMetadataChangeTime);
+    if (imageCacheContains(path)) {
+        const QMutexLocker lock(&s_imageSizeMutex);
+        const NSizeInfo* cached = s_imageSizeCache.object(path); // null when evicted since
+        if (cached && cached->fileTime >= fileTime)
+            return cached->size;
+    }
+
+    std::string error;
+    std::optional<ImageHeader> header;
+    if (file.exists() && !file.isFile()) // reading a pipe or a device might never end
+        error = "not a regular file";
+    else if (path.contains(QChar(u'\0'))) // the system would open the name before it
+        error = "path holds a null character";
+    else
+        header = readImageHeader(path.toStdString(), error);
+    if (!header) {
+        qWarning() << "Could not get image size:" << error.c_str();
+        return {};
+    }
+
+    QSize size(header->width, header->height);
+    if (isQuarterTurn(header->orientation))
+        size.transpose();
+    imageCacheInsert(path, new NSizeInfo{size, fileTime});
+    return size;
+}
+
+bool NImageUtils::imageCacheContains(const QString& path)
+{
+    const QMutexLocker lock(&s_imageSizeMutex);
+    return s_imageSizeCache.contains(path);
+}
+
+void NImageUtils::imageCacheInsert(const QString& path, NSizeInfo* info)
+{
+    const QMutexLocker lock(&s_imageSizeMutex);
+    s_imageSizeCache.insert(path, info, 1);
+}
+
+bool NImageUtils::isValidVariant(const QVariant& variant) { return variant.isValid(); }
+
+bool NImageUtils::isEmpty(const QRectF& rect)
+{
+    Q_UNUSED(rect)
+    qWarning() << "isEmpty is not available yet";
+    return false;
+}
+
+bool NImageUtils::shouldGenerateThumbnail(const QString& filepath, const QString& thumbnailPath,
+                                          const NExifToolMetadata& imageData)
+{
+    Q_UNUSED(filepath)
+    Q_UNUSED(thumbnailPath)
+    Q_UNUSED(imageData)
+    qWarning() << "shouldGenerateThumbnail is not available yet";
+    return false;
+}
+
+bool NImageUtils::doesRectCoverRect(const QRect& rect, const QRect& otherRect)
+{
+    Q_UNUSED(rect)
+    Q_UNUSED(otherRect)
+    qWarning() << "doesRectCoverRect is not available yet";
+    return false;
+}
+
+QRect NImageUtils::getBoundingRect(const QRect& rect, double rotation)
+{
+    Q_UNUSED(rect)
+    Q_UNUSED(rotation)
+    qWarning() << "getBoundingRect is not available yet";
+    return {};
+}

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <imageutils/kernels/cubic.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Kernels {
+namespace {
+
+/// Sums one output sample. `Width` fixes the number of floats at compile time, 0 leaves it to
+/// `width`.
+template<std::size_t Width>
+void sumTaps(const float* tap, std::size_t width, const float* weights, int taps, float* sum)
+{
+    const std::size_t count = Width == 0 ? width : Width;
+    std::fill_n(sum, count, 0.0f);
+    for (int k = 0; k < taps; ++k, tap += count) {
+        for (std::size_t j = 0; j < count; ++j)
+            sum[j] += weights[k] * tap[j];
+    }
+}
+
+} // namespace
+
+float cubicKernel(float x, float filterB, float filterC)
+{
+    const float t = std::abs(x);
+    if (t < 1.0f) {
+        return ((12.0f - 9.0f * filterB - 6.0f * filterC) * t * t * t +
+                (-18.0f + 12.0f * filterB + 6.0f * filterC) * t * t + (6.0f - 2.0f * filterB)) /
+               6.0f;
+    }
+    if (t < 2.0f) {
+        return ((-filterB - 6.0f * filterC) * t * t * t +
+                (6.0f * filterB + 30.0f * filterC) * t * t +
+                (-12.0f * filterB - 48.0f * filterC) * t + (8.0f * filterB + 24.0f * filterC)) /
+               6.0f;
+    }
+    return 0.0f;
+}
+
+std::vector<float> computeWeights(int length, float filterB, float filterC, float scale,
+                                  int& radius)
+{
+    const float stretch = std::min(1.0f, scale);
+    radius = int(std::ceil(2.0f / stretch));
+    const std::size_t taps = 2 * std::size_t(radius) + 1;
+    std::vector<float> weights(taps * std::size_t(length));
+    for (int i = 0; i < length; ++i) {
+        // The centre in single precision, as in centreSamples: at sample 66,666 a double moves the
+        // result by 6.5e-4.
+        const float centre = float(i) / scale;
+        const float fraction = centre - std::trunc(centre);
+        float* const row = weights.data() + taps * std::size_t(i);
+        float sum = 0.0f;
+        for (int k = -radius; k <= radius; ++k) {
+            const float weight = cubicKernel((float(k) - fraction) * stretch, filterB, filterC);
+            row[radius + k] = weight;
+            sum += weight;
+        }
+        for (std::size_t k = 0; k < taps; ++k)
+            row[k] /= sum;
+    }
+    return weights;
+}
+
+std::vector<int> centreSamples(int length, float scale, int inputLength)
+{
+    std::vector<int> centres(static_cast<std::size_t>(length));
+    // Rounding of the division may reach the input length itself; compared as floats, since
+    // int(2^31) is undefined.
+    const float last = float(inputLength - 1);
+    for (int i = 0; i < length; ++i) {
+        const float centre = float(i) / scale;
+        centres[std::size_t(i)] = centre < last ? int(centre) : inputLength - 1;
+    }
+    return centres;
+}
+
+void interpolateLine(const float* line, std::size_t width, const int* centres, const float* weights,
+                     int taps, int length, float* out, std::size_t outStride)
+{
+    for (int i = 0; i < length; ++i, weights += taps, out += outStride) {
+        const float* const tap = line + std::size_t(centres[i]) * width;
+        if (width == 3) // a row of pixels; the constant width is worth a factor of 3
+            sumTaps<3>(tap, width, weights, taps, out);
+        else
+            sumTaps<0>(tap, width, weights, taps, out);
+    }
+}
+
+} // namespace Kernels

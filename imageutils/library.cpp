@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Every object that is built when the library is loaded, in the order of its lines, and destroyed
+// in the reverse order when it is unloaded. Across source files the order would be the linker's, so
+// no other file has such an object.
+#include <imageutils/library_p.h>
+
+#include <imageutils/imageutils.h>
+#include <imageutils/osutils.h>
+#include <imageutils/qmlmodule.h>
+
+#include <QtQml/qqml.h>
+#include <QtQml/qqmlmoduleregistration.h>
+
+void qml_register_types_NImageUtils()
+{
+    qmlRegisterTypesAndRevisions<OSUtils>("NImageUtils", 1);
+    qmlRegisterTypesAndRevisions<NImageUtils>("NImageUtils", 1);
+    qmlRegisterModule("NImageUtils", 1, 0);
+}
+
+namespace {
+const QQmlModuleRegistration s_moduleRegistration("NImageUtils", qml_register_types_NImageUtils);
+} // namespace
+
+#include "qmldir_resource.cpp"
+
+const std::string s_base64Alphabet =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+QCache<QString, NImageUtils::NSizeInfo> NImageUtils::s_imageSizeCache;
+QMutex NImageUtils::s_imageSizeMutex;

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+/// The 64 characters of base64 (RFC 4648, section 4); a character's value is its place.
+extern const std::string s_base64Alphabet;
