@@ -9,6 +9,8 @@
 #include <QtTest/QTest>
 
 #include <cmath>
+#include <limits>
+#include <tuple>
 
 using namespace TestSupport;
 
@@ -74,9 +76,49 @@ class CvUtilsResampleTest : public QObject
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(".*")); }
+    void weightsFollowTheFilter_data();
+    void weightsFollowTheFilter();
     void equalsAnIndependentEvaluation_data();
     void equalsAnIndependentEvaluation();
+    void overshootsBeyondTheLastSample();
+    void keepsAConstantPicture();
+    void bitsDoNotDependOnThreadsOrStripes();
+    void capsCutOff();
+    void upsamplesInWholeSteps_data();
+    void upsamplesInWholeSteps();
+    void refuses_data();
+    void refuses();
+    void centreStaysInsideTheLine();
 };
+
+void CvUtilsResampleTest::weightsFollowTheFilter_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<int>("output");
+    QTest::addColumn<int>("radius");
+    QTest::addColumn<QList<float>>("weights");
+    QTest::newRow("1") << 1.0f << 3 << 2 << QList<float>{0, 0.055555f, 0.888890f, 0.055555f, 0};
+    QTest::newRow("2") << 2.0f << 1 << 2
+                       << QList<float>{0, -0.034722f, 0.534722f, 0.534722f, -0.034722f};
+    QTest::newRow("0.5") << 0.5f << 1 << 4
+                         << QList<float>{0,         -0.017361f, 0.027778f,  0.267361f, 0.444445f,
+                                         0.267361f, 0.027778f,  -0.017361f, 0};
+}
+
+void CvUtilsResampleTest::weightsFollowTheFilter()
+{
+    QFETCH(float, scale);
+    QFETCH(int, output);
+    QFETCH(int, radius);
+    QFETCH(QList<float>, weights);
+    int actualRadius = 0;
+    const std::vector<float> table =
+        Kernels::computeWeights(5, 0.33333f, 0.33333f, scale, actualRadius);
+    QCOMPARE(actualRadius, radius);
+    QCOMPARE(table.size(), std::size_t(5 * (2 * radius + 1)));
+    for (qsizetype k = 0; k < weights.size(); ++k)
+        QVERIFY(std::abs(table[std::size_t(output * (2 * radius + 1) + k)] - weights[k]) < 6e-7f);
+}
 
 void CvUtilsResampleTest::equalsAnIndependentEvaluation_data()
 {
@@ -120,6 +162,152 @@ void CvUtilsResampleTest::equalsAnIndependentEvaluation()
     const double error = cv::norm(wide, expected, cv::NORM_INF);
     const double allowed = 2 * std::max(roundingOfPass(scaleX), roundingOfPass(scaleY));
     QVERIFY2(error <= allowed, qPrintable(QStringLiteral("%1 > %2").arg(error).arg(allowed)));
+}
+
+void CvUtilsResampleTest::overshootsBeyondTheLastSample()
+{
+    const cv::Mat edge = (cv::Mat_<cv::Vec3f>(1, 2) << cv::Vec3f(0, 0, 0), cv::Vec3f(1, 1, 1));
+    const cv::Mat result = CvUtils::resize(edge, 2, 1, 0, 0, 0.33333f, 0.33333f);
+    const float expected[] = {0.055555f, 0.5f, 0.944445f, 1.034721f};
+    QCOMPARE(result.size(), cv::Size(4, 1));
+    for (int x = 0; x < 4; ++x)
+        QVERIFY(std::abs(result.at<cv::Vec3f>(0, x)[2] - expected[x]) < 1e-6f);
+}
+
+void CvUtilsResampleTest::keepsAConstantPicture()
+{
+    const cv::Mat constant(23, 31, CV_32FC3, cv::Scalar(0.25, 0.5, 0.75));
+    for (const double scale : {0.13, 0.5, 1.0, 2.7}) {
+        const cv::Mat result = CvUtils::resize(constant, scale, scale, 0, 0, 0.33333f, 0.33333f);
+        const cv::Mat expected(result.size(), CV_32FC3, cv::Scalar(0.25, 0.5, 0.75));
+        QVERIFY(cv::norm(result, expected, cv::NORM_INF) < 1e-6);
+    }
+}
+
+void CvUtilsResampleTest::bitsDoNotDependOnThreadsOrStripes()
+{
+    const cv::Mat source = noise(67, 131, CV_32FC3);
+    const auto resized = [&source](int threads) {
+        useThreads(threads);
+        return CvUtils::resize(source, 0.77, 1.9, 0, 0, 0.33333f, 0.33333f);
+    };
+    const cv::Mat expected = resized(1);
+    for (const int threads : {2, 5, 200}) // with 200, ranges of one column
+        QVERIFY(sameBytes(resized(threads), expected));
+
+    cv::Mat byColumn(expected.rows, source.cols, CV_32FC3), whole = byColumn.clone();
+    int radius = 0;
+    const std::vector<float> weights =
+        Kernels::computeWeights(expected.rows, 0.33333f, 0.33333f, 1.9f, radius);
+    const ParallelInterpCols32FC3 body(source, byColumn, 1.9f, radius, weights);
+    for (int x = 0; x < source.cols; ++x)
+        body(cv::Range(x, x + 1));
+    ParallelInterpCols32FC3(source, whole, 1.9f, radius, weights)(cv::Range(0, source.cols));
+    QVERIFY(sameBytes(byColumn, whole));
+}
+
+void CvUtilsResampleTest::capsCutOff()
+{
+    const cv::Mat source = noise(40, 100, CV_32FC3);
+    const cv::Mat whole = CvUtils::resize(source, 2, 0, 0, 0, 0, 0.5f);
+    const cv::Mat capped = CvUtils::resize(source, 2, 0, 30, 150, 0, 0.5f);
+    QCOMPARE(capped.size(), cv::Size(150, 30));
+    QVERIFY(sameBytes(capped, whole(cv::Rect(0, 0, 150, 30))));
+    QCOMPARE(CvUtils::resize(source, 1e9, 1, 0, 150, 0, 0.5f).size(), cv::Size(150, 40));
+}
+
+void CvUtilsResampleTest::upsamplesInWholeSteps_data()
+{
+    QTest::addColumn<float>("scale");
+    QTest::addColumn<float>("limit");
+    QTest::addColumn<int>("steps");
+    QTest::newRow("at the limit") << 2.0f << 2.0f << 1;
+    QTest::newRow("rounded down to one step") << 2.5f << 2.0f << 1;
+    QTest::newRow("rounded up to two") << 3.0f << 2.0f << 2;
+    QTest::newRow("two") << 4.0f << 2.0f << 2;
+    QTest::newRow("three") << 6.0f << 2.0f << 3;
+    QTest::newRow("below 1") << 0.5f << 0.8f << 1;
+    QTest::newRow("no limit") << 3.0f << std::numeric_limits<float>::quiet_NaN() << 1;
+}
+
+void CvUtilsResampleTest::upsamplesInWholeSteps()
+{
+    QFETCH(float, scale);
+    QFETCH(float, limit);
+    QFETCH(int, steps);
+    const cv::Mat source = noise(5, 100, CV_32FC3);
+    cv::Mat expected = source;
+    const double step = steps == 1 ? double(scale) : std::pow(double(scale), 1.0 / steps);
+    for (int i = 1; i <= steps; ++i)
+        expected = CvUtils::resize(expected, step, step, i == steps ? 9 : 0, i == steps ? 300 : 0,
+                                   0.33333f, 0.33333f);
+    QVERIFY(sameBytes(CvUtils::upsample(source, scale, 9, 300, limit), expected));
+}
+
+void CvUtilsResampleTest::refuses_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<double>("scaleX");
+    QTest::addColumn<double>("scaleY");
+    QTest::addColumn<float>("b");
+    QTest::addColumn<QString>("line");
+    const double nan = std::numeric_limits<double>::quiet_NaN(),
+                 infinite = std::numeric_limits<double>::infinity();
+    const QString type = "resize: input must be CV_32FC3, got type: ",
+                  factor = "resize: factor must be ";
+    QTest::newRow("no pixels") << -1 << 1.0 << 1.0 << 0.0f << "resize: input is empty";
+    QTest::newRow("8 bit") << CV_8UC3 << 1.0 << 1.0 << 0.0f << type + "16";
+    QTest::newRow("four channels") << CV_32FC4 << 1.0 << 1.0 << 0.0f << type + "29";
+    QTest::newRow("zero") << CV_32FC3 << 0.0 << 1.0 << 0.0f << factor;
+    QTest::newRow("negative, both") << CV_32FC3 << -2.0 << -1.0 << 0.0f << factor;
+    QTest::newRow("not a number, x") << CV_32FC3 << nan << 1.0 << 0.0f << factor;
+    QTest::newRow("not a number, y") << CV_32FC3 << 1.0 << nan << 0.0f << factor;
+    QTest::newRow("infinite") << CV_32FC3 << infinite << 1.0 << 0.0f << factor;
+    QTest::newRow("radius") << CV_32FC3 << 1.9e-6 << 1.0 << 0.0f << factor;
+    QTest::newRow("parameter") << CV_32FC3 << 1.0 << 1.0 << float(nan)
+                               << "resize: filter parameters must be finite";
+    QTest::newRow("side beyond int")
+        << CV_32FC3 << 1e9 << 1.0 << 0.0f << "resize: result is too large";
+    QTest::newRow("bytes beyond 64 bits")
+        << CV_32FC3 << 2.5e8 << 2.5e8 << 0.0f << "resize: result is too large";
+}
+
+void CvUtilsResampleTest::refuses()
+{
+    QFETCH(int, type);
+    QFETCH(double, scaleX);
+    QFETCH(double, scaleY);
+    QFETCH(float, b);
+    QFETCH(QString, line);
+    const cv::Mat mat =
+        type < 0 ? cv::Mat(0, 7, CV_32FC3) : cv::Mat(7, 7, type, cv::Scalar::all(1));
+    LogCapture log;
+    QVERIFY(CvUtils::resize(mat, scaleX, scaleY, 0, 0, b, 0).empty());
+    const QStringList lines = log.takeTexts();
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines[0].startsWith("warning: " + line), qPrintable(lines[0]));
+
+    if (scaleX == scaleY && std::isfinite(b)) {
+        QVERIFY(CvUtils::upsample(mat, float(scaleX), 0, 0, 4e8f).empty() || scaleX == 1);
+        QCOMPARE(log.take().size(), 1);
+    }
+    const cv::Mat picture(2, 2, CV_32FC3, cv::Scalar::all(1));
+    for (const float limit :
+         {1.0f, 0.0f, -3.0f, 1.000001f}) { // no step gets there, or too many would
+        QVERIFY(CvUtils::upsample(picture, 2, 0, 0, limit).data == picture.data);
+        QCOMPARE(log.take().size(), 1);
+    }
+}
+
+void CvUtilsResampleTest::centreStaysInsideTheLine()
+{
+    // In single precision the last centre reaches the input length here.
+    for (const auto& [length, scale, inputLength] :
+         {std::tuple(16777217, 1.0f, 16777216), std::tuple(30, 3.0f, 9)}) {
+        const std::vector<int> centres = Kernels::centreSamples(length, scale, inputLength);
+        QCOMPARE(centres.back(), inputLength - 1);
+        QVERIFY(std::is_sorted(centres.begin(), centres.end()));
+    }
 }
 
 QTEST_GUILESS_MAIN(CvUtilsResampleTest)
