@@ -100,6 +100,13 @@ QString NImageUtils::getExportExtension(const QString& originalExtension,
 
 QSize NImageUtils::imageSize(const QString& path)
 {
+    const auto refuse = [](const std::string& reason) {
+        qWarning() << "Could not get image size:" << reason.c_str();
+        return QSize();
+    };
+    if (path.contains(QChar(u'\0'))) // the system would take the name before it
+        return refuse("path holds a null character");
+
     const QFileInfo file(path);
     const QDateTime fileTime = file.fileTime(QFileDevice::FileMetadataChangeTime);
     if (imageCacheContains(path)) {
@@ -109,18 +116,12 @@ QSize NImageUtils::imageSize(const QString& path)
             return cached->size;
     }
 
-    std::string error;
-    std::optional<ImageHeader> header;
     if (file.exists() && !file.isFile()) // reading a pipe or a device might never end
-        error = "not a regular file";
-    else if (path.contains(QChar(u'\0'))) // the system would open the name before it
-        error = "path holds a null character";
-    else
-        header = readImageHeader(path.toStdString(), error);
-    if (!header) {
-        qWarning() << "Could not get image size:" << error.c_str();
-        return {};
-    }
+        return refuse("not a regular file");
+    std::string error;
+    const std::optional<ImageHeader> header = readImageHeader(path.toStdString(), error);
+    if (!header)
+        return refuse(error);
 
     QSize size(header->width, header->height);
     if (isQuarterTurn(header->orientation))

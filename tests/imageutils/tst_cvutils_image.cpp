@@ -371,9 +371,9 @@ void CvUtilsImageTest::tellsLumaNoise_data()
     // of 4.
     cv::Mat edge(9, 9, CV_32FC3, cv::Scalar::all(0.25));
     edge.at<cv::Vec3f>(4, 4) = {1, 1, 0.85f};
-    QTest::newRow("just above four") << edge.clone() << true;
+    QTest::newRow("above four") << edge.clone() << true;
     edge.at<cv::Vec3f>(4, 4) = {1, 1, 0.55f};
-    QTest::newRow("just below four") << edge.clone() << false;
+    QTest::newRow("below four") << edge.clone() << false;
 }
 
 void CvUtilsImageTest::tellsLumaNoise()

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+namespace TestSupport {
+
+/// Writes a grey ramp of the given size with OpenImageIO, as the format that it calls `format`,
+/// whatever the extension of `path`; with an Orientation tag unless it is 0.
+void writePicture(const QString& path, int width, int height, int orientation = 0,
+                  const char* format = "jpeg");
+
+/// Replaces the file at `path` by `bytes`.
+void writeBytes(const QString& path, const QByteArray& bytes);
+
+/// A TIFF file of one pixel whose header says that it is 2^31 pixels wide.
+QByteArray lyingTiff();
+
+/// Makes a named pipe; false where the system has none.
+bool makePipe(const QString& path);
+
+/// Makes a link to a device that never ends; false where the system has none.
+bool linkEndlessDevice(const QString& path);
+
+} // namespace TestSupport
