@@ -27,14 +27,15 @@ bool isImageFormat(QImage::Format format)
     return format > QImage::Format_Invalid && format < QImage::NImageFormats;
 }
 
-/// Copies `count` samples of `width` floats, one every `stride` bytes from `first` on, into `line`,
-/// with `radius` copies of the first sample before them and of the last one after them.
-void gatherLine(const uchar* first, std::size_t stride, int count, std::size_t width, int radius,
-                float* line)
+/// Copies the samples `wanted` of a line into `out`, each of `width` floats; before the first and
+/// after the last of the line's `count` samples these are repeated. The samples lie `stride` bytes
+/// apart, and `held` is sample `firstHeld`.
+void gatherLine(const uchar* held, int firstHeld, std::size_t stride, int count, cv::Range wanted,
+                std::size_t width, float* out)
 {
-    for (int i = -radius; i < count + radius; ++i, line += width) {
-        const uchar* const sample = first + std::size_t(std::clamp(i, 0, count - 1)) * stride;
-        std::memcpy(line, sample, width * sizeof(float));
+    for (int i = wanted.start; i < wanted.end; ++i, out += width) {
+        const std::size_t row = std::size_t(std::clamp(i, 0, count - 1) - firstHeld);
+        std::memcpy(out, held + row * stride, width * sizeof(float));
     }
 }
 
@@ -73,6 +74,25 @@ bool isSize32FC3(double rows, double cols)
     return rows <= INT_MAX && cols <= INT_MAX && rows * cols * 12 < double(PTRDIFF_MAX);
 }
 
+/// Cuts the rows of `result` into bands whose share of the intermediate picture stays in the cache
+/// and is used again for the next one: memory that is not asked for is not paid for.
+std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, float scale, int radius)
+{
+    constexpr double bandBytes = 4 << 20;
+    const double heldRows = std::max(bandBytes / double(result.step[0]), 4.0 * radius);
+    const int bandRows = int(std::clamp(heldRows * double(scale), 1.0, double(result.rows)));
+    std::vector<ResampleBand> bands;
+    for (int top = 0; top < result.rows; top += bandRows) {
+        const int rows = std::min(bandRows, result.rows - top);
+        const int first = Kernels::centreSamples(top, 1, scale, sourceRows).front();
+        const int last = Kernels::centreSamples(top + rows - 1, 1, scale, sourceRows).front();
+        const cv::Range held(std::max(first - radius, 0),
+                             std::min(last + radius, sourceRows - 1) + 1);
+        bands.push_back({cv::Range(top, top + rows), held, sourceRows});
+    }
+    return bands;
+}
+
 /// `resize` for `function`, whose name begins every line.
 cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double scaleY,
                  int maxHeight, int maxWidth, float filterB, float filterC)
@@ -95,20 +115,25 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
         return {};
     }
 
-    int radius = 0;
-    cv::Mat intermediate(mat.rows, int(width), CV_32FC3);
-    const std::vector<float> rowWeights =
-        Kernels::computeWeights(int(width), filterB, filterC, float(scaleX), radius);
-    cv::parallel_for_(cv::Range(0, mat.rows),
-                      ParallelInterpRow32FC3(mat, intermediate, float(scaleX), radius, rowWeights),
-                      -1);
-
+    int radiusX = 0, radiusY = 0;
+    const std::vector<float> weightsX =
+        Kernels::computeWeights(int(width), filterB, filterC, float(scaleX), radiusX);
+    const std::vector<float> weightsY =
+        Kernels::computeWeights(int(height), filterB, filterC, float(scaleY), radiusY);
     cv::Mat result(int(height), int(width), CV_32FC3);
-    const std::vector<float> columnWeights =
-        Kernels::computeWeights(int(height), filterB, filterC, float(scaleY), radius);
-    cv::parallel_for_(
-        cv::Range(0, int(width)),
-        ParallelInterpCols32FC3(intermediate, result, float(scaleY), radius, columnWeights), -1);
+    cv::Mat intermediate;
+    for (const ResampleBand& band : bandsOf(result, mat.rows, float(scaleY), radiusY)) {
+        intermediate.create(std::max(intermediate.rows, band.heldRows.size()), result.cols,
+                            CV_32FC3);
+        cv::parallel_for_(band.heldRows,
+                          ParallelInterpRow32FC3(mat, intermediate, float(scaleX), radiusX,
+                                                 weightsX, band.heldRows.start),
+                          -1);
+        cv::parallel_for_(
+            cv::Range(0, result.cols),
+            ParallelInterpCols32FC3(intermediate, result, float(scaleY), radiusY, weightsY, band),
+            -1);
+    }
     return result;
 }
 
@@ -123,35 +148,44 @@ void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
 void ParallelInterpRow32FC3::operator()(const cv::Range& rows) const
 {
     const std::vector<int> centres =
-        Kernels::centreSamples(m_destination.cols, m_scale, m_source.cols);
-    std::vector<float> line((std::size_t(m_source.cols) + 2 * std::size_t(m_radius)) *
-                            channels32FC3);
+        Kernels::centreSamples(0, m_destination.cols, m_scale, m_source.cols);
+    const std::size_t samples = std::size_t(m_source.cols),
+                      padding = std::size_t(m_radius) * channels32FC3;
+    std::vector<float> line(samples * channels32FC3 + 2 * padding +
+                            1); // vectors read one float more
+    const cv::Range left(-m_radius, 0), right(m_source.cols, m_source.cols + m_radius);
+    float* const inner = line.data() + padding;
+    float* const after = inner + samples * channels32FC3;
     for (int y = rows.start; y < rows.end; ++y) {
-        gatherLine(m_source.ptr(y), m_source.elemSize(), m_source.cols, channels32FC3, m_radius,
-                   line.data());
-        Kernels::interpolateLine(line.data(), channels32FC3, centres.data(), m_weights.data(),
-                                 2 * m_radius + 1, m_destination.cols, m_destination.ptr<float>(y),
-                                 channels32FC3);
+        const uchar* const row = m_source.ptr(y);
+        gatherLine(row, 0, m_source.elemSize(), m_source.cols, left, channels32FC3, line.data());
+        std::memcpy(inner, row, samples * m_source.elemSize());
+        gatherLine(row, 0, m_source.elemSize(), m_source.cols, right, channels32FC3, after);
+        Kernels::interpolateLineInVectors(line.data(), channels32FC3, centres.data(),
+                                          m_weights.data(), 2 * m_radius + 1, m_destination.cols,
+                                          m_destination.ptr<float>(y - m_firstRow), channels32FC3);
     }
 }
 
 void ParallelInterpCols32FC3::operator()(const cv::Range& columns) const
 {
-    constexpr int blockColumns = 16; // 192 bytes: three cache lines of each row
-    const std::vector<int> centres =
-        Kernels::centreSamples(m_destination.rows, m_scale, m_source.rows);
-    const int widest = std::min(blockColumns, columns.size());
-    std::vector<float> line((std::size_t(m_source.rows) + 2 * std::size_t(m_radius)) *
-                            std::size_t(widest) * channels32FC3);
+    constexpr int blockColumns = int(Kernels::vectorBlockFloats / channels32FC3);
+    const auto [rows, held, sourceRows] = m_band;
+    const int taps = 2 * m_radius + 1;
+    std::vector<int> centres = Kernels::centreSamples(rows.start, rows.size(), m_scale, sourceRows);
+    const cv::Range wanted(centres.front() - m_radius, centres.back() + m_radius + 1);
+    for (int& centre : centres)
+        centre -= wanted.start + m_radius; // the line begins with the first tap of the first row
+    std::vector<float> line(std::size_t(wanted.size()) * Kernels::vectorBlockFloats + 1);
     for (int x = columns.start; x < columns.end; x += blockColumns) {
         const std::size_t width =
             std::size_t(std::min(blockColumns, columns.end - x)) * channels32FC3;
-        gatherLine(m_source.ptr(0, x), m_source.step[0], m_source.rows, width, m_radius,
+        gatherLine(m_source.ptr(0, x), held.start, m_source.step[0], sourceRows, wanted, width,
                    line.data());
-        Kernels::interpolateLine(line.data(), width, centres.data(), m_weights.data(),
-                                 2 * m_radius + 1, m_destination.rows,
-                                 m_destination.ptr<float>(0, x),
-                                 m_destination.step[0] / sizeof(float));
+        Kernels::interpolateLineInVectors(
+            line.data(), width, centres.data(),
+            m_weights.data() + std::size_t(rows.start) * std::size_t(taps), taps, rows.size(),
+            m_destination.ptr<float>(rows.start, x), m_destination.step[0] / sizeof(float));
     }
 }
 

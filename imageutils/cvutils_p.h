@@ -55,14 +55,15 @@ private:
     cv::Mat& m_mat;
 };
 
-/// The horizontal resampling pass over the given rows of a `CV_32FC3` matrix.
+/// The horizontal resampling pass over the given rows of a `CV_32FC3` matrix. Row `firstRow` of the
+/// source becomes row 0 of the destination.
 class ParallelInterpRow32FC3 : public cv::ParallelLoopBody
 {
 public:
     ParallelInterpRow32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
-                           const std::vector<float>& weights)
+                           const std::vector<float>& weights, int firstRow = 0)
         : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
-          m_weights(weights)
+          m_weights(weights), m_firstRow(firstRow)
     {}
     void operator()(const cv::Range& rows) const override;
 
@@ -72,6 +73,16 @@ private:
     float m_scale;
     int m_radius;
     const std::vector<float>& m_weights;
+    int m_firstRow;
+};
+
+/// A part of a picture that is resampled in one go: the rows of the result, and the rows of a
+/// source of `sourceRows` rows that lie in the intermediate matrix.
+struct ResampleBand
+{
+    cv::Range resultRows;
+    cv::Range heldRows;
+    int sourceRows;
 };
 
 /// The vertical resampling pass over the given columns of a `CV_32FC3` matrix. It takes several
@@ -80,10 +91,19 @@ private:
 class ParallelInterpCols32FC3 : public cv::ParallelLoopBody
 {
 public:
+    /// `source` holds the rows `band.heldRows`, and the rows `band.resultRows` of the destination
+    /// are written.
+    ParallelInterpCols32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
+                            const std::vector<float>& weights, const ResampleBand& band)
+        : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
+          m_weights(weights), m_band(band)
+    {}
+    /// The whole picture in one piece.
     ParallelInterpCols32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
                             const std::vector<float>& weights)
-        : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
-          m_weights(weights)
+        : ParallelInterpCols32FC3(
+              source, destination, scale, radius, weights,
+              {cv::Range(0, destination.rows), cv::Range(0, source.rows), source.rows})
     {}
     void operator()(const cv::Range& columns) const override;
 
@@ -93,4 +113,5 @@ private:
     float m_scale;
     int m_radius;
     const std::vector<float>& m_weights;
+    ResampleBand m_band;
 };

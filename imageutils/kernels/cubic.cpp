@@ -64,14 +64,14 @@ std::vector<float> computeWeights(int length, float filterB, float filterC, floa
     return weights;
 }
 
-std::vector<int> centreSamples(int length, float scale, int inputLength)
+std::vector<int> centreSamples(int first, int length, float scale, int inputLength)
 {
     std::vector<int> centres(static_cast<std::size_t>(length));
     // Rounding of the division may reach the input length itself; compared as floats, since
     // int(2^31) is undefined.
     const float last = float(inputLength - 1);
     for (int i = 0; i < length; ++i) {
-        const float centre = float(i) / scale;
+        const float centre = float(first + i) / scale;
         centres[std::size_t(i)] = centre < last ? int(centre) : inputLength - 1;
     }
     return centres;

@@ -22,9 +22,9 @@ float cubicKernel(float x, float filterB, float filterC);
 std::vector<float> computeWeights(int length, float filterB, float filterC, float scale,
                                   int& radius);
 
-/// The input sample on or before the centre of each of `length` output samples, at most
-/// `inputLength` - 1.
-std::vector<int> centreSamples(int length, float scale, int inputLength);
+/// The input sample on or before the centre of each of `length` output samples from sample `first`
+/// on, at most `inputLength` - 1.
+std::vector<int> centreSamples(int first, int length, float scale, int inputLength);
 
 /// Writes `length` output samples of `width` floats, one every `outStride` floats from `out` on:
 /// the sum of the `taps` samples of `line` from sample centres[i] on, weighted by weights[i x taps]
@@ -32,5 +32,14 @@ std::vector<int> centreSamples(int length, float scale, int inputLength);
 /// many after the last.
 void interpolateLine(const float* line, std::size_t width, const int* centres, const float* weights,
                      int taps, int length, float* out, std::size_t outStride);
+
+/// `interpolateLine` in vectors of four floats, with the same bits; its gain is for widths of 3 and
+/// `vectorBlockFloats`, other widths take the plain road. It may read one float beyond `line`.
+void interpolateLineInVectors(const float* line, std::size_t width, const int* centres,
+                              const float* weights, int taps, int length, float* out,
+                              std::size_t outStride);
+
+/// The width that keeps all sums of one output sample in registers: 16 columns of pixels.
+constexpr std::size_t vectorBlockFloats = 48;
 
 } // namespace Kernels

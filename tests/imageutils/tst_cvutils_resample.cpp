@@ -9,6 +9,7 @@
 #include <QtTest/QTest>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <tuple>
 
@@ -89,6 +90,8 @@ private Q_SLOTS:
     void refuses_data();
     void refuses();
     void centreStaysInsideTheLine();
+    void vectorsEqualThePlainLoop();
+    void bandsEqualOnePiece();
 };
 
 void CvUtilsResampleTest::weightsFollowTheFilter_data()
@@ -304,9 +307,51 @@ void CvUtilsResampleTest::centreStaysInsideTheLine()
     // In single precision the last centre reaches the input length here.
     for (const auto& [length, scale, inputLength] :
          {std::tuple(16777217, 1.0f, 16777216), std::tuple(30, 3.0f, 9)}) {
-        const std::vector<int> centres = Kernels::centreSamples(length, scale, inputLength);
+        const std::vector<int> centres = Kernels::centreSamples(0, length, scale, inputLength);
         QCOMPARE(centres.back(), inputLength - 1);
         QVERIFY(std::is_sorted(centres.begin(), centres.end()));
+    }
+}
+
+void CvUtilsResampleTest::vectorsEqualThePlainLoop()
+{
+    const cv::Mat samples = noise(1, 100 * 48, CV_32FC1), weights = noise(1, 40 * 17, CV_32FC1, 2);
+    for (const int taps : {5, 9, 17}) {
+        for (const std::size_t width : {3, 6, 47, 48}) {
+            for (int length = 1; length <= 19; ++length) { // two vectors of outputs, and three
+                const std::vector<int> centres =
+                    Kernels::centreSamples(0, length, 0.7f, 100 - taps - 1);
+                const float* const line = samples.ptr<float>() + length % 4; // odd offsets
+                std::vector<float> plain(20 * 48, -7), vectors = plain;
+                const std::size_t stride = width + std::size_t(length % 2);
+                Kernels::interpolateLine(line, width, centres.data(), weights.ptr<float>(), taps,
+                                         length, plain.data(), stride);
+                Kernels::interpolateLineInVectors(line, width, centres.data(), weights.ptr<float>(),
+                                                  taps, length, vectors.data(), stride);
+                QVERIFY(std::memcmp(plain.data(), vectors.data(), plain.size() * 4) == 0);
+            }
+        }
+    }
+}
+
+void CvUtilsResampleTest::bandsEqualOnePiece()
+{
+    const cv::Mat source = noise(5000, 97, CV_32FC3); // some 4 MiB at a factor of 1: several bands
+    for (const auto& [scale, infinite] :
+         {std::pair(1.0, false), std::pair(0.5, true), std::pair(1.7, false)}) {
+        cv::Mat input = source.clone();
+        if (infinite) // spreads as far as its taps reach, and no farther
+            input.at<cv::Vec3f>(2500, 50)[1] = std::numeric_limits<float>::infinity();
+        const int height = int(std::ceil(5000 * scale));
+        int radius = 0;
+        const std::vector<float> weights =
+            Kernels::computeWeights(height, 0, 0.5f, float(scale), radius);
+        cv::Mat across(5000, 97, CV_32FC3), whole(height, 97, CV_32FC3);
+        int radiusX = 0;
+        const std::vector<float> unit = Kernels::computeWeights(97, 0, 0.5f, 1, radiusX);
+        ParallelInterpRow32FC3(input, across, 1, radiusX, unit)(cv::Range(0, 5000));
+        ParallelInterpCols32FC3(across, whole, float(scale), radius, weights)(cv::Range(0, 97));
+        QVERIFY(sameBytes(CvUtils::resize(input, 1, scale, 0, 0, 0, 0.5f), whole));
     }
 }
 
