@@ -1,0 +1,57 @@
+# shellcheck shell=bash
+# SPDX-License-Identifier: Apache-2.0
+#
+# Sourced by the scripts: where the project is, how it is configured, and the line that each check ends with.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# What builds on several machines or in several folders shares one compiler cache, where there is one.
+export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
+
+# fail MESSAGE…: ends the script with one line.
+fail() {
+    echo "$(basename "$0"): $*" >&2
+    exit 1
+}
+
+# configure PRESET [ARG…]: makes the build folder ready. Ninja runs CMake again when a CMake file has changed, so one
+# that is configured already is left alone. In CI a warning fails the build.
+configure() {
+    local preset=$1 strict=OFF
+    shift
+    [ -z "${CI-}" ] || strict=ON
+    local build="$root/build/$preset"
+    if [ "$build/build.ninja" -nt "$root/CMakePresets.json" ] &&
+        grep -q "^IMAGEUTILS_WARNINGS_AS_ERRORS:BOOL=$strict\$" "$build/CMakeCache.txt"; then
+        return
+    fi
+    (cd "$root" && cmake --preset "$preset" -DIMAGEUTILS_WARNINGS_AS_ERRORS=$strict "$@")
+}
+
+# build PRESET [TARGET…]: configures and builds all, or only the targets.
+build() {
+    local preset=$1
+    shift
+    configure "$preset"
+    cmake --build "$root/build/$preset" ${1+--target "$@"}
+}
+
+# run_tests PRESET: configures, builds and runs the preset's tests.
+run_tests() {
+    build "$1"
+    (cd "$root" && ctest --preset "$1")
+}
+
+# leg: called first by each check, lets it end with a line that says how it went and how long it took.
+leg() {
+    local started=$SECONDS
+    # shellcheck disable=SC2064 # the start is fixed now
+    trap "end_of_leg \$? $started" EXIT
+    cd "$root"
+}
+
+end_of_leg() {
+    local seconds=$((SECONDS - $2)) word=passed
+    [ "$1" = 0 ] || word=FAILED
+    printf 'ci/%s: %s after %d.%d minutes\n' "$(basename "$0")" $word $((seconds / 60)) $((seconds % 60 / 6)) >&2
+}
