@@ -234,7 +234,7 @@ QImage CvUtils::matToQImage(const cv::Mat& mat, QImage::Format format)
     const QImage image(header->data, header->cols, header->rows, qsizetype(header->step[0]), format,
                        deleteMat, header.get());
     if (!image.isNull())
-        header.release(); // the image's now; a null one never calls deleteMat
+        static_cast<void>(header.release()); // the image's now; a null one never calls deleteMat
     return image;
 }
 

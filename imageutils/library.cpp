@@ -23,7 +23,7 @@ namespace {
 const QQmlModuleRegistration s_moduleRegistration("NImageUtils", qml_register_types_NImageUtils);
 } // namespace
 
-#include "qmldir_resource.cpp"
+#include "qmldir_resource.cpp" // NOLINT(bugprone-suspicious-include): its place in the order
 
 const std::string s_base64Alphabet =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
