@@ -42,8 +42,10 @@ run_tests() {
     (cd "$root" && ctest --preset "$1")
 }
 
-# leg: called first by each check, lets it end with a line that says how it went and how long it took.
+# leg: called first by each check, lets it end with a line that says how it went and how long it took, and removes the
+# folder $scratch, if the check made one.
 leg() {
+    scratch=
     local started=$SECONDS
     # shellcheck disable=SC2064 # the start is fixed now
     trap "end_of_leg \$? $started" EXIT
@@ -53,5 +55,6 @@ leg() {
 end_of_leg() {
     local seconds=$((SECONDS - $2)) word=passed
     [ "$1" = 0 ] || word=FAILED
+    [ -z "$scratch" ] || rm -rf "$scratch"
     printf 'ci/%s: %s after %d.%d minutes\n' "$(basename "$0")" $word $((seconds / 60)) $((seconds % 60 / 6)) >&2
 }
