@@ -55,6 +55,6 @@ leg() {
 end_of_leg() {
     local seconds=$((SECONDS - $2)) word=passed
     [ "$1" = 0 ] || word=FAILED
-    [ -z "$scratch" ] || rm -rf "$scratch"
+    [ -z "$scratch" ] || rm -rf --one-file-system "$scratch"
     printf 'ci/%s: %s after %d.%d minutes\n' "$(basename "$0")" $word $((seconds / 60)) $((seconds % 60 / 6)) >&2
 }
