@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <numeric>
 
 namespace {
 
@@ -145,6 +146,36 @@ void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
         Kernels::makeRowMonochrome(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
 }
 
+void ParallelSplit32FC4::operator()(const cv::Range& rows) const
+{
+    for (int y = rows.start; y < rows.end; ++y)
+        Kernels::splitRow(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
+                          m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
+}
+
+void ParallelMerge32FC4::operator()(const cv::Range& rows) const
+{
+    for (int y = rows.start; y < rows.end; ++y)
+        Kernels::mergeRow(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y), std::size_t(m_pixels.cols),
+                          m_pixels.ptr<float>(y));
+}
+
+void ParallelDetailSum::operator()(const cv::Range& bands) const
+{
+    cv::Mat yuv, detail, magnitude; // used again for each band
+    for (int band = bands.start; band < bands.end; ++band) {
+        const cv::Range rows(band * m_bandRows, std::min((band + 1) * m_bandRows, m_mat.rows));
+        // One more row on either side, which the Laplacian of a part of a matrix reads as its
+        // border; where the picture ends it reflects instead.
+        const cv::Range around(std::max(rows.start - 1, 0), std::min(rows.end + 1, m_mat.rows));
+        cv::cvtColor(m_mat.rowRange(around), yuv, cv::COLOR_RGB2YUV);
+        const cv::Mat inner = yuv.rowRange(rows.start - around.start, rows.end - around.start);
+        cv::Laplacian(inner, detail, yuv.depth(), 1, 1.0, 0.0, cv::BORDER_DEFAULT);
+        magnitude = cv::abs(detail);
+        m_sums[std::size_t(band)] = cv::sum(magnitude);
+    }
+}
+
 void ParallelInterpRow32FC3::operator()(const cv::Range& rows) const
 {
     const std::vector<int> centres =
@@ -262,7 +293,11 @@ void CvUtils::splitChromaAlpha(const cv::Mat& mat, cv::Mat& chroma, cv::Mat& alp
     cv::Mat newChroma;
     if (channels > 1)
         newChroma.create(input.dims, input.size.p, CV_MAKETYPE(input.depth(), channels - 1));
-    if (channels == 4 || channels == 2) {
+    if (input.type() == CV_32FC4 &&
+        input.dims == 2) { // the road of every decoded photograph: one pass
+        cv::parallel_for_(cv::Range(0, input.rows), ParallelSplit32FC4(input, newChroma, newAlpha),
+                          -1);
+    } else if (channels == 4 || channels == 2) {
         std::vector<cv::Mat> planes;
         cv::split(input, planes);
         newAlpha = planes.back();
@@ -279,6 +314,12 @@ cv::Mat CvUtils::mergeChromaAlpha(const cv::Mat& chroma, const cv::Mat& alpha)
 {
     if (alpha.empty())
         return chroma;
+    if (chroma.type() == CV_32FC3 && alpha.type() == CV_32FC1 && chroma.dims == 2 &&
+        alpha.dims == 2 && alpha.size() == chroma.size()) {
+        cv::Mat result(chroma.size(), CV_32FC4);
+        cv::parallel_for_(cv::Range(0, chroma.rows), ParallelMerge32FC4(chroma, alpha, result), -1);
+        return result;
+    }
     std::vector<cv::Mat> planes;
     if (chroma.channels() == 3) {
         cv::split(chroma, planes);
@@ -411,11 +452,18 @@ void CvUtils::toMonochrome(cv::Mat& mat)
 
 bool CvUtils::isLumaNoise(const cv::Mat& mat)
 {
-    cv::Mat yuv;
-    cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);
-    cv::Mat detail;
-    cv::Laplacian(yuv, detail, yuv.depth(), 1, 1.0, 0.0, cv::BORDER_DEFAULT);
-    const cv::Scalar mean = cv::mean(cv::Mat(cv::abs(detail)));
+    // A picture that OpenCV refuses is handed over whole, for its exception; the rest in bands of
+    // about 256 KiB.
+    constexpr std::size_t bandBytes = 256 << 10;
+    const bool inBands = mat.dims == 2 && !mat.empty();
+    const int bandRows = inBands
+                             ? int(std::clamp(bandBytes / (std::size_t(mat.cols) * mat.elemSize()),
+                                              std::size_t(2), std::size_t(mat.rows) + 2))
+                             : 1;
+    std::vector<cv::Scalar> sums(inBands ? std::size_t((mat.rows + bandRows - 1) / bandRows) : 1);
+    cv::parallel_for_(cv::Range(0, int(sums.size())), ParallelDetailSum(mat, bandRows, sums), -1);
+    const cv::Scalar sum = std::accumulate(sums.begin(), sums.end(), cv::Scalar());
+    const cv::Scalar mean = sum / double(mat.total());
     const float ratio = float(mean[0] / (mean[1] + mean[2]) * 0.25);
     return ratio > 1.0f;
 }

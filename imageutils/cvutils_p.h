@@ -3,6 +3,7 @@
 
 #include <imageutils/kernels/cubic.h>
 #include <imageutils/kernels/monochrome.h>
+#include <imageutils/kernels/planes.h>
 
 #include <opencv2/core.hpp>
 
@@ -31,8 +32,8 @@ public:
     void operator()(const cv::Range& rows) const override
     {
         for (int y = rows.start; y < rows.end; ++y) {
-            if (m_monochrome && !Kernels::isRowMonochrome(m_mat.ptr<T>(y), std::size_t(m_mat.cols),
-                                                          m_mat.channels()))
+            if (m_monochrome && !Kernels::isRowMonochromeInVectors(
+                                    m_mat.ptr<T>(y), std::size_t(m_mat.cols), m_mat.channels()))
                 m_monochrome = false;
         }
     }
@@ -53,6 +54,52 @@ public:
 
 private:
     cv::Mat& m_mat;
+};
+
+/// Parts the given rows of a `CV_32FC4` matrix into chroma and alpha.
+class ParallelSplit32FC4 : public cv::ParallelLoopBody
+{
+public:
+    ParallelSplit32FC4(const cv::Mat& pixels, cv::Mat& chroma, cv::Mat& alpha)
+        : m_pixels(pixels), m_chroma(chroma), m_alpha(alpha)
+    {}
+    void operator()(const cv::Range& rows) const override;
+
+private:
+    const cv::Mat& m_pixels;
+    cv::Mat& m_chroma;
+    cv::Mat& m_alpha;
+};
+
+/// Joins the given rows of chroma and alpha to a `CV_32FC4` matrix.
+class ParallelMerge32FC4 : public cv::ParallelLoopBody
+{
+public:
+    ParallelMerge32FC4(const cv::Mat& chroma, const cv::Mat& alpha, cv::Mat& pixels)
+        : m_chroma(chroma), m_alpha(alpha), m_pixels(pixels)
+    {}
+    void operator()(const cv::Range& rows) const override;
+
+private:
+    const cv::Mat& m_chroma;
+    const cv::Mat& m_alpha;
+    cv::Mat& m_pixels;
+};
+
+/// Sums the absolute Laplacian of Y, U and V over bands of rows that stay in the cache; each band
+/// has a sum of its own, so that the order of the additions does not depend on the threads.
+class ParallelDetailSum : public cv::ParallelLoopBody
+{
+public:
+    ParallelDetailSum(const cv::Mat& mat, int bandRows, std::vector<cv::Scalar>& sums)
+        : m_mat(mat), m_bandRows(bandRows), m_sums(sums)
+    {}
+    void operator()(const cv::Range& bands) const override;
+
+private:
+    const cv::Mat& m_mat;
+    int m_bandRows;
+    std::vector<cv::Scalar>& m_sums;
 };
 
 /// The horizontal resampling pass over the given rows of a `CV_32FC3` matrix. Row `firstRow` of the

@@ -45,9 +45,13 @@ private Q_SLOTS:
 
     void findsMonochrome_data();
     void findsMonochrome();
+    void findsEverySingleDifference_data();
+    void findsEverySingleDifference();
     void makesMonochrome();
     void tellsLumaNoise_data();
     void tellsLumaNoise();
+    void detailDoesNotDependOnBands_data();
+    void detailDoesNotDependOnBands();
     void refusesToAnalyse();
 
     void writesBitmaps();
@@ -332,6 +336,37 @@ void CvUtilsImageTest::findsMonochrome()
     }
 }
 
+void CvUtilsImageTest::findsEverySingleDifference_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::addColumn<int>("channels");
+    for (const int depth : {CV_8U, CV_16U, CV_32F}) {
+        for (int channels = 2; channels <= 5; ++channels)
+            QTest::addRow("depth %d, %d channels", depth, channels) << depth << channels;
+    }
+}
+
+void CvUtilsImageTest::findsEverySingleDifference()
+{
+    QFETCH(int, depth);
+    QFETCH(int, channels);
+    for (int pixels = 1; pixels <= 35; ++pixels) { // two vectors of bytes and a bit
+        const cv::Mat row(1, pixels, CV_MAKETYPE(depth, channels));
+        cv::Mat value = row.reshape(1);
+        value.setTo(0.5);
+        QVERIFY(CvUtils::isMonochrome(row));
+        for (int i = 0; i < pixels * channels; ++i) {
+            cv::Mat one = value.col(i);
+            one.setTo(200);
+            QVERIFY(!CvUtils::isMonochrome(row));
+            one.setTo(0.5);
+        }
+        for (int x = 0; x < pixels; ++x) // neighbours may differ
+            value.colRange(x * channels, (x + 1) * channels).setTo(x % 3);
+        QVERIFY(CvUtils::isMonochrome(row));
+    }
+}
+
 void CvUtilsImageTest::makesMonochrome()
 {
     useThreads(3);
@@ -381,6 +416,33 @@ void CvUtilsImageTest::tellsLumaNoise()
     QFETCH(cv::Mat, mat);
     QFETCH(bool, lumaNoise);
     QCOMPARE(CvUtils::isLumaNoise(mat), lumaNoise);
+}
+
+void CvUtilsImageTest::detailDoesNotDependOnBands_data()
+{
+    QTest::addColumn<cv::Size>("size");
+    for (const cv::Size size :
+         {cv::Size(1, 1), cv::Size(7, 1), cv::Size(1, 7), cv::Size(9, 2), cv::Size(31, 11)})
+        QTest::addRow("%d x %d", size.width, size.height) << size;
+}
+
+void CvUtilsImageTest::detailDoesNotDependOnBands()
+{
+    QFETCH(cv::Size, size);
+    const cv::Mat mat =
+        noise(size.height, size.width, CV_16UC3); // whole numbers: their sums are exact
+    cv::Mat yuv, detail;
+    cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);
+    cv::Laplacian(yuv, detail, yuv.depth(), 1);
+    const cv::Scalar expected = cv::sum(cv::Mat(cv::abs(detail)));
+    for (const int bandRows : {2, 3, 5, 64}) {
+        std::vector<cv::Scalar> sums(std::size_t((size.height + bandRows - 1) / bandRows));
+        ParallelDetailSum(asView(mat), bandRows, sums)(cv::Range(0, int(sums.size())));
+        cv::Scalar sum;
+        for (const cv::Scalar& band : sums)
+            sum += band;
+        QCOMPARE(sum, expected);
+    }
 }
 
 void CvUtilsImageTest::refusesToAnalyse()
