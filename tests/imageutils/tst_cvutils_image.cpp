@@ -25,6 +25,7 @@ class CvUtilsImageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { useThreads(2); }
     void init() { QTest::failOnWarning(QRegularExpression(".*")); }
 
     void wrapsPixelsInPlace();

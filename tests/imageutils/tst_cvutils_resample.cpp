@@ -76,6 +76,7 @@ class CvUtilsResampleTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { useThreads(2); }
     void init() { QTest::failOnWarning(QRegularExpression(".*")); }
     void weightsFollowTheFilter_data();
     void weightsFollowTheFilter();
