@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // library_order LIBRARY: loads the library and writes a line for each object that it builds at load
-// and takes down at the end. The functions below stand before Qt's and the standard library's of
-// the same name, note the call and pass it on.
+// and takes down at the end. The functions below stand before those of Qt and the standard library,
+// note the call and pass it on.
 #include <QtCore/QCache>
 #include <QtCore/QFile>
 #include <QtCore/QString>
@@ -16,14 +16,8 @@
 
 namespace {
 
-bool s_watching = false;
+bool s_watching = false; // from the library's first object to its last
 const char* s_path = nullptr;
-
-template<typename Function>
-Function* next(const char* symbol)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, symbol));
-}
 
 /// The maximum cost of the library's cache: 0 while its memory is still all zeros, -1 without a
 /// library.
@@ -37,98 +31,82 @@ qsizetype cacheLimit()
                  : -1; // any entry type has this layout
 }
 
-void say(const char* event)
+void note(const char* event)
 {
-    std::printf("%s%s\n", event, cacheLimit() == 0 ? ", cache not built" : "");
+    if (s_watching)
+        std::printf("%s%s\n", event, cacheLimit() == 0 ? ", cache not built" : "");
     std::fflush(stdout);
 }
 
 } // namespace
 
+#define SHOWN __attribute__((visibility("default")))
+#define MODULE_REGISTERED "_ZN22QQmlModuleRegistrationC1EPKcPFvvE"
+#define MODULE_UNREGISTERED "_ZN22QQmlModuleRegistrationD1Ev"
+#define RESOURCE_REGISTERED "_Z21qRegisterResourceDataiPKhS0_S0_"
+#define RESOURCE_UNREGISTERED "_Z23qUnregisterResourceDataiPKhS0_S0_"
+
+using Bytes = const unsigned char*;
+using Resource = bool(int, Bytes, Bytes, Bytes);
+
 extern "C" {
-void moduleRegistered(void* self, const char* uri,
-                      void (*function)()) asm("_ZN22QQmlModuleRegistrationC1EPKcPFvvE");
-void moduleUnregistered(void* self) asm("_ZN22QQmlModuleRegistrationD1Ev");
-bool resourceRegistered(int, const unsigned char*, const unsigned char*,
-                        const unsigned char*) asm("_Z21qRegisterResourceDataiPKhS0_S0_");
-bool resourceUnregistered(int, const unsigned char*, const unsigned char*,
-                          const unsigned char*) asm("_Z23qUnregisterResourceDataiPKhS0_S0_");
+SHOWN void moduleRegistered(void* self, const char* uri, void (*function)()) asm(MODULE_REGISTERED);
+SHOWN void moduleUnregistered(void* self) asm(MODULE_UNREGISTERED);
+SHOWN Resource resourceRegistered asm(RESOURCE_REGISTERED);
+SHOWN Resource resourceUnregistered asm(RESOURCE_UNREGISTERED);
 
-__attribute__((visibility("default"))) void moduleRegistered(void* self, const char* uri,
-                                                             void (*function)())
+void moduleRegistered(void* self, const char* uri, void (*function)())
 {
-    if (std::strcmp(uri, "NImageUtils") ==
-        0) { // the library's first object: all that it is linked with is built
-        s_watching = true;
-        say("module registered");
-    }
-    next<void(void*, const char*, void (*)())>("_ZN22QQmlModuleRegistrationC1EPKcPFvvE")(self, uri,
-                                                                                         function);
+    s_watching = s_watching || std::strcmp(uri, "NImageUtils") == 0;
+    note("module registered");
+    reinterpret_cast<decltype(&moduleRegistered)>(dlsym(RTLD_NEXT, MODULE_REGISTERED))(self, uri,
+                                                                                       function);
 }
 
-__attribute__((visibility("default"))) void moduleUnregistered(void* self)
+void moduleUnregistered(void* self)
 {
-    if (s_watching)
-        say("module unregistered");
+    note("module unregistered");
     s_watching = false;
-    next<void(void*)>("_ZN22QQmlModuleRegistrationD1Ev")(self);
+    reinterpret_cast<decltype(&moduleUnregistered)>(dlsym(RTLD_NEXT, MODULE_UNREGISTERED))(self);
 }
 
-__attribute__((visibility("default"))) bool resourceRegistered(int version,
-                                                               const unsigned char* tree,
-                                                               const unsigned char* names,
-                                                               const unsigned char* data)
+bool resourceRegistered(int version, Bytes tree, Bytes names, Bytes data)
 {
-    if (s_watching)
-        say("resource registered");
-    return next<bool(int, const unsigned char*, const unsigned char*, const unsigned char*)>(
-        "_Z21qRegisterResourceDataiPKhS0_S0_")(version, tree, names, data);
+    note("resource registered");
+    return reinterpret_cast<Resource*>(dlsym(RTLD_NEXT, RESOURCE_REGISTERED))(version, tree, names,
+                                                                              data);
 }
 
-__attribute__((visibility("default"))) bool resourceUnregistered(int version,
-                                                                 const unsigned char* tree,
-                                                                 const unsigned char* names,
-                                                                 const unsigned char* data)
+bool resourceUnregistered(int version, Bytes tree, Bytes names, Bytes data)
 {
-    if (s_watching)
-        say("resource unregistered");
-    return next<bool(int, const unsigned char*, const unsigned char*, const unsigned char*)>(
-        "_Z23qUnregisterResourceDataiPKhS0_S0_")(version, tree, names, data);
+    note("resource unregistered");
+    return reinterpret_cast<Resource*>(dlsym(RTLD_NEXT, RESOURCE_UNREGISTERED))(version, tree,
+                                                                                names, data);
 }
 }
 
-// The only allocation of 65 bytes during load: 64 characters and their end.
-__attribute__((visibility("default"))) void* operator new(std::size_t size)
+SHOWN void* operator new(std::size_t size)
 {
-    if (s_watching && size == 65)
-        say("alphabet built");
+    if (size == 65) // 64 characters and their end: nothing else of that size is made during load
+        note("alphabet built");
     if (void* const memory = std::malloc(size))
         return memory;
     throw std::bad_alloc();
 }
-__attribute__((visibility("default"))) void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-__attribute__((visibility("default"))) void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
+SHOWN void operator delete(void* memory) noexcept { std::free(memory); }
+SHOWN void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-        return 2;
-    s_path = argv[1];
+    s_path = argc == 2 ? argv[1] : "";
     // Qt's part comes first and for all to see, so that the functions above find the ones that they
     // stand before.
     if (!dlopen("libQt6Qml.so.6", RTLD_NOW | RTLD_GLOBAL) || !dlopen(s_path, RTLD_NOW)) {
         std::fprintf(stderr, "%s\n", dlerror());
-        return 3;
+        return 1;
     }
     std::printf("loaded, cache of %lld, qmldir of %lld bytes\n",
                 static_cast<long long>(cacheLimit()),
                 static_cast<long long>(QFile(":/NImageUtils/qmldir").size()));
-    std::fflush(stdout);
     return 0; // the library is taken down as the program ends
 }
