@@ -28,12 +28,12 @@ configure() {
     (cd "$root" && cmake --preset "$preset" -DIMAGEUTILS_WARNINGS_AS_ERRORS=$strict "$@")
 }
 
-# build PRESET [TARGET…]: configures and builds all, or only the targets.
+# build PRESET [TARGET…]: configures and builds what the preset names, or only the targets.
 build() {
     local preset=$1
     shift
     configure "$preset"
-    cmake --build "$root/build/$preset" ${1+--target "$@"}
+    (cd "$root" && cmake --build --preset "$preset" ${1+--target "$@"})
 }
 
 # run_tests PRESET: configures, builds and runs the preset's tests.
