@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <numeric>
 
 using namespace TestSupport;
 
@@ -46,12 +47,10 @@ private Q_SLOTS:
 
     void findsMonochrome_data();
     void findsMonochrome();
-    void findsEverySingleDifference_data();
     void findsEverySingleDifference();
     void makesMonochrome();
     void tellsLumaNoise_data();
     void tellsLumaNoise();
-    void detailDoesNotDependOnBands_data();
     void detailDoesNotDependOnBands();
     void refusesToAnalyse();
 
@@ -306,17 +305,12 @@ void CvUtilsImageTest::findsMonochrome_data()
     QTest::addColumn<cv::Mat>("mat");
     QTest::addColumn<bool>("monochrome");
     for (const int depth : {CV_8U, CV_16U, CV_32F}) {
-        for (const int channels : {2, 3, 4}) {
-            cv::Mat grey;
-            cv::merge(std::vector<cv::Mat>(std::size_t(channels), noise(37, 41, depth)), grey);
-            cv::Mat last = asView(grey),
-                    first = grey.clone(); // the last value of a view, the first of a matrix
-            cv::Mat(last, cv::Rect(40, 36, 1, 1)).reshape(1).col(channels - 1).setTo(0);
-            cv::Mat(first, cv::Rect(0, 0, 1, 1)).reshape(1).col(0).setTo(0);
-            QTest::addRow("grey, depth %d, %d channels", depth, channels) << asView(grey) << true;
-            QTest::addRow("last value, depth %d, %d channels", depth, channels) << last << false;
-            QTest::addRow("first value, depth %d, %d channels", depth, channels) << first << false;
-        }
+        cv::Mat grey;
+        cv::merge(std::vector<cv::Mat>(3, noise(37, 41, depth)), grey);
+        cv::Mat last = asView(grey);
+        cv::Mat(last, cv::Rect(40, 36, 1, 1)).reshape(1).col(2).setTo(0);
+        QTest::addRow("grey view, depth %d", depth) << asView(grey) << true;
+        QTest::addRow("last value of a view, depth %d", depth) << last << false;
     }
     const float nan = std::numeric_limits<float>::quiet_NaN();
     QTest::newRow("one channel") << noise(5, 5, CV_8UC1) << true;
@@ -337,34 +331,25 @@ void CvUtilsImageTest::findsMonochrome()
     }
 }
 
-void CvUtilsImageTest::findsEverySingleDifference_data()
-{
-    QTest::addColumn<int>("depth");
-    QTest::addColumn<int>("channels");
-    for (const int depth : {CV_8U, CV_16U, CV_32F}) {
-        for (int channels = 2; channels <= 5; ++channels)
-            QTest::addRow("depth %d, %d channels", depth, channels) << depth << channels;
-    }
-}
-
 void CvUtilsImageTest::findsEverySingleDifference()
 {
-    QFETCH(int, depth);
-    QFETCH(int, channels);
-    for (int pixels = 1; pixels <= 35; ++pixels) { // two vectors of bytes and a bit
-        const cv::Mat row(1, pixels, CV_MAKETYPE(depth, channels));
-        cv::Mat value = row.reshape(1);
-        value.setTo(0.5);
-        QVERIFY(CvUtils::isMonochrome(row));
-        for (int i = 0; i < pixels * channels; ++i) {
-            cv::Mat one = value.col(i);
-            one.setTo(200);
-            QVERIFY(!CvUtils::isMonochrome(row));
-            one.setTo(0.5);
+    for (const int type : {CV_8UC2, CV_8UC3, CV_8UC4, CV_16UC3, CV_16UC4, CV_32FC2, CV_32FC3,
+                           CV_32FC4, CV_32FC(5)}) {
+        for (int pixels = 1; pixels <= 35; ++pixels) { // two vectors of bytes and a bit
+            const cv::Mat row(1, pixels, type);
+            const int channels = row.channels();
+            cv::Mat value = row.reshape(1);
+            for (int x = 0; x < pixels; ++x) // neighbours may differ
+                value.colRange(x * channels, (x + 1) * channels).setTo(x % 3);
+            QVERIFY(CvUtils::isMonochrome(row));
+            for (int i = 0; i < pixels * channels; ++i) {
+                cv::Mat one = value.col(i);
+                one.setTo(200);
+                QVERIFY2(!CvUtils::isMonochrome(row),
+                         qPrintable(QString("type %1, value %2").arg(type).arg(i)));
+                one.setTo(i / channels % 3);
+            }
         }
-        for (int x = 0; x < pixels; ++x) // neighbours may differ
-            value.colRange(x * channels, (x + 1) * channels).setTo(x % 3);
-        QVERIFY(CvUtils::isMonochrome(row));
     }
 }
 
@@ -419,30 +404,21 @@ void CvUtilsImageTest::tellsLumaNoise()
     QCOMPARE(CvUtils::isLumaNoise(mat), lumaNoise);
 }
 
-void CvUtilsImageTest::detailDoesNotDependOnBands_data()
-{
-    QTest::addColumn<cv::Size>("size");
-    for (const cv::Size size :
-         {cv::Size(1, 1), cv::Size(7, 1), cv::Size(1, 7), cv::Size(9, 2), cv::Size(31, 11)})
-        QTest::addRow("%d x %d", size.width, size.height) << size;
-}
-
 void CvUtilsImageTest::detailDoesNotDependOnBands()
 {
-    QFETCH(cv::Size, size);
-    const cv::Mat mat =
-        noise(size.height, size.width, CV_16UC3); // whole numbers: their sums are exact
-    cv::Mat yuv, detail;
-    cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);
-    cv::Laplacian(yuv, detail, yuv.depth(), 1);
-    const cv::Scalar expected = cv::sum(cv::Mat(cv::abs(detail)));
-    for (const int bandRows : {2, 3, 5, 64}) {
-        std::vector<cv::Scalar> sums(std::size_t((size.height + bandRows - 1) / bandRows));
-        ParallelDetailSum(asView(mat), bandRows, sums)(cv::Range(0, int(sums.size())));
-        cv::Scalar sum;
-        for (const cv::Scalar& band : sums)
-            sum += band;
-        QCOMPARE(sum, expected);
+    for (const cv::Size size :
+         {cv::Size(1, 1), cv::Size(7, 1), cv::Size(1, 7), cv::Size(9, 2), cv::Size(31, 11)}) {
+        const cv::Mat mat =
+            noise(size.height, size.width, CV_16UC3); // whole numbers: their sums are exact
+        cv::Mat yuv, detail;
+        cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);
+        cv::Laplacian(yuv, detail, yuv.depth(), 1);
+        for (const int bandRows : {2, 3, 5, 64}) {
+            std::vector<cv::Scalar> sums(std::size_t((size.height + bandRows - 1) / bandRows));
+            ParallelDetailSum(asView(mat), bandRows, sums)(cv::Range(0, int(sums.size())));
+            QCOMPARE(std::accumulate(sums.begin(), sums.end(), cv::Scalar()),
+                     cv::sum(cv::Mat(cv::abs(detail))));
+        }
     }
 }
 
