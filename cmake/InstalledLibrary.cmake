@@ -17,8 +17,7 @@ function(imageutils_add_companion name)
     set_target_properties(${name} PROPERTIES
         OUTPUT_NAME imageutils-${name}
         VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR}
-        INSTALL_RPATH "$ORIGIN")
+        SOVERSION ${PROJECT_VERSION_MAJOR})
     target_include_directories(${name} PUBLIC
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/companions>"
         "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>"
