@@ -49,6 +49,8 @@ leg() {
     local started=$SECONDS
     # shellcheck disable=SC2064 # the start is fixed now
     trap "end_of_leg \$? $started" EXIT
+    trap 'exit 130' INT
+    trap 'exit 143' TERM HUP
     cd "$root"
 }
 
