@@ -3,6 +3,7 @@
 
 #include <imageutils/imageutils_export.h>
 
+#include <QtCore/QList>
 #include <QtCore/QRect>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
@@ -134,5 +135,55 @@ IMAGEUTILS_EXPORT bool isLumaNoise(const cv::Mat& mat);
 /// throws for a `scale` of 0 or below and for a code that does not fit.
 IMAGEUTILS_EXPORT void imwrite(const QString& path, const cv::Mat& mat, int colorConversion,
                                float alpha, float beta, float scale);
+
+/// `mat` as bytes: a header of four 32-bit little-endian integers (type code, rows, columns,
+/// channels) and the elements in row-major order without gaps between rows, so a view gives its own
+/// elements only. The 2 x 3 matrix of three 8-bit channels gives 34 bytes that begin with 16, 2, 3,
+/// 3; the empty matrix gives 0, 0, 0, 1.
+///
+/// No bytes and a warning for a matrix of more than two dimensions.
+IMAGEUTILS_EXPORT std::vector<unsigned char> serializeMat(const cv::Mat& mat);
+
+/// The matrix that `serializeMat` wrote. The channel field is not read, bytes after the elements
+/// are ignored, and a matrix without elements keeps its rows, columns and type.
+///
+/// An empty matrix and a warning, before anything is allocated, for fewer bytes than the header
+/// says, for negative sizes and for an invalid type: any bytes may be given.
+IMAGEUTILS_EXPORT cv::Mat deserializeMat(const std::vector<unsigned char>& bytes);
+
+/// `bytes` in base64 (RFC 4648, section 4): padded, on one line. The bytes 1, 2 give "AQI=".
+IMAGEUTILS_EXPORT std::string base64Encode(const std::vector<unsigned char>& bytes);
+
+/// The bytes of base64 text up to its end or to the first character, "=" among them, that is not an
+/// ASCII letter, an ASCII digit, "+" or "/"; what follows is ignored and no error is reported. So
+/// padding may be missing, text broken into lines gives its first line, and "AQ==" and "AQ" both
+/// give the byte 1; of a single leftover character nothing comes back.
+IMAGEUTILS_EXPORT std::vector<unsigned char> base64Decode(const std::string& text);
+
+/// The rows of the `CV_32FC1` matrix `mat`, each a `QVariantList` of its elements as `float`.
+///
+/// An empty list and a warning for another type.
+IMAGEUTILS_EXPORT QList<QVariant> matToList(const cv::Mat& mat);
+
+/// `rect` turned about its centre by `angle` radians, as OpenCV describes it: the integral centre
+/// of `QRect::center()`, (4, 4) for 10 x 10 at the origin, the size, and 360 - `angle` x 180 / pi
+/// degrees, so an angle of 0 gives 360.
+IMAGEUTILS_EXPORT cv::RotatedRect getRotatedRect(const QRect& rect, double angle);
+
+/// What `rect` shows of an image, upright and of its size rounded to whole pixels. `mat` is the
+/// part of the image that `rect.boundingRect()` covers, of up to 32766 pixels a side and any type
+/// that OpenCV warps. Corners outside it move to its edge; samples are bilinear, and black
+/// where they fall outside.
+///
+/// The matrix itself, shared, for an angle of exactly 0 or 360. An empty matrix and a warning for
+/// an empty matrix, a side that is not finite, not above 1 or beyond int, and for corners that the
+/// edges of `mat` leave on one line.
+IMAGEUTILS_EXPORT cv::Mat applyRotation(const cv::Mat& mat, const cv::RotatedRect& rect);
+
+/// 1 minus the Euclidean norm of `first` - `second` over all elements, divided by the number of
+/// pixels: 1 for equal images, below 0 when the norm exceeds the number of pixels.
+///
+/// OpenCV throws for another size or type of `second`. NaN for two empty matrices.
+IMAGEUTILS_EXPORT double similarity(const cv::Mat& first, const cv::Mat& second);
 
 } // namespace CvUtils

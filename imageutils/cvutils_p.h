@@ -8,6 +8,7 @@
 #include <opencv2/core.hpp>
 
 #include <atomic>
+#include <optional>
 #include <vector>
 
 namespace CvUtils {
@@ -18,6 +19,10 @@ float depthMaxValue(int depth);
 
 /// Deletes the `cv::Mat` that `info` points to; the cleanup function of a wrapped `QImage`.
 void deleteMat(void* info);
+
+/// `rect.boundingRect()` where the corners are finite and the result is within `int`; OpenCV gives
+/// any rectangle for others.
+std::optional<cv::Rect> enclosingRect(const cv::RotatedRect& rect);
 
 } // namespace CvUtils
 

@@ -1,20 +1,44 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/imageutils.h>
 
+#include <imageutils/cvutils.h>
+#include <imageutils/cvutils_p.h>
 #include <imageutils/imageheader.h>
 
 #include <baseutils/baseutils.h>
 
 #include <QtCore/QDebug>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QMutexLocker>
 
+#include <cmath>
 #include <memory>
+#include <optional>
 
 namespace {
 
 /// Orientations 5 to 8 of the Exif standard show the picture after a quarter turn.
 bool isQuarterTurn(int orientation) { return orientation >= 5 && orientation <= 8; }
+
+/// Formats that are slow to open: a thumbnail is worth its while at any size.
+bool isAlwaysThumbnailed(const QString& suffix)
+{
+    return NImageUtils::rawFileFormats().contains(suffix) || suffix == QLatin1String("heif") ||
+           suffix == QLatin1String("heic") || suffix == QLatin1String("hif");
+}
+
+bool isLargeEnoughForThumbnail(const NExifToolMetadata& imageData)
+{
+    constexpr qint64 leastPixels = 1 << 24; // 4096 x 4096
+    const qint64 width = imageData.imageWidth();
+    const qint64 height = imageData.imageHeight();
+    if (width == 0 || height == 0)
+        qCritical() << "Could not get image width and height via metadata. Thumbnail generation "
+                       "may be incorrect."
+                    << imageData.imageName();
+    return width * height >= leastPixels;
+}
 
 } // namespace
 
@@ -144,35 +168,44 @@ void NImageUtils::imageCacheInsert(const QString& path, NSizeInfo* info)
 
 bool NImageUtils::isValidVariant(const QVariant& variant) { return variant.isValid(); }
 
-bool NImageUtils::isEmpty(const QRectF& rect)
-{
-    Q_UNUSED(rect)
-    qWarning() << "isEmpty is not available yet";
-    return false;
-}
+bool NImageUtils::isEmpty(const QRectF& rect) { return rect.isEmpty(); }
 
 bool NImageUtils::shouldGenerateThumbnail(const QString& filepath, const QString& thumbnailPath,
                                           const NExifToolMetadata& imageData)
 {
-    Q_UNUSED(filepath)
-    Q_UNUSED(thumbnailPath)
-    Q_UNUSED(imageData)
-    qWarning() << "shouldGenerateThumbnail is not available yet";
-    return false;
+    const QString suffix = QFileInfo(filepath).suffix().toLower();
+    if (!imageData.value(QStringLiteral("thumbnail")).toString().isEmpty())
+        return false;
+    if (!QFile::exists(filepath))
+        return false;
+    if (!supportedFileFormats().contains(imageData.fileType()))
+        return false;
+    if (!isAlwaysThumbnailed(suffix) && !isLargeEnoughForThumbnail(imageData))
+        return false;
+    if (!QFile::exists(thumbnailPath))
+        return true;
+    const QDateTime thumbnailTime =
+        QFileInfo(thumbnailPath).fileTime(QFileDevice::FileModificationTime);
+    const QDateTime imageTime = QFileInfo(filepath).fileTime(QFileDevice::FileModificationTime);
+    return thumbnailTime.msecsTo(imageTime) >= 0;
 }
 
 bool NImageUtils::doesRectCoverRect(const QRect& rect, const QRect& otherRect)
 {
-    Q_UNUSED(rect)
-    Q_UNUSED(otherRect)
-    qWarning() << "doesRectCoverRect is not available yet";
-    return false;
+    return rect.contains(otherRect, false);
 }
 
 QRect NImageUtils::getBoundingRect(const QRect& rect, double rotation)
 {
-    Q_UNUSED(rect)
-    Q_UNUSED(rotation)
-    qWarning() << "getBoundingRect is not available yet";
-    return {};
+    if (!std::isfinite(rotation)) {
+        qWarning() << "getBoundingRect: rotation must be finite, got:" << rotation;
+        return {};
+    }
+    const std::optional<cv::Rect> bounds =
+        CvUtils::enclosingRect(CvUtils::getRotatedRect(rect, rotation));
+    if (!bounds) {
+        qWarning() << "getBoundingRect: bounds must be within int, got:" << rect;
+        return {};
+    }
+    return {bounds->x, bounds->y, bounds->width, bounds->height};
 }

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// Base64 (RFC 4648, section 4) over raw bytes and characters.
+namespace Kernels {
+
+/// Writes `count` bytes as base64 with the 64 characters of `alphabet`, padded with "=", and
+/// returns the number of characters written: 4 for each 3 bytes begun.
+std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const char* alphabet,
+                         char* text);
+
+/// Writes the bytes of the `count` characters of base64 at `text`, up to the first character that
+/// is not one of the standard alphabet, and returns their number. An unfinished group of k
+/// characters gives k - 1 bytes. `bytes` has room for 3 bytes for each 4 characters begun.
+std::size_t decodeBase64(const char* text, std::size_t count, std::uint8_t* bytes);
+
+} // namespace Kernels
