@@ -118,8 +118,13 @@ public:
     /// Whether the width or the height of `rect` is zero or negative.
     Q_INVOKABLE static bool isEmpty(const QRectF& rect);
 
-    /// Whether the image at `filepath`, known by `imageData`, is due for a thumbnail at
-    /// `thumbnailPath`.
+    /// Whether a thumbnail of the image at `filepath` is to be written to `thumbnailPath`: the
+    /// image exists, its file type in `imageData` is one that the application opens, `imageData`
+    /// has no "thumbnail" of its own, and the image is raw or HEIF by its name or has at least 2^24
+    /// pixels (4096 x 4096); then, whether the thumbnail is missing or not newer than the image.
+    /// Equal times count as out of date. Nothing is written.
+    ///
+    /// A critical line where the size test needs a size that `imageData` does not know; `false`.
     Q_INVOKABLE static bool shouldGenerateThumbnail(const QString& filepath,
                                                     const QString& thumbnailPath,
                                                     const NExifToolMetadata& imageData);
@@ -128,8 +133,37 @@ public:
     /// either is null.
     Q_INVOKABLE static bool doesRectCoverRect(const QRect& rect, const QRect& otherRect);
 
-    /// The upright rectangle that encloses `rect` turned by `rotation` radians about its centre.
+    /// The upright rectangle that encloses `rect` turned by `rotation` radians about its integral
+    /// centre: the region that `CvUtils::applyRotation` takes for the rectangle of
+    /// `CvUtils::getRotatedRect`. It counts both end pixels, so 10 x 10 at the origin, not turned,
+    /// gives 11 x 11 from (-1, -1).
+    ///
+    /// A null rectangle and a warning for a rotation that is not finite and for bounds beyond int.
     Q_INVOKABLE static QRect getBoundingRect(const QRect& rect, double rotation);
+
+    // Keys of parameter sets. They are the same in every process, as the seed is always 0, but they
+    // rest on Qt's own hashes of texts (names among them), byte arrays, doubles and points, and for
+    // types without a rule of their own on what QDataStream writes. Qt may change these from one
+    // version to the next, so keys are kept together with the version of Qt. Integers, floats,
+    // rectangles and sizes do not depend on it. Maps and lists may be nested to any depth; Qt's own
+    // destructor of nested lists overflows an 8 MiB stack between 100,000 and 200,000 levels.
+
+    /// `hashParams(params)` combined with a running value: `seed` unchanged where both are equal.
+    static quint64 hash(quint64 seed, const QVariantMap& params);
+
+    /// The key of a parameter set: that of its names and values in the order of the names, however
+    /// they were inserted; 0 for an empty one. A value that `QVariant::toList` converts to a list
+    /// that is not empty counts as that list: string lists, JSON arrays, `QList<int>`, and texts,
+    /// which convert to their `QChar`s, and byte arrays, each byte of which takes the road of a
+    /// type without a rule.
+    ///
+    /// Each value of a type without a rule of its own writes a warning with the type's number. All
+    /// values of one type without stream operators give the same key.
+    static quint64 hashParams(const QVariantMap& params);
+
+    /// The key of one value by its type; 0 for an invalid variant. A text gives Qt's hash of it,
+    /// not that of a list. Types without a rule as in `hashParams`.
+    static quint64 hashVariant(const QVariant& variant);
 
 private:
     /// The size of one file and the change time that the file had when it was read.
@@ -139,6 +173,8 @@ private:
         QDateTime fileTime;
     };
 
+    static quint64 hashList(const QList<QVariant>& list);
+    static quint64 hash(quint64 a, quint64 b);
     static bool imageCacheContains(const QString& path);
     static void imageCacheInsert(const QString& path, NSizeInfo* info);
 
