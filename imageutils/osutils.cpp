@@ -4,6 +4,7 @@
 #include <imageutils/winutils.h>
 
 #include <QtCore/QDebug>
+#include <QtCore/QStorageInfo>
 
 namespace {
 
@@ -104,17 +105,12 @@ QString OSUtils::cpuName()
     return {};
 }
 
-quint64 OSUtils::freeSpace(const QString&)
+quint64 OSUtils::freeSpace(const QString& path)
 {
-    notAvailableYet("freeSpace");
-    return 0;
+    return quint64(QStorageInfo(path).bytesAvailable());
 }
 
-QString OSUtils::storageName(const QString&)
-{
-    notAvailableYet("storageName");
-    return {};
-}
+QString OSUtils::storageName(const QString& path) { return QStorageInfo(path).name(); }
 
 void OSUtils::logSystemInfo() { notAvailableYet("logSystemInfo"); }
 

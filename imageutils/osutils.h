@@ -76,7 +76,11 @@ public:
     Q_INVOKABLE QStringList gpuList();
     Q_INVOKABLE QString cpuName();
     // quint64 and not uint64_t: only its meta-type is a number in QML.
+    /// The bytes available to the user on the volume that holds `path`; the largest number where
+    /// there is no such volume. A volume that hangs blocks the call.
     Q_INVOKABLE static quint64 freeSpace(const QString& path);
+    /// The label of the volume that holds `path`; empty where it has none or there is no such
+    /// volume.
     Q_INVOKABLE static QString storageName(const QString& path);
     Q_INVOKABLE void logSystemInfo();
     Q_INVOKABLE float maxGpuVram();
