@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Facts through OpenImageIO, embedded previews through libexif.
+#include <metadatareader/picturefacts.h>
+
+#include <QtCore/QFile>
+
+#include <libexif/exif-data.h>
+#include <libexif/exif-loader.h>
+#include <OpenImageIO/filesystem.h>
+#include <OpenImageIO/imageio.h>
+
+#include <charconv>
+#include <memory>
+
+namespace {
+
+enum class Kind { Text, Integer, Real };
+
+struct Tag
+{
+    const char* key;
+    const char* attribute; ///< OpenImageIO's name
+    Kind kind;
+};
+
+constexpr Tag tags[] = {
+    {"Make", "Make", Kind::Text},
+    {"Model", "Model", Kind::Text},
+    {"Software", "Software", Kind::Text},
+    {"Artist", "Artist", Kind::Text},
+    {"Copyright", "Copyright", Kind::Text},
+    {"ImageDescription", "ImageDescription", Kind::Text},
+    {"LensMake", "Exif:LensMake", Kind::Text},
+    {"LensModel", "Exif:LensModel", Kind::Text},
+    {"BodySerialNumber", "Exif:BodySerialNumber", Kind::Text},
+    {"DateTime", "DateTime", Kind::Text},
+    {"DateTimeOriginal", "Exif:DateTimeOriginal", Kind::Text},
+    {"DateTimeDigitized", "Exif:DateTimeDigitized", Kind::Text},
+    {"SubSecTimeOriginal", "Exif:SubsecTimeOriginal", Kind::Text},
+    {"OffsetTimeOriginal", "Exif:OffsetTimeOriginal", Kind::Text},
+    {"Orientation", "Orientation", Kind::Integer},
+    {"ISO", "Exif:PhotographicSensitivity", Kind::Integer},
+    {"ISO", "Exif:ISOSpeedRatings", Kind::Integer}, // of raw files
+    {"ExposureProgram", "Exif:ExposureProgram", Kind::Integer},
+    {"MeteringMode", "Exif:MeteringMode", Kind::Integer},
+    {"Flash", "Exif:Flash", Kind::Integer},
+    {"WhiteBalance", "Exif:WhiteBalance", Kind::Integer},
+    {"ColorSpace", "Exif:ColorSpace", Kind::Integer},
+    {"FocalLengthIn35mmFilm", "Exif:FocalLengthIn35mmFilm", Kind::Integer},
+    {"ExposureTime", "ExposureTime", Kind::Real},
+    {"FNumber", "FNumber", Kind::Real},
+    {"ExposureBiasValue", "Exif:ExposureBiasValue", Kind::Real},
+    {"FocalLength", "Exif:FocalLength", Kind::Real},
+};
+
+/// The double that is written like `value`: OpenImageIO keeps 1/250 as a float, and 0.004 is meant.
+double widened(float value)
+{
+    char text[64];
+    const std::to_chars_result written = std::to_chars(text, text + sizeof(text), value);
+    double wide = double(value);
+    std::from_chars(text, written.ptr, wide);
+    return wide;
+}
+
+QVariant valueOf(const OIIO::ParamValue& attribute, Kind kind)
+{
+    switch (kind) {
+    case Kind::Text: {
+        const QString text = QString::fromStdString(attribute.get_string()).trimmed();
+        return text.isEmpty() ? QVariant() : QVariant(text);
+    }
+    case Kind::Integer:
+        return attribute.get_int();
+    case Kind::Real:
+        return widened(attribute.get_float());
+    }
+    return {};
+}
+
+/// Degrees with their minutes and seconds; negative where `reference` says `negativeReference`.
+QVariant degrees(const OIIO::ImageSpec& spec, const char* name, const char* referenceName,
+                 char negativeReference)
+{
+    const OIIO::ParamValue* const attribute = spec.find_attribute(name);
+    if (!attribute || attribute->type().basevalues() < 3)
+        return {};
+    const double value = double(attribute->get_float_indexed(0)) +
+                         double(attribute->get_float_indexed(1)) / 60 +
+                         double(attribute->get_float_indexed(2)) / 3600;
+    const std::string reference = spec.get_string_attribute(referenceName);
+    return !reference.empty() && reference[0] == negativeReference ? -value : value;
+}
+
+QVariant altitude(const OIIO::ImageSpec& spec)
+{
+    const OIIO::ParamValue* const attribute = spec.find_attribute("GPS:Altitude");
+    if (!attribute)
+        return {};
+    const double value = widened(attribute->get_float());
+    return spec.get_int_attribute("GPS:AltitudeRef") == 1 ? -value : value;
+}
+
+QVariantMap valuesOf(const OIIO::ImageSpec& spec)
+{
+    QVariantMap values;
+    const auto insert = [&values](const char* key, const QVariant& value) {
+        if (value.isValid())
+            values.insert(QLatin1String(key), value);
+    };
+    for (const Tag& tag : tags) {
+        if (const OIIO::ParamValue* const attribute = spec.find_attribute(tag.attribute))
+            insert(tag.key, valueOf(*attribute, tag.kind));
+    }
+    insert("GPSLatitude", degrees(spec, "GPS:Latitude", "GPS:LatitudeRef", 'S'));
+    insert("GPSLongitude", degrees(spec, "GPS:Longitude", "GPS:LongitudeRef", 'W'));
+    insert("GPSAltitude", altitude(spec));
+    return values;
+}
+
+QStringList extensionsOf(const std::string& format)
+{
+    const auto lists = OIIO::get_extension_map();
+    const auto list = lists.find(format);
+    QStringList extensions;
+    if (list != lists.end()) {
+        for (const std::string& extension : list->second)
+            extensions.append(QString::fromStdString(extension).toLower());
+    }
+    if (format == "heif") // as some cameras call it
+        extensions.append(QStringLiteral("hif"));
+    return extensions;
+}
+
+struct UnrefExif
+{
+    void operator()(ExifData* data) const { exif_data_unref(data); }
+    void operator()(ExifLoader* loader) const { exif_loader_unref(loader); }
+};
+using ExifDataPointer = std::unique_ptr<ExifData, UnrefExif>;
+
+/// The Exif block of a JPEG file, which stands before its pixels.
+ExifDataPointer exifOfJpeg(QFile& file)
+{
+    constexpr int mostBlocks = 256; // 1 MiB
+    const std::unique_ptr<ExifLoader, UnrefExif> loader(exif_loader_new());
+    for (int i = 0; i < mostBlocks; ++i) {
+        QByteArray block = file.read(4096);
+        if (block.isEmpty() ||
+            !exif_loader_write(loader.get(), reinterpret_cast<unsigned char*>(block.data()),
+                               unsigned(block.size())))
+            break;
+    }
+    return ExifDataPointer(exif_loader_get_data(loader.get()));
+}
+
+/// A TIFF file is an Exif block itself, of which libexif takes 64 KiB.
+ExifDataPointer exifOfTiff(QFile& file)
+{
+    const QByteArray block = QByteArray("Exif\0\0", 6) + file.read(65536);
+    return ExifDataPointer(exif_data_new_from_data(
+        reinterpret_cast<const unsigned char*>(block.constData()), unsigned(block.size())));
+}
+
+/// Type and size of the preview, e.g. "jpeg 160x120"; empty when there is none.
+QString previewOf(const QString& path, const std::string& format)
+{
+    QFile file(path);
+    if ((format != "jpeg" && format != "tiff") || !file.open(QIODevice::ReadOnly))
+        return {};
+    const ExifDataPointer exif = format == "jpeg" ? exifOfJpeg(file) : exifOfTiff(file);
+    if (!exif || !exif->data || exif->size == 0)
+        return {};
+    OIIO::Filesystem::IOMemReader memory(exif->data, exif->size);
+    const auto preview = OIIO::ImageInput::open("preview.jpg", nullptr, &memory);
+    if (!preview) {
+        OIIO::geterror(); // nobody asked
+        return {};
+    }
+    return QStringLiteral("%1 %2x%3")
+        .arg(QLatin1String(preview->format_name()))
+        .arg(preview->spec().width)
+        .arg(preview->spec().height);
+}
+
+} // namespace
+
+std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error)
+{
+    const auto input = OIIO::ImageInput::open(path.toStdString());
+    if (!input) {
+        error = QString::fromStdString(OIIO::geterror()); // per thread, so it is asked at once
+        return {};
+    }
+    const std::string format = input->format_name();
+    const OIIO::ImageSpec spec = input->spec();
+    input->close();
+
+    PictureFacts facts{extensionsOf(format), spec.width, spec.height, valuesOf(spec)};
+    const QString preview = previewOf(path, format);
+    if (!preview.isEmpty())
+        facts.values.insert(QStringLiteral("thumbnail"), preview);
+    return facts;
+}
