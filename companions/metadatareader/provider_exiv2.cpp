@@ -171,14 +171,22 @@ QString previewOf(const Exiv2::Image& image)
         .arg(largest.height_);
 }
 
+/// What Exiv2 needs once, before any thread reads.
+bool prepareExiv2()
+{
+    Exiv2::XmpParser::initialize();
+    Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute); // errors are thrown
+#ifdef EXV_ENABLE_BMFF
+    Exiv2::enableBMFF(true); // else HEIC and AVIF are taken for films
+#endif
+    return true;
+}
+
 } // namespace
 
 std::optional<PictureFacts> readPictureFacts(const QString& path, QString&)
 {
-#ifdef EXV_ENABLE_BMFF
-    // Else HEIC and AVIF are taken for films.
-    [[maybe_unused]] static const bool heif = Exiv2::enableBMFF(true);
-#endif
+    [[maybe_unused]] static const bool prepared = prepareExiv2();
     const auto image = Exiv2::ImageFactory::open(path.toStdString());
     image->readMetadata();
     PictureFacts facts{extensionsOf(image->mimeType()), int(image->pixelWidth()),

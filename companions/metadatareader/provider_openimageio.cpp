@@ -163,13 +163,23 @@ ExifDataPointer exifOfTiff(QFile& file)
         reinterpret_cast<const unsigned char*>(block.constData()), unsigned(block.size())));
 }
 
-/// Type and size of the preview, e.g. "jpeg 160x120"; empty when there is none.
-QString previewOf(const QString& path, const std::string& format)
+/// The Exif block of a file of the formats whose blocks are reached here; null for others.
+ExifDataPointer exifOf(const QString& path, const std::string& format)
 {
     QFile file(path);
     if ((format != "jpeg" && format != "tiff") || !file.open(QIODevice::ReadOnly))
         return {};
-    const ExifDataPointer exif = format == "jpeg" ? exifOfJpeg(file) : exifOfTiff(file);
+    return format == "jpeg" ? exifOfJpeg(file) : exifOfTiff(file);
+}
+
+bool hasDescription(const ExifData* exif)
+{
+    return exif && exif_content_get_entry(exif->ifd[EXIF_IFD_0], EXIF_TAG_IMAGE_DESCRIPTION);
+}
+
+/// Type and size of the preview, e.g. "jpeg 160x120"; empty when there is none.
+QString previewOf(const ExifData* exif)
+{
     if (!exif || !exif->data || exif->size == 0)
         return {};
     OIIO::Filesystem::IOMemReader memory(exif->data, exif->size);
@@ -198,7 +208,10 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
     input->close();
 
     PictureFacts facts{extensionsOf(format), spec.width, spec.height, valuesOf(spec)};
-    const QString preview = previewOf(path, format);
+    const ExifDataPointer exif = exifOf(path, format);
+    if (format == "jpeg" && !hasDescription(exif.get())) // then it is the comment of the program
+        facts.values.remove(QStringLiteral("ImageDescription"));
+    const QString preview = previewOf(exif.get());
     if (!preview.isEmpty())
         facts.values.insert(QStringLiteral("thumbnail"), preview);
     return facts;
