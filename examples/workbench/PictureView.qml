@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+ColumnLayout { // a picture under its title; empty while there is no file
+    id: root
+
+    required property string title
+    required property string path
+    required property string note
+
+    spacing: 6
+
+    RowLayout {
+        Label {
+            text: root.title
+            font.bold: true
+        }
+
+        Label {
+            text: root.note
+            color: root.palette.placeholderText
+        }
+    }
+
+    Rectangle {
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        color: "#151617"
+
+        Image {
+            id: picture
+
+            anchors.fill: parent
+            anchors.margins: 1
+            fillMode: Image.PreserveAspectFit
+            asynchronous: true
+            cache: false
+            source: root.path === "" ? "" : "image://photograph/" + encodeURIComponent(root.path)
+            sourceSize: Qt.size(1600, 1600)
+        }
+
+        BusyIndicator {
+            anchors.centerIn: parent
+            running: picture.status === Image.Loading
+        }
+    }
+}

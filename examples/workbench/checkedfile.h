@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QFile>
+
+#include <OpenImageIO/filesystem.h>
+
+/// Lets OpenImageIO write into an open file, and remembers whether every byte arrived: its writers
+/// do not ask after each of them, and none asks when it closes.
+class CheckedFile : public OIIO::Filesystem::IOProxy
+{
+public:
+    explicit CheckedFile(QFile& file);
+
+    /// What went wrong first; empty when every byte so far is in the file.
+    const QString& failure() const { return m_failure; }
+
+    /// Passes on what is buffered, and compares the length of the file with what was written.
+    void finish();
+
+    const char* proxytype() const override { return "checked file"; }
+    int64_t tell() override { return m_file.pos(); }
+    bool seek(int64_t offset) override { return m_file.seek(offset); }
+    size_t read(void* buffer, size_t size) override;
+    size_t write(const void* buffer, size_t size) override;
+    size_t size() const override { return size_t(m_file.size()); }
+
+private:
+    void fail(const QString& reason);
+
+    QFile& m_file;
+    qint64 m_end = 0; // of the farthest byte written
+    QString m_failure;
+};

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "exporter.h"
+
+#include "checkedfile.h"
+#include "console.h"
+#include "wholefile.h"
+
+#include <imageutils/cvutils.h>
+
+#include <QtCore/QFileInfo>
+
+#include <opencv2/imgproc.hpp>
+
+#include <vector>
+
+namespace {
+
+constexpr OIIO::stride_t bytesPerPixel = 4 * sizeof(float);
+
+Failure cannotBeWritten(const QString& reason)
+{
+    return {QStringLiteral("cannot be written: %1").arg(reason)};
+}
+
+/// Puts the channels of `image` that are written in front: of grey and alpha that is R and A.
+void packChannels(QImage& image, int channels)
+{
+    if (channels != 2)
+        return;
+    cv::Mat pixels(image.height(), image.width(), CV_32FC4, image.bits(),
+                   std::size_t(image.bytesPerLine()));
+    const int alphaSecond[] = {3, 1};
+    cv::mixChannels(&pixels, 1, &pixels, 1, alphaSecond, 1);
+}
+
+bool writePixels(OIIO::ImageOutput& writer, const std::string& path, const QImage& image,
+                 const OIIO::ImageSpec& header)
+{
+    return writer.open(path, header) &&
+           writer.write_image(OIIO::TypeFloat, image.constBits(), bytesPerPixel,
+                              image.bytesPerLine()) &&
+           writer.close();
+}
+
+/// For formats that OpenImageIO writes by name only, without a word when the disk is full: all rows
+/// must come back.
+bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header)
+{
+    const auto input = OIIO::ImageInput::open(path);
+    if (!input || input->spec().width != header.width || input->spec().height != header.height)
+        return false;
+    const OIIO::ImageSpec& spec = input->spec();
+    std::vector<unsigned char> pixels(spec.image_pixels() * std::size_t(spec.nchannels));
+    return input->read_image(0, 0, 0, spec.nchannels, OIIO::TypeUInt8, pixels.data()) &&
+           input->geterror().empty();
+}
+
+/// Why the file is not whole; empty when it is.
+QString failureToWrite(WholeFile& whole, const QImage& image, const OIIO::ImageSpec& header)
+{
+    const QString extension = QFileInfo(whole.file().fileName()).suffix();
+    const auto writer = writerFor(extension);
+    const std::string path = whole.file().fileName().toStdString();
+    CheckedFile file(whole.file());
+    const bool isChecked = writer->supports("ioproxy") && writer->set_ioproxy(&file);
+    const bool isWritten = writePixels(*writer, path, image, header);
+    if (isChecked)
+        file.finish();
+    if (!file.failure().isEmpty())
+        return file.failure();
+    if (!isWritten)
+        return QString::fromStdString(writer->geterror()).simplified();
+    if (!isChecked && !canBeReadBack(path, header))
+        return QStringLiteral("the file does not hold what was written, the disk may be full");
+    return {};
+}
+
+qint64 bitmapLength(const cv::Mat& pixels)
+{
+    constexpr qint64 headers = 54;
+    const qint64 paddedRow = (qint64(pixels.cols) * 3 + 3) / 4 * 4;
+    return headers + pixels.rows * paddedRow;
+}
+
+} // namespace
+
+Result<QString> exportPicture(QImage& image, const OIIO::ImageSpec& header,
+                              const QString& wantedPath)
+{
+    const Console::SilencedErrors silenced; // some writers report there and to the caller
+    const QFileInfo wanted(wantedPath);
+    auto whole = WholeFile::create(wanted.path(), wanted.suffix());
+    if (!whole)
+        return whole.failure();
+    packChannels(image, header.nchannels);
+    const QString failure = failureToWrite(**whole, image, header);
+    if (!failure.isEmpty())
+        return cannotBeWritten(failure);
+    return (*whole)->publish(wantedPath);
+}
+
+Result<QString> exportBitmap(const cv::Mat& chroma, const QString& wantedPath)
+{
+    const QFileInfo wanted(wantedPath);
+    auto whole = WholeFile::create(wanted.path(), wanted.suffix());
+    if (!whole)
+        return whole.failure();
+    const QString path = (*whole)->file().fileName();
+    CvUtils::imwrite(path, chroma, cv::COLOR_RGB2BGR, 255.0F, 0.0F, 1.0F);
+    // It reports nothing, and says nothing of a full disk.
+    if (QFileInfo(path).size() != bitmapLength(chroma))
+        return cannotBeWritten(QStringLiteral("not all bytes arrived, the disk may be full"));
+    return (*whole)->publish(wantedPath);
+}

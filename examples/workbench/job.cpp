@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "job.h"
+
+#include "exporter.h"
+#include "keep.h"
+#include "messages.h"
+#include "photograph.h"
+#include "resample.h"
+
+#include <imageutils/cvutils.h>
+#include <imageutils/imageutils.h>
+#include <timing/elapsedtime.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+#include <exception>
+#include <new>
+
+namespace {
+
+using Refusal = std::optional<Failure>;
+
+/// What can be said without opening the file. Opening a pipe or a device might never return.
+Refusal refuseEntry(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return Failure{QStringLiteral("no such file")};
+    if (info.isDir())
+        return Failure{QStringLiteral("is a folder")};
+    if (!info.isFile())
+        return Failure{QStringLiteral("is not a regular file")};
+    if (info.size() == 0)
+        return Failure{QStringLiteral("is empty")};
+    if (!NImageUtils::isSupportedFile(path))
+        return Failure{QStringLiteral("is not named as a photograph")};
+    return {};
+}
+
+/// Everything that changes the bytes of an output of the kind `extension`.
+QString settingsText(const Options& options, const QString& extension, bool isBitmap)
+{
+    const FilterShape filter = options.filter.value_or(FilterShape{-1.0F, -1.0F});
+    return QStringLiteral("%1 bitmap=%2 scale=%3 fit=%4x%5 filter=%6,%7 quality=%8")
+        .arg(extension)
+        .arg(int(isBitmap))
+        .arg(options.scale, 0, 'g', 17)
+        .arg(options.maxWidth)
+        .arg(options.maxHeight)
+        .arg(double(filter.b), 0, 'g', 9)
+        .arg(double(filter.c), 0, 'g', 9)
+        .arg(options.quality);
+}
+
+/// One file that a photograph gives.
+struct Output
+{
+    QString wantedPath;
+    QString record;
+};
+
+Output outputOf(const QString& path, const Options& options, const QString& extension,
+                bool isBitmap)
+{
+    const QString name = NImageUtils::getBaseName(path) + QLatin1Char('.') + extension;
+    return {QDir(options.outputFolder).filePath(name),
+            Keep::recordFor(path, settingsText(options, extension, isBitmap))};
+}
+
+class Job
+{
+public:
+    Job(const Options& options, const std::function<void(Step)>& onStep,
+        const std::stop_token& stop, JobResult& result)
+        : m_options(options), m_onStep(onStep), m_stop(stop), m_result(result)
+    {}
+
+    Refusal run();
+
+private:
+    /// Does one step and takes its time.
+    template<typename Work>
+    Refusal step(Step step, Work work);
+
+    Refusal readHeader();
+    bool findKept();
+    Refusal decode();
+    Refusal split();
+    Refusal analyse();
+    Refusal resample();
+    Refusal join();
+    Refusal write();
+    Refusal writeBitmap();
+    QString remembered(const Result<QString>& path, const QString& record);
+
+    const Options& m_options;
+    const std::function<void(Step)>& m_onStep;
+    const std::stop_token& m_stop;
+    JobResult& m_result;
+
+    Output m_picture;
+    Output m_bitmap;
+    std::unique_ptr<OIIO::ImageOutput> m_writer;
+    Photograph m_photograph;
+    Layout m_layout{};
+    Planes m_planes;
+    QImage m_image;
+};
+
+template<typename Work>
+Refusal Job::step(Step step, Work work)
+{
+    if (m_stop.stop_requested())
+        return Failure{QStringLiteral("was stopped")};
+    m_onStep(step);
+    const qint64 begin = ElapsedTime::monotonicNanoseconds();
+    const Refusal refusal = (this->*work)();
+    const qint64 end = ElapsedTime::monotonicNanoseconds();
+    m_result.milliseconds[std::size_t(step)] = double(end - begin) / 1e6;
+    return refusal;
+}
+
+Refusal Job::run()
+{
+    if (Refusal refusal = refuseEntry(m_result.path))
+        return refusal;
+    if (Refusal refusal = step(Step::Header, &Job::readHeader))
+        return refusal;
+    if (findKept())
+        return {};
+    const std::initializer_list<std::pair<Step, Refusal (Job::*)()>> road{
+        {Step::Decode, &Job::decode},     {Step::Split, &Job::split},
+        {Step::Analyse, &Job::analyse},   {Step::Resample, &Job::resample},
+        {Step::Bitmap, &Job::writeBitmap}, {Step::Join, &Job::join},
+        {Step::Write, &Job::write}};
+    for (const auto& [name, work] : road)
+        if (Refusal refusal = step(name, work))
+            return refusal;
+    return {};
+}
+
+Refusal Job::readHeader()
+{
+    const QString source = NImageUtils::getExtension(m_result.path);
+    const QString extension =
+        NImageUtils::getExportExtension(source, m_options.format, true); // raw files are developed
+    m_writer = writerFor(extension);
+    if (!m_writer)
+        return Failure{QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
+    m_result.size = NImageUtils::imageSize(m_result.path);
+    if (!m_result.size.isValid())
+        return Failure{QStringLiteral("has no header that can be read")};
+    if (Refusal refusal =
+            refuseSize(m_result.size.width(), m_result.size.height(), m_options.maxPixels))
+        return refusal;
+    const Result<Fit> fit = fitFor(m_result.size, m_options);
+    if (!fit)
+        return fit.failure();
+    m_picture = outputOf(m_result.path, m_options, extension, false);
+    m_bitmap = outputOf(m_result.path, m_options, QStringLiteral("bmp"), true);
+    return {};
+}
+
+bool Job::findKept()
+{
+    m_result.output = Keep::find(m_picture.wantedPath, m_picture.record);
+    if (m_options.bitmap)
+        m_result.bitmap = Keep::find(m_bitmap.wantedPath, m_bitmap.record);
+    m_result.isKept =
+        !m_result.output.isEmpty() && (!m_options.bitmap || !m_result.bitmap.isEmpty());
+    if (!m_result.output.isEmpty())
+        m_result.outputSize = NImageUtils::imageSize(m_result.output);
+    return m_result.isKept;
+}
+
+Refusal Job::decode()
+{
+    Result<Photograph> photograph = readPhotograph(m_result.path, m_options.maxPixels);
+    if (!photograph)
+        return photograph.failure();
+    m_photograph = std::move(*photograph);
+    m_result.storedSize = QSize(m_photograph.spec.width, m_photograph.spec.height);
+    m_result.size = m_photograph.pixels.size();
+    m_layout = layoutFor(*m_writer, m_photograph);
+    return {};
+}
+
+Refusal Job::split()
+{
+    if (!CvUtils::qimageToMat(m_photograph.pixels, m_planes.chroma, m_planes.alpha))
+        return Failure{QStringLiteral("the library refused the picture")};
+    m_photograph.pixels = QImage(); // as large as everything that follows
+    m_planes.isAssociated = m_photograph.isAssociated;
+    if (!m_photograph.hasAlpha || isOpaque(m_planes.alpha))
+        m_planes.alpha.release();
+    return {};
+}
+
+Refusal Job::analyse()
+{
+    m_result.isGrey = CvUtils::isMonochrome(m_planes.chroma);
+    m_result.isLumaNoise = CvUtils::isLumaNoise(m_planes.chroma);
+    return {};
+}
+
+Refusal Job::resample()
+{
+    const Result<Fit> fit = fitFor(m_result.size, m_options);
+    if (!fit)
+        return fit.failure();
+    Result<Planes> planes = resampled(m_planes, *fit, m_options.filter);
+    if (!planes)
+        return planes.failure();
+    m_planes = std::move(*planes);
+    m_result.outputSize = fit->size;
+    return {};
+}
+
+Refusal Job::writeBitmap()
+{
+    if (!m_options.bitmap || !m_result.bitmap.isEmpty())
+        return {};
+    const Result<QString> path = exportBitmap(overWhite(m_planes).chroma, m_bitmap.wantedPath);
+    m_result.bitmap = remembered(path, m_bitmap.record);
+    return path ? Refusal() : path.failure();
+}
+
+Refusal Job::join()
+{
+    m_planes = m_layout.hasAlpha ? associated(m_planes, m_layout.isAssociated)
+                                 : overWhite(m_planes);
+    m_image = CvUtils::matToQImage(m_planes.chroma, m_planes.alpha);
+    m_planes = {};
+    return m_image.isNull() ? Refusal(Failure{QStringLiteral("the library refused the planes")})
+                            : Refusal();
+}
+
+Refusal Job::write()
+{
+    if (!m_result.output.isEmpty())
+        return {};
+    const OIIO::ImageSpec header = headerFor(*m_writer, m_photograph, m_layout, m_image.size(),
+                                             m_options.quality, m_picture.record);
+    const Result<QString> path = exportPicture(m_image, header, m_picture.wantedPath);
+    m_result.output = remembered(path, m_picture.record);
+    return path ? Refusal() : path.failure();
+}
+
+/// The name of an output that was written; a later run will know it.
+QString Job::remembered(const Result<QString>& path, const QString& record)
+{
+    if (!path)
+        return {};
+    if (const auto failure = Keep::remember(*path, record))
+        m_result.warnings.append(QStringLiteral("cannot be kept next time: %1").arg(failure->reason));
+    return *path;
+}
+
+} // namespace
+
+JobResult runJob(const QString& path, const Options& options,
+                 const std::function<void(Step)>& onStep, const std::stop_token& stop)
+{
+    Messages::Collector collector;
+    JobResult result;
+    result.path = path;
+    try {
+        if (const Refusal refusal = Job(options, onStep, stop, result).run())
+            result.failure = refusal->reason;
+    } catch (const std::bad_alloc&) {
+        result.failure = QStringLiteral("takes more memory than there is");
+    } catch (const std::exception& exception) {
+        result.failure = QString::fromUtf8(exception.what()).simplified();
+    }
+    const QStringList& said = collector.warnings();
+    if (result.failure.isEmpty())
+        result.warnings.append(said);
+    else if (!said.isEmpty())
+        result.failure = said.last(); // the library knows better what was wrong
+    return result;
+}

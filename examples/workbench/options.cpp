@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "options.h"
+
+#include <QtCore/QCommandLineParser>
+
+#include <climits>
+#include <cmath>
+
+namespace {
+
+const QCommandLineOption& outputOption()
+{
+    static const QCommandLineOption option(
+        {QStringLiteral("o"), QStringLiteral("output")},
+        QStringLiteral("Write into the folder DIR, which is made when it is missing "
+                       "(default: ./workbench-output). Files that exist are never overwritten."),
+        QStringLiteral("DIR"), QStringLiteral("workbench-output"));
+    return option;
+}
+
+void describe(QCommandLineParser& parser)
+{
+    const auto text = [](const char* utf8) { return QString::fromUtf8(utf8); };
+    parser.setApplicationDescription(
+        text("Takes photographs through the library: reads, examines, resamples and exports them.\n"
+             "Exit status: 0 when every photograph was exported or kept, 1 when one failed, 2 for "
+             "a wrong command line."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(
+        text("FILE|FOLDER"),
+        text("Photographs, and folders whose photographs are taken in the order of their names "
+             "(hidden files and folders inside are not). Without any: the photographs of the "
+             "package mate-backgrounds."),
+        text("[FILE|FOLDER...]"));
+    parser.addOption(outputOption());
+    parser.addOptions({
+        {text("scale"), text("Resample by the factor S, above 0 (default: 1)."), text("S"),
+         text("1")},
+        {text("max-width"),
+         text("Make the picture fit into N columns, whole and undistorted. Never enlarges."),
+         text("N"), text("0")},
+        {text("max-height"),
+         text("Make the picture fit into N rows, whole and undistorted. Never enlarges."),
+         text("N"), text("0")},
+        {text("filter"),
+         text("Shape of the cubic filter for a factor of 1 or less (default: 0,0 at exactly 1, "
+              "which leaves every pixel as it is, otherwise 1/3,1/3). Enlarging always uses "
+              "1/3,1/3."),
+         text("B,C")},
+        {text("format"),
+         text("Export as the format with the extension EXT, or \"preserve\" for the source's own "
+              "(default: tiff). Raw photographs are developed, so for them \"preserve\" and \"dng\" "
+              "mean tiff."),
+         text("EXT"), text("tiff")},
+        {text("quality"), text("Quality of formats that lose some, 1 to 100 (default: 95)."),
+         text("Q"), text("95")},
+        {text("bitmap"), text("Also write a Windows bitmap of every picture.")},
+        {text("max-megapixels"),
+         text("Refuse files whose header claims more than N megapixels (default: 250). Decoding "
+              "takes some 40 bytes of memory per pixel."),
+         text("N"), text("250")},
+        {text("json"),
+         text("Print one line of JSON per photograph instead of a table; implies --headless.")},
+        {text("headless"), text("Show no window, even with a display.")},
+        {text("verbose"), text("Show the library's information lines too.")},
+    });
+}
+
+/// Reads option values; the first one that is wrong is kept as the error.
+class Reader
+{
+public:
+    Reader(const QCommandLineParser& parser, QString& error) : m_parser(parser), m_error(error) {}
+
+    double number(const char* name, double above)
+    {
+        bool isNumber = false;
+        const double value = text(name).toDouble(&isNumber);
+        if (!isNumber || !std::isfinite(value) || !(value > above))
+            refuse(name, QStringLiteral("a number above %1").arg(above));
+        return value;
+    }
+
+    int integer(const char* name, int lowest, int highest)
+    {
+        bool isNumber = false;
+        const int value = text(name).toInt(&isNumber);
+        if (!isNumber || value < lowest || value > highest)
+            refuse(name, QStringLiteral("a whole number from %1 to %2").arg(lowest).arg(highest));
+        return value;
+    }
+
+    std::optional<FilterShape> filter(const char* name)
+    {
+        if (!m_parser.isSet(QString::fromLatin1(name)))
+            return {};
+        const QStringList parts = text(name).split(QLatin1Char(','));
+        bool isB = false;
+        bool isC = false;
+        const FilterShape shape{parts.value(0).toFloat(&isB), parts.value(1).toFloat(&isC)};
+        if (parts.size() != 2 || !isB || !isC || !std::isfinite(shape.b) ||
+            !std::isfinite(shape.c))
+            refuse(name, QStringLiteral("two numbers as in 0.33,0.33"));
+        return shape;
+    }
+
+private:
+    QString text(const char* name) const { return m_parser.value(QString::fromLatin1(name)); }
+
+    void refuse(const char* name, const QString& wanted)
+    {
+        if (m_error.isEmpty())
+            m_error = QStringLiteral("--%1 takes %2, not \"%3\"")
+                          .arg(QString::fromLatin1(name), wanted, text(name));
+    }
+
+    const QCommandLineParser& m_parser;
+    QString& m_error;
+};
+
+} // namespace
+
+CommandLine readCommandLine(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    CommandLine line;
+    if (!parser.parse(arguments))
+        line.error = parser.errorText();
+    const auto isSet = [&parser](const char* name) {
+        return parser.isSet(QString::fromLatin1(name));
+    };
+    line.wantsHelp = isSet("help") || isSet("help-all");
+    line.wantsVersion = isSet("version");
+
+    Reader reader(parser, line.error);
+    Options& options = line.options;
+    options.paths = parser.positionalArguments();
+    options.outputFolder = parser.value(outputOption());
+    options.format = parser.value(QStringLiteral("format"));
+    options.scale = reader.number("scale", 0.0);
+    options.maxWidth = reader.integer("max-width", 0, INT_MAX);
+    options.maxHeight = reader.integer("max-height", 0, INT_MAX);
+    options.filter = reader.filter("filter");
+    options.quality = reader.integer("quality", 1, 100);
+    options.maxPixels = qint64(reader.integer("max-megapixels", 1, 1'000'000)) * 1'000'000;
+    options.bitmap = isSet("bitmap");
+    options.json = isSet("json");
+    options.headless = isSet("headless") || options.json;
+    options.verbose = isSet("verbose");
+    return line;
+}
+
+QString helpText()
+{
+    QCommandLineParser parser;
+    describe(parser);
+    return parser.helpText();
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+/// The two shape parameters of the cubic filter.
+struct FilterShape
+{
+    float b;
+    float c;
+};
+
+/// What the user asks for.
+struct Options
+{
+    QStringList paths; ///< photographs and folders, as given; empty: the sample photographs
+    QString outputFolder = QStringLiteral("workbench-output");
+    QString format = QStringLiteral("tiff"); ///< an extension, or "preserve"
+    double scale = 1.0;
+    int maxWidth = 0;  ///< 0: no limit
+    int maxHeight = 0; ///< 0: no limit
+    std::optional<FilterShape> filter;
+    int quality = 95;
+    qint64 maxPixels = 250'000'000; ///< what a header may claim before it is not believed
+    bool bitmap = false;
+    bool json = false;
+    bool headless = false;
+    bool verbose = false;
+};
+
+/// A command line that has been read.
+struct CommandLine
+{
+    Options options;
+    QString error;            ///< what is wrong with it, empty when nothing is
+    bool wantsHelp = false;   ///< helpText() was asked for
+    bool wantsVersion = false; ///< name and version were asked for
+};
+
+/// Reads `arguments`, of which the first is the program's name. Needs no application object.
+CommandLine readCommandLine(const QStringList& arguments);
+
+/// The whole `--help`. Needs an application object, whose name it shows.
+QString helpText();

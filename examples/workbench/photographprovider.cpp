@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "photographprovider.h"
+
+#include "messages.h"
+#include "photograph.h"
+#include "resample.h"
+
+#include <imageutils/cvutils.h>
+
+#include <QtCore/QUrl>
+#include <QtGui/QColorSpace>
+
+#include <exception>
+
+namespace {
+
+/// `image` as a screen of the usual kind shows it.
+QImage onScreen(QImage image, const Photograph& photograph)
+{
+    image = image.convertToFormat(QImage::Format_RGBA8888);
+    const OIIO::ParamValue* const profile = photograph.spec.find_attribute("ICCProfile");
+    if (!profile || photograph.isGrey)
+        return image;
+    const QColorSpace space = QColorSpace::fromIccProfile(QByteArray(
+        static_cast<const char*>(profile->data()), qsizetype(profile->type().size())));
+    if (!space.isValid())
+        return image;
+    image.setColorSpace(space);
+    image.convertToColorSpace(QColorSpace::SRgb);
+    return image;
+}
+
+QImage fitted(Photograph& photograph, QSize bounds)
+{
+    Options options;
+    options.maxWidth = bounds.width();
+    options.maxHeight = bounds.height();
+    const auto fit = fitFor(photograph.pixels.size(), options);
+    Planes planes;
+    if (!fit || !CvUtils::qimageToMat(photograph.pixels, planes.chroma, planes.alpha))
+        return {};
+    planes.isAssociated = photograph.isAssociated;
+    auto small = resampled(planes, *fit, {});
+    if (!small)
+        return {};
+    Planes shown = associated(*small, false);
+    return CvUtils::matToQImage(shown.chroma, shown.alpha);
+}
+
+} // namespace
+
+PhotographProvider::PhotographProvider(qint64 maxPixels)
+    : QQuickImageProvider(QQmlImageProviderBase::Image,
+                          QQmlImageProviderBase::ForceAsynchronousImageLoading),
+      m_maxPixels(maxPixels)
+{}
+
+QImage PhotographProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize)
+{
+    const Messages::Collector collector; // the job says what is wrong with the file
+    try {
+        auto photograph =
+            readPhotograph(QUrl::fromPercentEncoding(id.toUtf8()), m_maxPixels);
+        if (!photograph)
+            return {};
+        *size = photograph->pixels.size();
+        return onScreen(fitted(*photograph, requestedSize), *photograph);
+    } catch (const std::exception&) {
+        return {};
+    }
+}

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "report.h"
+
+#include "terminal.h"
+
+#include <imageutils/imageutils.h>
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+constexpr qsizetype longestFileName = 32;
+constexpr qsizetype sizeColumns = 11;
+constexpr qsizetype answerColumns = 5;
+
+double total(const JobResult& result)
+{
+    return std::accumulate(result.milliseconds.begin(), result.milliseconds.end(), 0.0);
+}
+
+QString millisecondsText(double milliseconds)
+{
+    return QString::number(milliseconds, 'f', milliseconds < 10.0 ? 1 : 0);
+}
+
+QJsonValue jsonOf(QSize size)
+{
+    return size.isValid() ? QJsonArray{size.width(), size.height()} : QJsonValue();
+}
+
+QJsonValue jsonOf(std::optional<bool> answer) { return answer ? QJsonValue(*answer) : QJsonValue(); }
+
+QJsonObject jsonOf(const JobResult& result)
+{
+    if (!result.failure.isEmpty())
+        return {{QStringLiteral("file"), result.path},
+                {QStringLiteral("error"), result.failure}};
+    QJsonObject milliseconds;
+    for (std::size_t step = 0; step < stepNames.size(); ++step)
+        milliseconds.insert(QString::fromLatin1(stepNames[step]), result.milliseconds[step]);
+    QJsonObject object{{QStringLiteral("file"), result.path},
+                       {QStringLiteral("stored"), jsonOf(result.storedSize)},
+                       {QStringLiteral("upright"), jsonOf(result.size)},
+                       {QStringLiteral("raw"), NImageUtils::isRawFile(result.path)},
+                       {QStringLiteral("grey"), jsonOf(result.isGrey)},
+                       {QStringLiteral("lumaNoise"), jsonOf(result.isLumaNoise)},
+                       {QStringLiteral("output"), result.output},
+                       {QStringLiteral("outputSize"), jsonOf(result.outputSize)},
+                       {QStringLiteral("kept"), result.isKept},
+                       {QStringLiteral("milliseconds"), milliseconds},
+                       {QStringLiteral("warnings"), QJsonArray::fromStringList(result.warnings)}};
+    if (!result.bitmap.isEmpty())
+        object.insert(QStringLiteral("bitmap"), result.bitmap);
+    return object;
+}
+
+} // namespace
+
+QString sizeText(QSize size)
+{
+    return size.isValid() ? QStringLiteral("%1x%2").arg(size.width()).arg(size.height())
+                          : QStringLiteral("-");
+}
+
+QString answerText(std::optional<bool> answer)
+{
+    if (!answer)
+        return QStringLiteral("-");
+    return *answer ? QStringLiteral("yes") : QStringLiteral("no");
+}
+
+Report::Report(const Options& options, const QList<Source>& sources)
+    : m_isJson(options.json), m_steps(options.bitmap ? stepNames.size() : stepNames.size() - 1)
+{
+    if (m_isJson)
+        return;
+    for (const Source& source : sources)
+        m_fileColumns = std::max(m_fileColumns, NImageUtils::getFilename(source.path).size());
+    m_fileColumns = std::clamp<qsizetype>(m_fileColumns, 4, longestFileName);
+    QStringList head{QStringLiteral("file"), QStringLiteral("stored"), QStringLiteral("upright"),
+                     QStringLiteral("grey"), QStringLiteral("noise")};
+    for (std::size_t step = 0; step < m_steps; ++step)
+        head.append(QString::fromLatin1(stepNames[step]));
+    head += {QStringLiteral("total ms"), QStringLiteral("size"), QStringLiteral("output")};
+    printRow(head);
+}
+
+void Report::add(const JobResult& result)
+{
+    const QString name = NImageUtils::getFilename(result.path);
+    for (const QString& warning : result.warnings)
+        Terminal::printError(name + QLatin1String(": ") + warning);
+    if (!result.failure.isEmpty()) {
+        ++m_failed;
+        Terminal::printError(result.path + QLatin1String(": ") + result.failure);
+    } else {
+        ++(result.isKept ? m_kept : m_exported);
+    }
+    if (m_isJson)
+        Terminal::printLine(QString::fromUtf8(
+            QJsonDocument(jsonOf(result)).toJson(QJsonDocument::Compact)));
+    else if (result.failure.isEmpty())
+        printRow(rowOf(result));
+}
+
+int Report::finish()
+{
+    const QString summary = QStringLiteral("%1 exported, %2 kept, %3 failed")
+                                .arg(m_exported)
+                                .arg(m_kept)
+                                .arg(m_failed);
+    if (m_isJson)
+        Terminal::clearProgress();
+    else
+        Terminal::printLine(summary);
+    if (m_isJson && m_failed > 0)
+        Terminal::printError(summary);
+    return m_failed > 0 ? 1 : 0;
+}
+
+QStringList Report::rowOf(const JobResult& result) const
+{
+    QString name = NImageUtils::getFilename(result.path);
+    if (name.size() > m_fileColumns)
+        name = name.left(m_fileColumns - 1) + QChar(0x2026); // an ellipsis
+    QStringList row{name, sizeText(result.storedSize), sizeText(result.size),
+                    answerText(result.isGrey), answerText(result.isLumaNoise)};
+    for (std::size_t step = 0; step < m_steps; ++step)
+        row.append(millisecondsText(result.milliseconds[step]));
+    const QString output =
+        result.isKept ? QStringLiteral("kept ") + result.output : result.output;
+    row += {millisecondsText(total(result)), sizeText(result.outputSize), output};
+    return row;
+}
+
+/// Names and texts to the left of their columns, numbers to the right.
+void Report::printRow(const QStringList& cells) const
+{
+    QString row = cells.at(0).leftJustified(m_fileColumns);
+    const auto addNumber = [&row](const QString& cell, qsizetype columns) {
+        row += QLatin1String("  ") + cell.rightJustified(columns);
+    };
+    qsizetype cell = 1;
+    for (const qsizetype columns : {sizeColumns, sizeColumns, answerColumns, answerColumns})
+        addNumber(cells.at(cell++), columns);
+    for (std::size_t step = 0; step < m_steps; ++step)
+        addNumber(cells.at(cell++), qsizetype(QLatin1String(stepNames[step]).size()));
+    addNumber(cells.at(cell++), qsizetype(QLatin1String("total ms").size()));
+    addNumber(cells.at(cell++), sizeColumns);
+    Terminal::printLine(row + QLatin1String("  ") + cells.at(cell));
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "options.h"
+#include "planes.h"
+#include "result.h"
+
+#include <QtCore/QSize>
+
+/// How large a picture becomes: `factor` in both directions, and exactly `size` pixels.
+struct Fit
+{
+    double factor;
+    QSize size;
+};
+
+/// What `options` make of a picture of `size`: the wanted scale, or less where the whole picture
+/// would not fit into the wanted width and height. Refuses results of more than the wanted pixels.
+Result<Fit> fitFor(QSize size, const Options& options);
+
+/// `planes` resampled to `fit` with `filter`, or with the one that suits the factor.
+Result<Planes> resampled(const Planes& planes, const Fit& fit,
+                         const std::optional<FilterShape>& filter);

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QSet>
+#include <QtCore/QString>
+
+/// A photograph to be taken through the library, or a name that cannot be one.
+struct Source
+{
+    QString path;
+    QString refusal; ///< why it cannot be one; empty for a photograph
+};
+
+/// What the user's arguments `paths` name: files as they are, folders as their photographs in the
+/// order of their names (hidden files, folders inside and files of other formats are passed over).
+/// Names in `undecodable`, whose bytes were no text, are refused.
+QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecodable);
+
+/// The camera photographs that the system's sample pictures hold, sorted; empty when they are not
+/// installed.
+QStringList samplePhotographs();

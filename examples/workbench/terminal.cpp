@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "terminal.h"
+
+#include "console.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <mutex>
+
+namespace {
+
+constexpr qsizetype progressColumns = 79; // a longer line would wrap and could not be replaced
+
+constinit std::mutex s_mutex;
+constinit bool s_progressShown = false;
+
+QByteArray printable(QString text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
+        QChar(QChar::ReplacementCharacter));
+    return text.toUtf8();
+}
+
+void takeProgressAway()
+{
+    if (!s_progressShown)
+        return;
+    std::fputs("\r\033[K", stderr);
+    std::fflush(stderr);
+    s_progressShown = false;
+}
+
+void print(std::FILE* stream, const QString& line)
+{
+    const std::lock_guard lock(s_mutex);
+    takeProgressAway();
+    std::fputs((printable(line) + '\n').constData(), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+void Terminal::printLine(const QString& line) { print(stdout, line); }
+
+void Terminal::printError(const QString& line) { print(stderr, line); }
+
+void Terminal::showProgress(const QString& text)
+{
+    static const bool isTerminal = Console::errorsGoToTerminal();
+    if (!isTerminal)
+        return;
+    const std::lock_guard lock(s_mutex);
+    std::fputs(("\r\033[K" + printable(text.left(progressColumns))).constData(), stderr);
+    std::fflush(stderr);
+    s_progressShown = true;
+}
+
+void Terminal::clearProgress()
+{
+    const std::lock_guard lock(s_mutex);
+    takeProgressAway();
+}

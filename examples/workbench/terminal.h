@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtCore/QString>
+
+/// The only writer to the standard and the error output: whole lines, and one line of progress that
+/// never mixes with them. May be called from any thread. Control characters of file names are
+/// written as U+FFFD, so that a line stays one line.
+namespace Terminal {
+
+/// Writes one line to the standard output.
+void printLine(const QString& line);
+
+/// Writes one line to the error output.
+void printError(const QString& line);
+
+/// Shows `text` as the line of progress, which replaces itself and vanishes before any other line.
+/// Nothing where the error output is no terminal.
+void showProgress(const QString& text);
+
+/// Takes the line of progress away.
+void clearProgress();
+
+} // namespace Terminal

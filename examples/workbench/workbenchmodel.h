@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "job.h"
+#include "sources.h"
+
+#include <QtCore/QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
+
+#include <thread>
+
+/// The photographs of a run, for the window: each with its state and, as it becomes known, what the
+/// library found out about it. A thread of its own takes them down the road one after the other.
+class WorkbenchModel : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    Q_PROPERTY(int count READ count CONSTANT)
+    Q_PROPERTY(int current READ current NOTIFY progressed)
+    Q_PROPERTY(int finished READ finished NOTIFY progressed)
+    Q_PROPERTY(int failed READ failed NOTIFY progressed)
+
+public:
+    enum class State { Waiting, Working, Exported, Kept, Failed };
+    Q_ENUM(State)
+
+    WorkbenchModel(const Options& options, const QList<Source>& sources);
+
+    /// Begins the work. It ends with the last photograph, or early with this object.
+    void start();
+
+    int count() const { return int(m_entries.size()); }
+    int current() const { return m_current; }   ///< row of the photograph in work
+    int finished() const { return m_finished; } ///< photographs that are done, failed ones too
+    int failed() const { return m_failed; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void progressed();
+
+private:
+    struct Entry
+    {
+        Source source;
+        State state = State::Waiting;
+        Step step = Step::Header;
+        JobResult result;
+    };
+
+    void work(const std::stop_token& stop);
+    void showStep(int row, Step step);
+    void showResult(int row, const JobResult& result);
+    void changed(int row);
+
+    const Options m_options;
+    QList<Entry> m_entries;
+    int m_current = 0;
+    int m_finished = 0;
+    int m_failed = 0;
+    std::jthread m_worker; // last: it is joined before anything that it uses goes away
+};
