@@ -59,6 +59,7 @@ ApplicationWindow {
                     id: list
 
                     property bool follows: true // the work, until the user chooses a photograph
+                    readonly property int inWork: root.photographs.current
 
                     Layout.fillWidth: true
                     Layout.fillHeight: true
@@ -70,6 +71,10 @@ ApplicationWindow {
                     keyNavigationEnabled: true
                     ScrollBar.vertical: ScrollBar {}
                     Keys.onPressed: list.follows = false
+                    onInWorkChanged: {
+                        if (list.follows)
+                            list.currentIndex = list.inWork;
+                    }
 
                     delegate: PhotographRow {
                         width: ListView.view.width
@@ -126,14 +131,6 @@ ApplicationWindow {
                 Layout.fillWidth: true
                 photograph: root.selected
             }
-        }
-    }
-
-    Connections {
-        target: root.photographs
-        function onProgressed(): void {
-            if (list.follows)
-                list.currentIndex = root.photographs.current;
         }
     }
 }

@@ -40,7 +40,8 @@ ColumnLayout { // a picture under its title; empty while there is no file
             asynchronous: true
             cache: false
             source: root.path === "" ? "" : "image://photograph/" + encodeURIComponent(root.path)
-            sourceSize: Qt.size(1600, 1600)
+            sourceSize.width: 1600
+            sourceSize.height: 1600
         }
 
         BusyIndicator {

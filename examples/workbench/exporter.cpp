@@ -11,6 +11,7 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -42,8 +43,16 @@ bool writePixels(OIIO::ImageOutput& writer, const std::string& path, const QImag
            writer.close();
 }
 
-/// For formats that OpenImageIO writes by name only, without a word when the disk is full: all rows
-/// must come back.
+/// Whether `writer` writes into a file of ours. That of TIFF loses the picture when there is Exif,
+/// which it writes last and for which it reads the file again, from nowhere.
+bool writesInto(CheckedFile& file, OIIO::ImageOutput& writer)
+{
+    return writer.supports("ioproxy") && std::string_view(writer.format_name()) != "tiff" &&
+           writer.set_ioproxy(&file);
+}
+
+/// For files that OpenImageIO writes by name, without a word when the disk is full as it closes
+/// them: all rows must come back.
 bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header)
 {
     const auto input = OIIO::ImageInput::open(path);
@@ -62,7 +71,7 @@ QString failureToWrite(WholeFile& whole, const QImage& image, const OIIO::ImageS
     const auto writer = writerFor(extension);
     const std::string path = whole.file().fileName().toStdString();
     CheckedFile file(whole.file());
-    const bool isChecked = writer->supports("ioproxy") && writer->set_ioproxy(&file);
+    const bool isChecked = writesInto(file, *writer);
     const bool isWritten = writePixels(*writer, path, image, header);
     if (isChecked)
         file.finish();

@@ -66,7 +66,8 @@ void ignoreFileSizeSignal()
 std::optional<int> answer(const CommandLine& line)
 {
     if (line.wantsHelp)
-        Terminal::printLine(helpText());
+        for (const QString& text : helpText().trimmed().split(QLatin1Char('\n')))
+            Terminal::printLine(text);
     else if (line.wantsVersion)
         Terminal::printLine(QStringLiteral("imageutils-workbench " WORKBENCH_VERSION));
     else if (!line.error.isEmpty())
