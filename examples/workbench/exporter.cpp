@@ -3,6 +3,7 @@
 
 #include "checkedfile.h"
 #include "console.h"
+#include "pngexif.h"
 #include "wholefile.h"
 
 #include <imageutils/cvutils.h>
@@ -72,6 +73,8 @@ QString failureToWrite(WholeFile& whole, const QImage& image, const OIIO::ImageS
     const std::string path = whole.file().fileName().toStdString();
     CheckedFile file(whole.file());
     const bool isChecked = writesInto(file, *writer);
+    if (std::string_view(writer->format_name()) == "png")
+        file.insertAt(pngExifOffset, pngExifChunk(header));
     const bool isWritten = writePixels(*writer, path, image, header);
     if (isChecked)
         file.finish();

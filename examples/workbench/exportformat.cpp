@@ -3,6 +3,8 @@
 
 #include <imageutils/imageutils.h>
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 #include <initializer_list>
 #include <string_view>
@@ -55,18 +57,38 @@ bool profileFits(const OIIO::ParamValue& profile, bool isGrey)
     return space == (isGrey ? "GRAY" : "RGB ");
 }
 
+/// Takes the attributes away whose names `pattern` describes, in any letter case.
+void erase(OIIO::ImageSpec& spec, const char* pattern)
+{
+    const QRegularExpression names(QRegularExpression::anchoredPattern(QString::fromLatin1(pattern)),
+                                   QRegularExpression::CaseInsensitiveOption);
+    const auto isMeant = [&names](const OIIO::ParamValue& attribute) {
+        return names.match(QString::fromStdString(attribute.name().string())).hasMatch();
+    };
+    auto& attributes = spec.extra_attribs;
+    attributes.erase(std::remove_if(attributes.begin(), attributes.end(), isMeant),
+                     attributes.end());
+}
+
 /// Takes away what described the source file and not the photograph.
 void dropTechnicalMetadata(OIIO::ImageSpec& spec, bool isGrey)
 {
-    spec.erase_attribute("(bmp|dpx|gif|jpeg|openexr|png|raw|tiff|webp):.*");
-    spec.erase_attribute("ICCProfile:.*|thumbnail_.*|compression|planarconfig|textureformat");
-    spec.erase_attribute("(Exif:|tiff:)?Orientation");
+    erase(spec, "(bmp|dpx|gif|jpeg|openexr|png|raw|tiff|webp):.*|compression|planarconfig");
+    erase(spec, "ICCProfile:.*|thumbnail_.*|textureformat|(Exif:|tiff:)?Orientation");
+    erase(spec, "oiio:(?!ColorSpace$|Gamma$).*");
     const OIIO::ParamValue* const profile = spec.find_attribute("ICCProfile");
-    if (profile && !profileFits(*profile, isGrey))
-        spec.erase_attribute("ICCProfile");
+    const bool keepsProfile = profile && profileFits(*profile, isGrey);
     if (profile) // a format would write the colour space by its name as well, and contradict it
-        spec.erase_attribute("oiio:(ColorSpace|Gamma)|Exif:ColorSpace");
-    spec.erase_attribute("oiio:(?!ColorSpace|Gamma).*");
+        erase(spec, keepsProfile ? "oiio:.*|Exif:ColorSpace"
+                                 : "oiio:.*|Exif:ColorSpace|ICCProfile");
+}
+
+/// OpenImageIO's writer of TIFF passes over Exif numbers of 16 bits, the sensitivity among them.
+void widenShortNumbers(OIIO::ImageSpec& spec)
+{
+    for (OIIO::ParamValue& attribute : spec.extra_attribs)
+        if (attribute.type() == OIIO::TypeUInt16 || attribute.type() == OIIO::TypeInt16)
+            attribute = OIIO::ParamValue(attribute.name(), attribute.get_int());
 }
 
 void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, int quality)
@@ -117,6 +139,7 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
     }
     spec.extra_attribs = photograph.spec.extra_attribs;
     dropTechnicalMetadata(spec, layout.isGrey);
+    widenShortNumbers(spec);
     spec.attribute("Orientation", 1);
     if (spec.find_attribute("Exif:PixelXDimension")) {
         spec.attribute("Exif:PixelXDimension", size.width());
