@@ -52,13 +52,17 @@ bool writesInto(CheckedFile& file, OIIO::ImageOutput& writer)
            writer.set_ioproxy(&file);
 }
 
-/// For files that OpenImageIO writes by name, without a word when the disk is full as it closes
-/// them: all rows must come back.
-bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header)
+/// Whether the file can be opened again, as OpenImageIO writes some of pictures that a format does
+/// not take, and its rows read, as it says nothing of a disk that is full when it closes a file that
+/// it opened itself.
+bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool withRows)
 {
     const auto input = OIIO::ImageInput::open(path);
+    OIIO::geterror(true); // else the next one to ask gets the answer
     if (!input || input->spec().width != header.width || input->spec().height != header.height)
         return false;
+    if (!withRows)
+        return true;
     const OIIO::ImageSpec& spec = input->spec();
     std::vector<unsigned char> pixels(spec.image_pixels() * std::size_t(spec.nchannels));
     return input->read_image(0, 0, 0, spec.nchannels, OIIO::TypeUInt8, pixels.data()) &&
@@ -82,8 +86,8 @@ QString failureToWrite(WholeFile& whole, const QImage& image, const OIIO::ImageS
         return file.failure();
     if (!isWritten)
         return QString::fromStdString(writer->geterror()).simplified();
-    if (!isChecked && !canBeReadBack(path, header))
-        return QStringLiteral("the file does not hold what was written, the disk may be full");
+    if (!canBeReadBack(path, header, !isChecked))
+        return QStringLiteral("the file does not hold the picture");
     return {};
 }
 

@@ -83,12 +83,16 @@ void dropTechnicalMetadata(OIIO::ImageSpec& spec, bool isGrey)
                                  : "oiio:.*|Exif:ColorSpace|ICCProfile");
 }
 
-/// OpenImageIO's writer of TIFF passes over Exif numbers of 16 bits, the sensitivity among them.
-void widenShortNumbers(OIIO::ImageSpec& spec)
+/// OpenImageIO's writer of TIFF passes over Exif numbers of 16 bits, and over the sensitivity, of
+/// which Exif allows several. Its second name is written.
+void helpTiffWriter(OIIO::ImageSpec& spec)
 {
     for (OIIO::ParamValue& attribute : spec.extra_attribs)
         if (attribute.type() == OIIO::TypeUInt16 || attribute.type() == OIIO::TypeInt16)
             attribute = OIIO::ParamValue(attribute.name(), attribute.get_int());
+    const int sensitivity = spec.get_int_attribute("Exif:PhotographicSensitivity");
+    if (sensitivity > 0 && !spec.find_attribute("Exif:RecommendedExposureIndex"))
+        spec.attribute("Exif:RecommendedExposureIndex", sensitivity);
 }
 
 void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, int quality)
@@ -139,7 +143,8 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
     }
     spec.extra_attribs = photograph.spec.extra_attribs;
     dropTechnicalMetadata(spec, layout.isGrey);
-    widenShortNumbers(spec);
+    if (isOneOf(writer, {"tiff"}))
+        helpTiffWriter(spec);
     spec.attribute("Orientation", 1);
     if (spec.find_attribute("Exif:PixelXDimension")) {
         spec.attribute("Exif:PixelXDimension", size.width());

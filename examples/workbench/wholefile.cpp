@@ -63,8 +63,8 @@ Result<std::unique_ptr<WholeFile>> WholeFile::create(const QString& folder,
 
 WholeFile::~WholeFile()
 {
-    if (m_file.isOpen() || m_file.exists())
-        m_file.remove();
+    m_file.close();
+    QFile::remove(m_file.fileName()); // m_file.remove() does not where the last bytes fail
 }
 
 Result<QString> WholeFile::publish(const QString& wantedPath)

@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "workbench.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <memory>
+
+using namespace Workbench;
+
+namespace {
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The first half of a picture of the format that `name` ends in.
+void makeHalf(const QString& name)
+{
+    makePicture(name, OIIO::ImageSpec(64, 48, 3, OIIO::TypeUInt8));
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::ReadWrite) && file.resize(file.size() / 2));
+}
+
+} // namespace
+
+class WorkbenchBadInputTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void saysOneLineAndGoesOn_data();
+    void saysOneLineAndGoesOn();
+    void refusesNamesThatAreNoText();
+    void refusesFormatsThatCannotBeWritten_data();
+    void refusesFormatsThatCannotBeWritten();
+    void refusesFoldersThatCannotBeWritten();
+    void leavesNothingOnAFullDisk_data();
+    void leavesNothingOnAFullDisk();
+    void refusesWrongCommandLines_data();
+    void refusesWrongCommandLines();
+
+private:
+    QString in(const QString& name) const { return m_folder->filePath(name); }
+    QStringList outputs() const
+    {
+        return QDir(in(QStringLiteral("out"))).entryList(QDir::AllEntries | QDir::Hidden |
+                                                         QDir::NoDotAndDotDot);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void WorkbenchBadInputTest::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    makePicture(in(QStringLiteral("good.png")), OIIO::ImageSpec(8, 8, 3, OIIO::TypeUInt8));
+}
+
+void WorkbenchBadInputTest::saysOneLineAndGoesOn_data()
+{
+    QTest::addColumn<QString>("command"); // makes $F, unless it is "half"
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason");
+    const auto add = [](const char* row, const char* name, const char* reason, const char* command) {
+        QTest::newRow(row) << QString::fromLatin1(command) << QString::fromLatin1(name)
+                           << QString::fromLatin1(reason);
+    };
+    add("missing", "a.jpg", "no such file", "true");
+    add("empty", "a.jpg", "is empty", "true > $F");
+    add("text", "a.jpg", "Could not get image size", "echo text > $F");
+    add("not named as a photograph", "a.txt", "not named", "echo text > $F");
+    add("a folder without photographs", "a.jpg", "holds no photographs", "mkdir $F");
+    add("pipe", "a.jpg", "not a regular file", "mkfifo $F");
+    add("link to a device", "a.jpg", "not a regular file", "ln -s /dev/zero $F");
+    add("link to nothing", "a.jpg", "no such file", "ln -s nowhere $F");
+    add("below a file", "good.png/a.jpg", "no such file", "true");
+    add("link to itself", "a.jpg", "no such file", "ln -s a.jpg $F");
+    add("18 bytes that claim 65535 x 65535", "a.tga", "--max-megapixels",
+        R"(printf '\0\0\2\0\0\0\0\0\0\0\0\0\377\377\377\377\30\0' > $F)");
+    add("a size below nothing", "a.ppm", "", R"(printf 'P6\n-4 -5\n255\n' > $F)");
+    for (const char* half : {"a.jpg", "a.png", "a.tif", "a.bmp", "a.exr", "a.tga", "a.webp",
+                             "a.ppm", "a.gif", "a.hdr", "a.jp2"})
+        QTest::addRow("half of %s", half)
+            << QStringLiteral("half") << QString::fromLatin1(half) << QString();
+}
+
+void WorkbenchBadInputTest::saysOneLineAndGoesOn()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    const QString path = in(name);
+    if (command == "half")
+        makeHalf(path);
+    else
+        shell(QStringLiteral("cd '%1' && F='%2' && ").arg(m_folder->path(), path) + command);
+    const Run run = Workbench::run(
+        {path, in(QStringLiteral("good.png")), QStringLiteral("-o"), in(QStringLiteral("out"))});
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.errors.size() == 1, qPrintable(run.errors.join(QLatin1Char('\n'))));
+    QVERIFY2(run.errors.at(0).startsWith(path + QLatin1String(": ")), qPrintable(run.errors.at(0)));
+    QVERIFY2(run.errors.at(0).contains(reason), qPrintable(run.errors.at(0)));
+    QCOMPARE(run.output.last(), QStringLiteral("1 exported, 0 kept, 1 failed"));
+    QCOMPARE(outputs(), QStringList{QStringLiteral("good.tiff")});
+}
+
+void WorkbenchBadInputTest::refusesNamesThatAreNoText()
+{
+    // In a folder, and named by the user: Qt's own lists would leave it out or name another file.
+    shell(QStringLiteral("cd '%1' && cp good.png \"$(printf 'b\\377.png')\"").arg(m_folder->path()));
+    const Run listed = run({m_folder->path(), QStringLiteral("-o"), in(QStringLiteral("out"))});
+    QCOMPARE(listed.exitCode, 1);
+    QVERIFY(listed.errors.value(0).endsWith(QLatin1String("name is not valid UTF-8")));
+    QCOMPARE(outputs(), QStringList{QStringLiteral("good.tiff")});
+    shell(QStringLiteral("cd '%1' && ! '%2' --headless \"$(printf 'b\\377.png')\" 2>said && "
+                         "grep -q 'name is not valid UTF-8' said")
+              .arg(m_folder->path(), QStringLiteral(WORKBENCH_PROGRAM)));
+}
+
+void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("format");
+    for (const char* format : {"dds", "term", "null", "x/../../y", "preserve"})
+        QTest::newRow(format) << QString::fromLatin1(format);
+}
+
+void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten()
+{
+    QFETCH(QString, format);
+    shell(QStringLiteral("cp '%1' '%2'").arg(in(QStringLiteral("good.png")),
+                                             in(QStringLiteral("good.psd"))));
+    const Run run = Workbench::run({in(QStringLiteral("good.psd")), QStringLiteral("-o"),
+                                    in(QStringLiteral("out")), QStringLiteral("--format"), format});
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY(run.errors.value(0).contains(QLatin1String("cannot be written")));
+    QVERIFY(!QFile::exists(in(QStringLiteral("out"))));
+}
+
+void WorkbenchBadInputTest::refusesFoldersThatCannotBeWritten()
+{
+    for (const char* folder : {"good.png/out", "/proc/out"}) {
+        const QString path = QDir(m_folder->path()).absoluteFilePath(QString::fromLatin1(folder));
+        const Run run = Workbench::run({in(QStringLiteral("good.png")), QStringLiteral("-o"), path});
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.errors.size(), 1);
+        QVERIFY(run.errors.at(0).contains(path));
+    }
+}
+
+void WorkbenchBadInputTest::leavesNothingOnAFullDisk_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<int>("blocks");
+    // Writers that fail at once, in the middle, and with the last bytes only.
+    for (const char* format : {"tiff", "png", "jpg", "exr", "sgi", "webp", "bmp", "bitmap"})
+        QTest::newRow(format) << QString::fromLatin1(format) << 8;
+    QTest::newRow("tiff, one block left") << QStringLiteral("tiff") << 1;
+}
+
+void WorkbenchBadInputTest::leavesNothingOnAFullDisk()
+{
+    QFETCH(QString, format);
+    QFETCH(int, blocks);
+    const QString source = in(QStringLiteral("large.png"));
+    makePicture(source, OIIO::ImageSpec(256, 256, 3, OIIO::TypeUInt8));
+    QStringList options{QStringLiteral("--format"), format};
+    if (format == "bitmap")
+        options = QStringList{QStringLiteral("--bitmap")};
+    const QStringList arguments{source, in(QStringLiteral("good.png")), QStringLiteral("-o"),
+                                in(QStringLiteral("out"))};
+    const QByteArray before = contents(source);
+    const Run run = Workbench::run(arguments + options, blocks);
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.errors.value(0).startsWith(source + QLatin1String(": cannot be written")),
+             qPrintable(run.errors.join(QLatin1Char('\n'))));
+    const QStringList left = outputs().filter(QRegularExpression(QStringLiteral("large|^\\.")));
+    QVERIFY2(left.isEmpty(), qPrintable(left.join(QLatin1Char(' '))));
+    QCOMPARE(contents(source), before);
+}
+
+void WorkbenchBadInputTest::refusesWrongCommandLines_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    for (const char* text :
+         {"--scale 0", "--scale nan", "--scale 1e999", "--scale x", "--max-width -1",
+          "--filter 1", "--filter 1,2,3", "--filter inf,0", "--quality 0", "--unknown"})
+        QTest::newRow(text) << QString::fromLatin1(text).split(QLatin1Char(' '));
+}
+
+void WorkbenchBadInputTest::refusesWrongCommandLines()
+{
+    QFETCH(QStringList, arguments);
+    const Run run = Workbench::run(arguments + QStringList{in(QStringLiteral("good.png"))});
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(run.errors.size(), 1);
+    QVERIFY(run.output.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(WorkbenchBadInputTest)
+#include "tst_workbench_badinput.moc"
