@@ -32,6 +32,8 @@ ApplicationWindow {
         text: "#e6e6e6"
         highlight: "#3d6ea8"
         mid: "#3a3d41"
+        midlight: "#3a3d41"
+        dark: "#5b8fd0"
         placeholderText: "#9a9fa5"
     }
 
@@ -59,7 +61,7 @@ ApplicationWindow {
                     id: list
 
                     property bool follows: true // the work, until the user chooses a photograph
-                    readonly property int inWork: root.photographs.current
+                    readonly property int latest: root.photographs.latest
 
                     Layout.fillWidth: true
                     Layout.fillHeight: true
@@ -71,9 +73,9 @@ ApplicationWindow {
                     keyNavigationEnabled: true
                     ScrollBar.vertical: ScrollBar {}
                     Keys.onPressed: list.follows = false
-                    onInWorkChanged: {
+                    onLatestChanged: {
                         if (list.follows)
-                            list.currentIndex = list.inWork;
+                            list.currentIndex = list.latest;
                     }
 
                     delegate: PhotographRow {
@@ -113,6 +115,7 @@ ApplicationWindow {
                 PictureView {
                     Layout.fillWidth: true
                     Layout.fillHeight: true
+                    Layout.preferredWidth: 1 // both are equally wide
                     title: "Before"
                     path: root.selected?.path ?? ""
                     note: root.selected?.upright ?? ""
@@ -121,6 +124,7 @@ ApplicationWindow {
                 PictureView {
                     Layout.fillWidth: true
                     Layout.fillHeight: true
+                    Layout.preferredWidth: 1 // both are equally wide
                     title: "After"
                     path: root.selected?.output ?? ""
                     note: root.selected?.outputSize ?? ""

@@ -53,8 +53,8 @@ bool writesInto(CheckedFile& file, OIIO::ImageOutput& writer)
 }
 
 /// Whether the file can be opened again, as OpenImageIO writes some of pictures that a format does
-/// not take, and its rows read, as it says nothing of a disk that is full when it closes a file that
-/// it opened itself.
+/// not take, and its rows read, as it says nothing of a disk that is full when it closes a file
+/// that it opened itself.
 bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool withRows)
 {
     const auto input = OIIO::ImageInput::open(path);

@@ -60,8 +60,9 @@ bool profileFits(const OIIO::ParamValue& profile, bool isGrey)
 /// Takes the attributes away whose names `pattern` describes, in any letter case.
 void erase(OIIO::ImageSpec& spec, const char* pattern)
 {
-    const QRegularExpression names(QRegularExpression::anchoredPattern(QString::fromLatin1(pattern)),
-                                   QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpression names(
+        QRegularExpression::anchoredPattern(QString::fromLatin1(pattern)),
+        QRegularExpression::CaseInsensitiveOption);
     const auto isMeant = [&names](const OIIO::ParamValue& attribute) {
         return names.match(QString::fromStdString(attribute.name().string())).hasMatch();
     };
@@ -79,8 +80,8 @@ void dropTechnicalMetadata(OIIO::ImageSpec& spec, bool isGrey)
     const OIIO::ParamValue* const profile = spec.find_attribute("ICCProfile");
     const bool keepsProfile = profile && profileFits(*profile, isGrey);
     if (profile) // a format would write the colour space by its name as well, and contradict it
-        erase(spec, keepsProfile ? "oiio:.*|Exif:ColorSpace"
-                                 : "oiio:.*|Exif:ColorSpace|ICCProfile");
+        erase(spec,
+              keepsProfile ? "oiio:.*|Exif:ColorSpace" : "oiio:.*|Exif:ColorSpace|ICCProfile");
 }
 
 /// OpenImageIO's writer of TIFF passes over Exif numbers of 16 bits, and over the sensitivity, of
@@ -123,12 +124,12 @@ Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph)
 {
     Layout layout{};
     layout.hasAlpha = photograph.hasAlpha && writer.supports("alpha");
-    layout.isGrey = photograph.isGrey &&
-                    (layout.hasAlpha ? storesGreyWithAlpha(writer) : storesGrey(writer));
+    layout.isGrey =
+        photograph.isGrey && (layout.hasAlpha ? storesGreyWithAlpha(writer) : storesGrey(writer));
     // Where the format leaves both open, it stays as it was; OpenEXR knows one kind only.
-    layout.isAssociated = layout.hasAlpha &&
-                          (isOneOf(writer, {"openexr"}) ||
-                           (isOneOf(writer, {"tiff"}) && photograph.isAssociated));
+    layout.isAssociated =
+        layout.hasAlpha &&
+        (isOneOf(writer, {"openexr"}) || (isOneOf(writer, {"tiff"}) && photograph.isAssociated));
     layout.type = sampleTypeFor(writer, photograph.spec.format);
     return layout;
 }

@@ -130,8 +130,8 @@ Refusal Job::run()
     if (findKept())
         return {};
     const std::initializer_list<std::pair<Step, Refusal (Job::*)()>> road{
-        {Step::Decode, &Job::decode},     {Step::Split, &Job::split},
-        {Step::Analyse, &Job::analyse},   {Step::Resample, &Job::resample},
+        {Step::Decode, &Job::decode},      {Step::Split, &Job::split},
+        {Step::Analyse, &Job::analyse},    {Step::Resample, &Job::resample},
         {Step::Bitmap, &Job::writeBitmap}, {Step::Join, &Job::join},
         {Step::Write, &Job::write}};
     for (const auto& [name, work] : road)
@@ -147,7 +147,8 @@ Refusal Job::readHeader()
         NImageUtils::getExportExtension(source, m_options.format, true); // raw files are developed
     m_writer = writerFor(extension);
     if (!m_writer)
-        return Failure{QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
+        return Failure{
+            QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
     m_result.size = NImageUtils::imageSize(m_result.path);
     if (!m_result.size.isValid())
         return Failure{QStringLiteral("has no header that can be read")};
@@ -228,8 +229,8 @@ Refusal Job::writeBitmap()
 
 Refusal Job::join()
 {
-    m_planes = m_layout.hasAlpha ? associated(m_planes, m_layout.isAssociated)
-                                 : overWhite(m_planes);
+    m_planes =
+        m_layout.hasAlpha ? associated(m_planes, m_layout.isAssociated) : overWhite(m_planes);
     m_image = CvUtils::matToQImage(m_planes.chroma, m_planes.alpha);
     m_planes = {};
     return m_image.isNull() ? Refusal(Failure{QStringLiteral("the library refused the planes")})
@@ -253,7 +254,8 @@ QString Job::remembered(const Result<QString>& path, const QString& record)
     if (!path)
         return {};
     if (const auto failure = Keep::remember(*path, record))
-        m_result.warnings.append(QStringLiteral("cannot be kept next time: %1").arg(failure->reason));
+        m_result.warnings.append(
+            QStringLiteral("cannot be kept next time: %1").arg(failure->reason));
     return *path;
 }
 

@@ -14,8 +14,8 @@
 
 /// The steps of a photograph's road, in their order.
 enum class Step { Header, Decode, Split, Analyse, Resample, Join, Write, Bitmap };
-inline constexpr std::array<const char*, 8> stepNames{
-    "header", "decode", "split", "analyse", "resample", "join", "write", "bitmap"};
+inline constexpr std::array<const char*, 8> stepNames{"header",   "decode", "split", "analyse",
+                                                      "resample", "join",   "write", "bitmap"};
 
 /// What became of one photograph.
 struct JobResult

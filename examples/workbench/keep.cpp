@@ -61,7 +61,8 @@ QString Keep::recordFor(const QString& sourcePath, const QString& settings)
                             QString::number(source.size()), settings};
     const QByteArray digest = QCryptographicHash::hash(facts.join(QLatin1Char('\n')).toUtf8(),
                                                        QCryptographicHash::Sha256);
-    return QStringLiteral("%1 (%2)").arg(programName(), QString::fromLatin1(digest.toHex().left(32)));
+    return QStringLiteral("%1 (%2)").arg(programName(),
+                                         QString::fromLatin1(digest.toHex().left(32)));
 }
 
 QString Keep::find(const QString& wantedPath, const QString& record)

@@ -71,7 +71,8 @@ std::optional<int> answer(const CommandLine& line)
     else if (line.wantsVersion)
         Terminal::printLine(QStringLiteral("imageutils-workbench " WORKBENCH_VERSION));
     else if (!line.error.isEmpty())
-        Terminal::printError(QStringLiteral("imageutils-workbench: %1 (see --help)").arg(line.error));
+        Terminal::printError(
+            QStringLiteral("imageutils-workbench: %1 (see --help)").arg(line.error));
     else
         return {};
     return line.wantsHelp || line.wantsVersion ? 0 : wrongUsage;
@@ -95,7 +96,8 @@ int main(int argc, char** argv)
     if (const std::optional<int> status = answer(line))
         return *status;
 
-    const QStringList paths = line.options.paths.isEmpty() ? samplePhotographs() : line.options.paths;
+    const QStringList paths =
+        line.options.paths.isEmpty() ? samplePhotographs() : line.options.paths;
     if (paths.isEmpty()) {
         Terminal::printError(QStringLiteral("imageutils-workbench: name a photograph or a folder; "
                                             "the sample photographs (package mate-backgrounds) are "

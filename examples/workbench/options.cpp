@@ -49,9 +49,10 @@ void describe(QCommandLineParser& parser)
               "1/3,1/3."),
          text("B,C")},
         {text("format"),
-         text("Export as the format with the extension EXT, or \"preserve\" for the source's own "
-              "(default: tiff). Raw photographs are developed, so for them \"preserve\" and \"dng\" "
-              "mean tiff."),
+         text(
+             "Export as the format with the extension EXT, or \"preserve\" for the source's own "
+             "(default: tiff). Raw photographs are developed, so for them \"preserve\" and \"dng\" "
+             "mean tiff."),
          text("EXT"), text("tiff")},
         {text("quality"), text("Quality of formats that lose some, 1 to 100 (default: 95)."),
          text("Q"), text("95")},
@@ -99,8 +100,7 @@ public:
         bool isB = false;
         bool isC = false;
         const FilterShape shape{parts.value(0).toFloat(&isB), parts.value(1).toFloat(&isC)};
-        if (parts.size() != 2 || !isB || !isC || !std::isfinite(shape.b) ||
-            !std::isfinite(shape.c))
+        if (parts.size() != 2 || !isB || !isC || !std::isfinite(shape.b) || !std::isfinite(shape.c))
             refuse(name, QStringLiteral("two numbers as in 0.33,0.33"));
         return shape;
     }

@@ -35,8 +35,8 @@ struct Options
 struct CommandLine
 {
     Options options;
-    QString error;            ///< what is wrong with it, empty when nothing is
-    bool wantsHelp = false;   ///< helpText() was asked for
+    QString error;             ///< what is wrong with it, empty when nothing is
+    bool wantsHelp = false;    ///< helpText() was asked for
     bool wantsVersion = false; ///< name and version were asked for
 };
 

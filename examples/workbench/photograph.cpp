@@ -73,10 +73,10 @@ Result<Photograph> decode(OIIO::ImageInput& input)
                    std::size_t(image.bytesPerLine()));
     arrangeChannels(pixels, photograph);
     const int orientation = spec.get_int_attribute("Orientation", 1);
-    photograph.pixels = isUpright(orientation)
-                            ? image
-                            : CvUtils::matToQImage(turnedUpright(pixels, orientation),
-                                                   QImage::Format_RGBA32FPx4);
+    photograph.pixels =
+        isUpright(orientation)
+            ? image
+            : CvUtils::matToQImage(turnedUpright(pixels, orientation), QImage::Format_RGBA32FPx4);
     return photograph;
 }
 

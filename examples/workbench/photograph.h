@@ -13,10 +13,10 @@ struct Photograph
     /// `Format_RGBA32FPx4`, turned upright. Values are those of the file, full range = 1; a grey
     /// value stands in R, G and B; A is 1 where the file has none.
     QImage pixels;
-    bool isGrey = false;     ///< one colour channel in the file
-    bool hasAlpha = false;   ///< an alpha channel in the file
+    bool isGrey = false;       ///< one colour channel in the file
+    bool hasAlpha = false;     ///< an alpha channel in the file
     bool isAssociated = false; ///< colours are multiplied by alpha already
-    OIIO::ImageSpec spec;    ///< size and samples as stored, and all metadata
+    OIIO::ImageSpec spec;      ///< size and samples as stored, and all metadata
 };
 
 /// The regular file at `path`, decoded; raw files are developed, CMYK becomes RGB, of several

@@ -21,8 +21,8 @@ QImage onScreen(QImage image, const Photograph& photograph)
     const OIIO::ParamValue* const profile = photograph.spec.find_attribute("ICCProfile");
     if (!profile || photograph.isGrey)
         return image;
-    const QColorSpace space = QColorSpace::fromIccProfile(QByteArray(
-        static_cast<const char*>(profile->data()), qsizetype(profile->type().size())));
+    const QColorSpace space = QColorSpace::fromIccProfile(
+        QByteArray(static_cast<const char*>(profile->data()), qsizetype(profile->type().size())));
     if (!space.isValid())
         return image;
     image.setColorSpace(space);
@@ -59,8 +59,7 @@ QImage PhotographProvider::requestImage(const QString& id, QSize* size, const QS
 {
     const Messages::Collector collector; // the job says what is wrong with the file
     try {
-        auto photograph =
-            readPhotograph(QUrl::fromPercentEncoding(id.toUtf8()), m_maxPixels);
+        auto photograph = readPhotograph(QUrl::fromPercentEncoding(id.toUtf8()), m_maxPixels);
         if (!photograph)
             return {};
         *size = photograph->pixels.size();

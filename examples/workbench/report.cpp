@@ -33,13 +33,15 @@ QJsonValue jsonOf(QSize size)
     return size.isValid() ? QJsonArray{size.width(), size.height()} : QJsonValue();
 }
 
-QJsonValue jsonOf(std::optional<bool> answer) { return answer ? QJsonValue(*answer) : QJsonValue(); }
+QJsonValue jsonOf(std::optional<bool> answer)
+{
+    return answer ? QJsonValue(*answer) : QJsonValue();
+}
 
 QJsonObject jsonOf(const JobResult& result)
 {
     if (!result.failure.isEmpty())
-        return {{QStringLiteral("file"), result.path},
-                {QStringLiteral("error"), result.failure}};
+        return {{QStringLiteral("file"), result.path}, {QStringLiteral("error"), result.failure}};
     QJsonObject milliseconds;
     for (std::size_t step = 0; step < stepNames.size(); ++step)
         milliseconds.insert(QString::fromLatin1(stepNames[step]), result.milliseconds[step]);
@@ -102,18 +104,16 @@ void Report::add(const JobResult& result)
         ++(result.isKept ? m_kept : m_exported);
     }
     if (m_isJson)
-        Terminal::printLine(QString::fromUtf8(
-            QJsonDocument(jsonOf(result)).toJson(QJsonDocument::Compact)));
+        Terminal::printLine(
+            QString::fromUtf8(QJsonDocument(jsonOf(result)).toJson(QJsonDocument::Compact)));
     else if (result.failure.isEmpty())
         printRow(rowOf(result));
 }
 
 int Report::finish()
 {
-    const QString summary = QStringLiteral("%1 exported, %2 kept, %3 failed")
-                                .arg(m_exported)
-                                .arg(m_kept)
-                                .arg(m_failed);
+    const QString summary =
+        QStringLiteral("%1 exported, %2 kept, %3 failed").arg(m_exported).arg(m_kept).arg(m_failed);
     if (m_isJson)
         Terminal::clearProgress();
     else
@@ -132,8 +132,7 @@ QStringList Report::rowOf(const JobResult& result) const
                     answerText(result.isGrey), answerText(result.isLumaNoise)};
     for (std::size_t step = 0; step < m_steps; ++step)
         row.append(millisecondsText(result.milliseconds[step]));
-    const QString output =
-        result.isKept ? QStringLiteral("kept ") + result.output : result.output;
+    const QString output = result.isKept ? QStringLiteral("kept ") + result.output : result.output;
     row += {millisecondsText(total(result)), sizeText(result.outputSize), output};
     return row;
 }

@@ -73,9 +73,9 @@ QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecod
 QStringList samplePhotographs()
 {
     QStringList photographs;
-    const QStringList folders = QStandardPaths::locateAll(
-        QStandardPaths::GenericDataLocation, QStringLiteral("backgrounds/mate"),
-        QStandardPaths::LocateDirectory);
+    const QStringList folders = QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+                                                          QStringLiteral("backgrounds/mate"),
+                                                          QStandardPaths::LocateDirectory);
     for (const QString& folder : folders)
         for (const QString& name : {QStringLiteral("abstract"), QStringLiteral("nature")}) {
             const QDir dir(folder + QLatin1Char('/') + name);

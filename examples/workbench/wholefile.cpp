@@ -82,7 +82,7 @@ Result<QString> WholeFile::publish(const QString& wantedPath)
         if (isDanglingLink(path))
             wanted = numbered(path); // the library calls it free
         if (isTaken(path))
-            continue; // so it is now: someone was faster
+            continue;                        // so it is now: someone was faster
         if (!QFile::rename(temporary, path)) // a file system without second names
             return Failure{QStringLiteral("cannot be named %1: %2")
                                .arg(path, QString::fromStdString(error.message()))};

@@ -14,8 +14,7 @@ int runWindow(const Options& options, const QList<Source>& sources)
     engine.addImportPath(QStringLiteral("qrc:/qml"));
     engine.addImageProvider(QStringLiteral("photograph"),
                             new PhotographProvider(options.maxPixels)); // the engine's from here on
-    engine.setInitialProperties(
-        {{QStringLiteral("photographs"), QVariant::fromValue(&model)}});
+    engine.setInitialProperties({{QStringLiteral("photographs"), QVariant::fromValue(&model)}});
     engine.load(QUrl(QStringLiteral("qrc:/qml/Workbench/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1; // the engine has said why

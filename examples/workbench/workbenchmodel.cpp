@@ -70,7 +70,6 @@ void WorkbenchModel::showStep(int row, Step step)
 {
     m_entries[row].state = State::Working;
     m_entries[row].step = step;
-    m_current = row;
     changed(row);
 }
 
@@ -78,6 +77,7 @@ void WorkbenchModel::showResult(int row, const JobResult& result)
 {
     Entry& entry = m_entries[row];
     entry.result = result;
+    m_latest = row;
     ++m_finished;
     if (!result.failure.isEmpty()) {
         ++m_failed;
@@ -136,9 +136,8 @@ QVariant WorkbenchModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> WorkbenchModel::roleNames() const
 {
-    return {{PathRole, "path"},           {StateRole, "stage"},
-            {DetailRole, "detail"},       {StoredRole, "stored"},
-            {UprightRole, "upright"},     {GreyRole, "grey"},
-            {NoiseRole, "noise"},         {OutputRole, "output"},
-            {OutputSizeRole, "outputSize"}, {TimesRole, "times"}};
+    return {{PathRole, "path"},     {StateRole, "stage"},     {DetailRole, "detail"},
+            {StoredRole, "stored"}, {UprightRole, "upright"}, {GreyRole, "grey"},
+            {NoiseRole, "noise"},   {OutputRole, "output"},   {OutputSizeRole, "outputSize"},
+            {TimesRole, "times"}};
 }

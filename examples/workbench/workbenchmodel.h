@@ -17,7 +17,7 @@ class WorkbenchModel : public QAbstractListModel
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(int count READ count CONSTANT)
-    Q_PROPERTY(int current READ current NOTIFY progressed)
+    Q_PROPERTY(int latest READ latest NOTIFY progressed)
     Q_PROPERTY(int finished READ finished NOTIFY progressed)
     Q_PROPERTY(int failed READ failed NOTIFY progressed)
 
@@ -31,7 +31,7 @@ public:
     void start();
 
     int count() const { return int(m_entries.size()); }
-    int current() const { return m_current; }   ///< row of the photograph in work
+    int latest() const { return m_latest; }     ///< row of the photograph that was done last
     int finished() const { return m_finished; } ///< photographs that are done, failed ones too
     int failed() const { return m_failed; }
 
@@ -58,7 +58,7 @@ private:
 
     const Options m_options;
     QList<Entry> m_entries;
-    int m_current = 0;
+    int m_latest = 0;
     int m_finished = 0;
     int m_failed = 0;
     std::jthread m_worker; // last: it is joined before anything that it uses goes away

@@ -49,8 +49,8 @@ private:
     QString in(const QString& name) const { return m_folder->filePath(name); }
     QStringList outputs() const
     {
-        return QDir(in(QStringLiteral("out"))).entryList(QDir::AllEntries | QDir::Hidden |
-                                                         QDir::NoDotAndDotDot);
+        return QDir(in(QStringLiteral("out")))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -67,7 +67,8 @@ void WorkbenchBadInputTest::saysOneLineAndGoesOn_data()
     QTest::addColumn<QString>("command"); // makes $F, unless it is "half"
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("reason");
-    const auto add = [](const char* row, const char* name, const char* reason, const char* command) {
+    const auto add = [](const char* row, const char* name, const char* reason,
+                        const char* command) {
         QTest::newRow(row) << QString::fromLatin1(command) << QString::fromLatin1(name)
                            << QString::fromLatin1(reason);
     };
@@ -113,14 +114,16 @@ void WorkbenchBadInputTest::saysOneLineAndGoesOn()
 void WorkbenchBadInputTest::refusesNamesThatAreNoText()
 {
     // In a folder, and named by the user: Qt's own lists would leave it out or name another file.
-    shell(QStringLiteral("cd '%1' && cp good.png \"$(printf 'b\\377.png')\"").arg(m_folder->path()));
+    shell(
+        QStringLiteral("cd '%1' && cp good.png \"$(printf 'b\\377.png')\"").arg(m_folder->path()));
     const Run listed = run({m_folder->path(), QStringLiteral("-o"), in(QStringLiteral("out"))});
     QCOMPARE(listed.exitCode, 1);
     QVERIFY(listed.errors.value(0).endsWith(QLatin1String("name is not valid UTF-8")));
     QCOMPARE(outputs(), QStringList{QStringLiteral("good.tiff")});
-    shell(QStringLiteral("cd '%1' && ! '%2' --headless \"$(printf 'b\\377.png')\" 2>said && "
+    shell(QStringLiteral("cd '%1' && ! '%2' --headless \"$(printf 'b\\377.png')\" >said 2>&1 && "
                          "grep -q 'name is not valid UTF-8' said")
               .arg(m_folder->path(), QStringLiteral(WORKBENCH_PROGRAM)));
+    shell(QStringLiteral("rm '%1'/b*").arg(m_folder->path())); // Qt cannot
 }
 
 void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten_data()
@@ -133,8 +136,8 @@ void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten_data()
 void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten()
 {
     QFETCH(QString, format);
-    shell(QStringLiteral("cp '%1' '%2'").arg(in(QStringLiteral("good.png")),
-                                             in(QStringLiteral("good.psd"))));
+    shell(QStringLiteral("cp '%1' '%2'")
+              .arg(in(QStringLiteral("good.png")), in(QStringLiteral("good.psd"))));
     const Run run = Workbench::run({in(QStringLiteral("good.psd")), QStringLiteral("-o"),
                                     in(QStringLiteral("out")), QStringLiteral("--format"), format});
     QCOMPARE(run.exitCode, 1);
@@ -146,7 +149,8 @@ void WorkbenchBadInputTest::refusesFoldersThatCannotBeWritten()
 {
     for (const char* folder : {"good.png/out", "/proc/out"}) {
         const QString path = QDir(m_folder->path()).absoluteFilePath(QString::fromLatin1(folder));
-        const Run run = Workbench::run({in(QStringLiteral("good.png")), QStringLiteral("-o"), path});
+        const Run run =
+            Workbench::run({in(QStringLiteral("good.png")), QStringLiteral("-o"), path});
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(run.errors.size(), 1);
         QVERIFY(run.errors.at(0).contains(path));
@@ -188,8 +192,8 @@ void WorkbenchBadInputTest::refusesWrongCommandLines_data()
 {
     QTest::addColumn<QStringList>("arguments");
     for (const char* text :
-         {"--scale 0", "--scale nan", "--scale 1e999", "--scale x", "--max-width -1",
-          "--filter 1", "--filter 1,2,3", "--filter inf,0", "--quality 0", "--unknown"})
+         {"--scale 0", "--scale nan", "--scale 1e999", "--scale x", "--max-width -1", "--filter 1",
+          "--filter 1,2,3", "--filter inf,0", "--quality 0", "--unknown"})
         QTest::newRow(text) << QString::fromLatin1(text).split(QLatin1Char(' '));
 }
 

@@ -95,9 +95,10 @@ void WorkbenchExportTest::init() { m_folder = std::make_unique<QTemporaryDir>();
 
 QString WorkbenchExportTest::exported(const QString& source, const QStringList& options)
 {
-    const Run run = Workbench::run(QStringList{source, QStringLiteral("-o"),
-                                               in(QStringLiteral("out")), QStringLiteral("--json")} +
-                                   options);
+    const Run run =
+        Workbench::run(QStringList{source, QStringLiteral("-o"), in(QStringLiteral("out")),
+                                   QStringLiteral("--json")} +
+                       options);
     if (run.exitCode != 0 || !run.errors.isEmpty())
         qWarning() << run.exitCode << run.errors;
     const QJsonObject result = QJsonDocument::fromJson(run.output.value(0).toUtf8()).object();
@@ -202,9 +203,8 @@ void WorkbenchExportTest::composesOverWhite()
     spec.attribute("oiio:UnassociatedAlpha", 1);
     makePicture(in(QStringLiteral("photo.png")), spec);
     const Picture before = readPicture(in(QStringLiteral("photo.png")));
-    const Picture after =
-        readPicture(exported(in(QStringLiteral("photo.png")),
-                             {QStringLiteral("--format"), QStringLiteral("ppm")}));
+    const Picture after = readPicture(exported(
+        in(QStringLiteral("photo.png")), {QStringLiteral("--format"), QStringLiteral("ppm")}));
     QCOMPARE(after.spec.nchannels, 3);
     for (int y = 0; y < 16; ++y)
         for (int x = 0; x < 16; ++x)
@@ -246,12 +246,13 @@ void WorkbenchExportTest::agreesWithExiftool()
     const QString output =
         exported(in(QStringLiteral("photo.jpg")), {QStringLiteral("--format"), format});
     QProcess exiftool;
-    exiftool.start(QStringLiteral("exiftool"), {QStringLiteral("-j"), QStringLiteral("-n"), output});
+    exiftool.start(QStringLiteral("exiftool"),
+                   {QStringLiteral("-j"), QStringLiteral("-n"), output});
     QVERIFY(exiftool.waitForFinished());
     const QJsonObject tags =
         QJsonDocument::fromJson(exiftool.readAllStandardOutput()).array().at(0).toObject();
-    const QString sensitivity = format == "tiff" ? QStringLiteral("RecommendedExposureIndex")
-                                                 : QStringLiteral("ISO");
+    const QString sensitivity =
+        format == "tiff" ? QStringLiteral("RecommendedExposureIndex") : QStringLiteral("ISO");
     QCOMPARE(tags.value(QLatin1String("Orientation")).toInt(), 1);
     QCOMPARE(tags.value(QLatin1String("ImageWidth")).toInt(), 16);
     QCOMPARE(tags.value(QLatin1String("Make")).toString(), QStringLiteral("Maker"));
@@ -353,8 +354,9 @@ void WorkbenchExportTest::keepsWhatIsUpToDate()
 
     QCOMPARE(outcome(run(arguments)), QPair(exportedOne, second)); // not over the user's own file
     QCOMPARE(outcome(run(arguments)), QPair(keptOne, second));
-    QCOMPARE(outcome(run(arguments + QStringList{QStringLiteral("--scale"), QStringLiteral("0.5")})),
-             QPair(exportedOne, third));
+    QCOMPARE(
+        outcome(run(arguments + QStringList{QStringLiteral("--scale"), QStringLiteral("0.5")})),
+        QPair(exportedOne, third));
     QCOMPARE(outcome(run(arguments)), QPair(keptOne, second));
     QFile file(source);
     QVERIFY(file.open(QIODevice::ReadWrite));

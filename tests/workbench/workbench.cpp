@@ -82,7 +82,8 @@ QByteArray Workbench::profile(const QByteArray& colourSpace)
 {
     if (colourSpace == "RGB ")
         return QColorSpace(QColorSpace::AdobeRgb).iccProfile();
-    return QByteArray(16, '\0') + colourSpace + QByteArray(16, '\0') + "acsp" + QByteArray(92, '\0');
+    return QByteArray(16, '\0') + colourSpace + QByteArray(16, '\0') + "acsp" +
+           QByteArray(92, '\0');
 }
 
 void Workbench::attach(OIIO::ImageSpec& spec, const QByteArray& profile)

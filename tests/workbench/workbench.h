@@ -25,8 +25,8 @@ Run run(const QStringList& arguments, int fileBlocks = 0);
 /// Runs a shell command that must succeed.
 void shell(const QString& command);
 
-/// The sample of channel `c` at (x, y) of the pictures that makePicture() writes: one of 256 values,
-/// without a pattern, so that neighbours differ and compression gains nothing.
+/// The sample of channel `c` at (x, y) of the pictures that makePicture() writes: one of 256
+/// values, without a pattern, so that neighbours differ and compression gains nothing.
 float sampleAt(int x, int y, int c);
 
 /// Writes a picture of `spec`'s size, channels, sample type and attributes.
