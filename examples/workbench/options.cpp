@@ -59,7 +59,7 @@ void describe(QCommandLineParser& parser)
         {text("bitmap"), text("Also write a Windows bitmap of every picture.")},
         {text("max-megapixels"),
          text("Refuse files whose header claims more than N megapixels (default: 250). Decoding "
-              "takes some 40 bytes of memory per pixel."),
+              "takes some 55 bytes of memory per pixel."),
          text("N"), text("250")},
         {text("json"),
          text("Print one line of JSON per photograph instead of a table; implies --headless.")},
