@@ -35,7 +35,7 @@ bool storesFloats(const OIIO::ImageOutput& writer)
 }
 
 /// A writer that is asked for 16 bits and has only 8 writes 8 by itself.
-OIIO::TypeDesc sampleTypeFor(const OIIO::ImageOutput& writer, OIIO::TypeDesc source)
+OIIO::TypeDesc sampleTypeFor(const OIIO::ImageOutput& writer, const OIIO::TypeDesc& source)
 {
     if (source.is_floating_point() && storesFloats(writer))
         return source == OIIO::TypeHalf ? OIIO::TypeHalf : OIIO::TypeFloat;

@@ -15,7 +15,7 @@
 
 namespace {
 
-QString programName() { return QStringLiteral("imageutils-workbench " WORKBENCH_VERSION); }
+QString programName() { return QStringLiteral("imageutils-workbench"); }
 
 QString timeOf(const QFileInfo& file)
 {
@@ -32,24 +32,33 @@ QByteArray noteFor(const QString& path, const QString& record)
     return QStringLiteral("%1\n%2 %3\n").arg(record).arg(file.size()).arg(timeOf(file)).toUtf8();
 }
 
-bool carriesRecord(const QString& path, const QString& record)
+/// The name of the software that the file itself carries; empty when there is none.
+QString softwareOf(const QString& path)
 {
     const Console::SilencedErrors silenced;
     try { // damaged files make some readers throw
         const auto input = OIIO::ImageInput::open(path.toStdString());
-        OIIO::geterror(true);
-        return input && input->spec().get_string_attribute("Software") == record.toStdString();
+        OIIO::geterror(true); // else the next one to ask gets the answer
+        return input ? QString::fromStdString(
+                           std::string(input->spec().get_string_attribute("Software")))
+                     : QString();
     } catch (const std::exception&) {
-        return false;
+        return {};
     }
+}
+
+/// Whether `note` is one of ours; it is open then.
+bool isNote(QFile& note)
+{
+    return QFileInfo(note).isFile() && note.open(QIODevice::ReadOnly) &&
+           note.peek(64).startsWith(programName().toUtf8());
 }
 
 bool hasNote(const QString& path, const QString& record)
 {
     QFile note(notePathOf(path));
     const QByteArray expected = noteFor(path, record);
-    return QFileInfo(note).isFile() && note.open(QIODevice::ReadOnly) &&
-           note.read(expected.size() + 1) == expected;
+    return isNote(note) && note.read(expected.size() + 1) == expected;
 }
 
 } // namespace
@@ -70,7 +79,7 @@ QString Keep::find(const QString& wantedPath, const QString& record)
     const QFileInfo wanted(wantedPath);
     QString path = wantedPath;
     for (int number = 2; QFileInfo::exists(path); ++number) {
-        if (QFileInfo(path).isFile() && (hasNote(path, record) || carriesRecord(path, record)))
+        if (QFileInfo(path).isFile() && (hasNote(path, record) || softwareOf(path) == record))
             return path;
         path = wanted.dir().filePath(QStringLiteral("%1-%2.%3")
                                          .arg(wanted.completeBaseName())
@@ -80,13 +89,19 @@ QString Keep::find(const QString& wantedPath, const QString& record)
     return {};
 }
 
+bool Keep::isOutput(const QString& path)
+{
+    QFile note(notePathOf(path));
+    return isNote(note) || softwareOf(path).startsWith(programName());
+}
+
 std::optional<Failure> Keep::remember(const QString& path, const QString& record)
 {
-    if (carriesRecord(path, record))
+    if (softwareOf(path) == record)
         return {};
     const QString notePath = notePathOf(path);
     QFile note(notePath);
-    if (note.open(QIODevice::ReadOnly) && note.readLine(256).startsWith("imageutils-workbench"))
+    if (isNote(note))
         note.remove(); // of a picture that is gone
     auto whole = WholeFile::create(QFileInfo(path).path(), QStringLiteral("workbench"));
     if (!whole)

@@ -18,6 +18,9 @@ QString recordFor(const QString& sourcePath, const QString& settings);
 /// one that is free; empty when there is none.
 QString find(const QString& wantedPath, const QString& record);
 
+/// Whether the file at `path` was written by this program, from whatever source.
+bool isOutput(const QString& path);
+
 /// Makes sure that `find` will know `path`, an output just written: writes the record beside it
 /// unless the file itself carries it.
 std::optional<Failure> remember(const QString& path, const QString& record);

@@ -104,7 +104,8 @@ int main(int argc, char** argv)
                                             "not installed"));
         return wrongUsage;
     }
-    const QList<Source> sources = findSources(paths, arguments.undecodable);
+    const QList<Source> sources =
+        findSources(paths, arguments.undecodable, line.options.outputFolder);
     WholeFile::sweep(line.options.outputFolder);
     return isWindowed ? runWindow(line.options, sources) : runHeadless(line.options, sources);
 }

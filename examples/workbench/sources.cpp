@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sources.h"
 
+#include "keep.h"
+
 #include <imageutils/imageutils.h>
 
 #include <QtCore/QDir>
@@ -35,14 +37,19 @@ bool isPhotographIn(const Source& source)
            !info.fileName().startsWith(QLatin1Char('.')) && !info.isDir();
 }
 
-QList<Source> photographsIn(const QString& folder)
+bool isOwnOutput(const Source& source)
+{
+    return QFileInfo(source.path).isFile() && Keep::isOutput(source.path);
+}
+
+QList<Source> photographsIn(const QString& folder, bool skipOutputs)
 {
     QList<Source> sources;
     std::error_code error;
     std::filesystem::directory_iterator entry(QFileInfo(folder).filesystemFilePath(), error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const Source source = sourceOf(entry->path());
-        if (isPhotographIn(source))
+        if (isPhotographIn(source) && !(skipOutputs && isOwnOutput(source)))
             sources.append(source);
     }
     if (error)
@@ -56,14 +63,15 @@ QList<Source> photographsIn(const QString& folder)
 
 } // namespace
 
-QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecodable)
+QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecodable,
+                          const QString& outputFolder)
 {
     QList<Source> sources;
     for (const QString& path : paths) {
         if (undecodable.contains(path))
             sources.append({path, QStringLiteral("name is not valid UTF-8")});
         else if (QFileInfo(path).isDir())
-            sources.append(photographsIn(path));
+            sources.append(photographsIn(path, QFileInfo(path) == QFileInfo(outputFolder)));
         else
             sources.append({path, {}});
     }

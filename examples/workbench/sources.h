@@ -14,8 +14,10 @@ struct Source
 
 /// What the user's arguments `paths` name: files as they are, folders as their photographs in the
 /// order of their names (hidden files, folders inside and files of other formats are passed over).
-/// Names in `undecodable`, whose bytes were no text, are refused.
-QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecodable);
+/// Names in `undecodable`, whose bytes were no text, are refused. In `outputFolder`, what this
+/// program wrote there is passed over, or each run would export the pictures of the one before.
+QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecodable,
+                          const QString& outputFolder);
 
 /// The camera photographs that the system's sample pictures hold, sorted; empty when they are not
 /// installed.

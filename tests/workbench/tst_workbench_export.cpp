@@ -80,6 +80,7 @@ private Q_SLOTS:
     void keepsColoursBesideTransparency();
     void keepsWhatIsUpToDate_data();
     void keepsWhatIsUpToDate();
+    void keepsTheSourcesFolderFromGrowing();
     void writesBitmaps();
     void printsJson();
 
@@ -368,6 +369,16 @@ void WorkbenchExportTest::keepsWhatIsUpToDate()
     QFile mine(output);
     QVERIFY(mine.open(QIODevice::ReadOnly));
     QCOMPARE(mine.readAll(), QByteArray("mine\n"));
+}
+
+void WorkbenchExportTest::keepsTheSourcesFolderFromGrowing()
+{
+    makePicture(in(QStringLiteral("photo.png")), OIIO::ImageSpec(32, 32, 3, OIIO::TypeUInt8));
+    for (const char* format : {"tiff", "tiff", "webp", "webp"})
+        run({m_folder->path(), QStringLiteral("-o"), m_folder->path(), QStringLiteral("--format"),
+             QString::fromLatin1(format)});
+    QCOMPARE(QDir(m_folder->path()).entryList({QStringLiteral("*.*f*"), QStringLiteral("*.webp")}),
+             QStringList({QStringLiteral("photo.tiff"), QStringLiteral("photo.webp")}));
 }
 
 void WorkbenchExportTest::writesBitmaps()
