@@ -38,7 +38,7 @@ bool storesFloats(const OIIO::ImageOutput& writer)
 OIIO::TypeDesc sampleTypeFor(const OIIO::ImageOutput& writer, const OIIO::TypeDesc& source)
 {
     if (source.is_floating_point() && storesFloats(writer))
-        return source == OIIO::TypeHalf ? OIIO::TypeHalf : OIIO::TypeFloat;
+        return source == OIIO::TypeHalf && isOneOf(writer, {"openexr"}) ? source : OIIO::TypeFloat;
     if (source.size() == 1)
         return OIIO::TypeUInt8;
     if (isOneOf(writer, {"fits", "hdr", "openexr"})) // signed or half samples would lose bits
