@@ -134,9 +134,12 @@ Refusal Job::run()
         {Step::Analyse, &Job::analyse},    {Step::Resample, &Job::resample},
         {Step::Bitmap, &Job::writeBitmap}, {Step::Join, &Job::join},
         {Step::Write, &Job::write}};
-    for (const auto& [name, work] : road)
+    for (const auto& [name, work] : road) {
+        if (name == Step::Bitmap && !m_options.bitmap)
+            continue;
         if (Refusal refusal = step(name, work))
             return refusal;
+    }
     return {};
 }
 
@@ -220,8 +223,8 @@ Refusal Job::resample()
 
 Refusal Job::writeBitmap()
 {
-    if (!m_options.bitmap || !m_result.bitmap.isEmpty())
-        return {};
+    if (!m_result.bitmap.isEmpty())
+        return {}; // it was kept
     const Result<QString> path = exportBitmap(overWhite(m_planes).chroma, m_bitmap.wantedPath);
     m_result.bitmap = remembered(path, m_bitmap.record);
     return path ? Refusal() : path.failure();
@@ -240,7 +243,7 @@ Refusal Job::join()
 Refusal Job::write()
 {
     if (!m_result.output.isEmpty())
-        return {};
+        return {}; // it was kept
     const OIIO::ImageSpec header = headerFor(*m_writer, m_photograph, m_layout, m_image.size(),
                                              m_options.quality, m_picture.record);
     const Result<QString> path = exportPicture(m_image, header, m_picture.wantedPath);
