@@ -77,7 +77,7 @@ QString failureToWrite(WholeFile& whole, const QImage& image, const OIIO::ImageS
     const std::string path = whole.file().fileName().toStdString();
     CheckedFile file(whole.file());
     const bool isChecked = writesInto(file, *writer);
-    if (std::string_view(writer->format_name()) == "png")
+    if (std::string_view(writer->format_name()) == "png" && !writer->supports("exif"))
         file.insertAt(pngExifOffset, pngExifChunk(header));
     const bool isWritten = writePixels(*writer, path, image, header);
     if (isChecked)

@@ -11,7 +11,7 @@ namespace {
 
 constexpr qsizetype progressColumns = 79; // a longer line would wrap and could not be replaced
 
-constinit std::mutex s_mutex;
+std::mutex s_mutex;
 constinit bool s_progressShown = false;
 
 QByteArray printable(QString text)

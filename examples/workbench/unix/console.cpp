@@ -11,7 +11,7 @@
 
 namespace {
 
-constinit std::mutex s_mutex;
+std::mutex s_mutex;
 constinit int s_silencers = 0;
 constinit int s_errorOutput = -1; // a duplicate of the real one while it is silenced
 
