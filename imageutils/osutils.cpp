@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/osutils.h>
 
+#include <imageutils/showfile_p.h>
 #include <imageutils/winutils.h>
 
 #include <QtCore/QDebug>
@@ -52,11 +53,14 @@ bool OSUtils::fileExists(const QString&)
     return false;
 }
 
-void OSUtils::showFileInGraphicalShell(const QUrl&) { notAvailableYet("showFileInGraphicalShell"); }
-
-void OSUtils::showFileInGraphicalShell(const QString&)
+void OSUtils::showFileInGraphicalShell(const QUrl& path)
 {
-    notAvailableYet("showFileInGraphicalShell");
+    showFileInGraphicalShell(path.toString());
+}
+
+void OSUtils::showFileInGraphicalShell(const QString& path)
+{
+    showFile(this, path, std::chrono::seconds(5));
 }
 
 void OSUtils::openFolder(const QUrl&) { notAvailableYet("openFolder"); }

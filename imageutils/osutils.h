@@ -61,10 +61,25 @@ public Q_SLOTS:
 
 public:
     Q_INVOKABLE QString operatingSystemVersion() const;
+    /// The colour space of the monitor that the active window is on, or of the primary one, from
+    /// its ICC profile; an info line names it. sRGB with a warning where the system has no profile,
+    /// does not tell or cannot read it; an invalid colour space with a warning where Qt cannot use
+    /// it. May wait a second for the desktop's colour service. GUI thread only: elsewhere sRGB.
     Q_INVOKABLE static QColorSpace getMonitorColorSpace();
     Q_INVOKABLE bool fileExists(const QUrl& path);
     Q_INVOKABLE bool fileExists(const QString& path);
+    /// `path.toString()`, taken as a path; a `file:` URL is therefore none.
     Q_INVOKABLE void showFileInGraphicalShell(const QUrl& path);
+    /// Shows the existing file or folder `path` selected in the system's file manager; each call
+    /// writes a warning line. A path that does not exist gives `fileMissing`. When the file manager
+    /// does not answer, a program opens the folder (or `path` itself, a folder), then the desktop
+    /// opens `path`; when that fails too, `showFileError` follows.
+    ///
+    /// The desktop's services are asked asynchronously, for at most 5 seconds, so `showFileError`
+    /// may come after the call has returned, from the event loop; an object deleted meanwhile sends
+    /// nothing and opens nothing more. One thing can still hold the caller up: the first connection
+    /// to a session bus that accepts it and then says nothing. A program that fears such a bus
+    /// calls `QDBusConnection::sessionBus()` once in a thread of its own before.
     Q_INVOKABLE void showFileInGraphicalShell(const QString& path);
     Q_INVOKABLE void openFolder(const QUrl& path);
     Q_INVOKABLE QStringList getAIProcessors();

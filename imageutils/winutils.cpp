@@ -1,7 +1,70 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/winutils.h>
 
+#include <imageutils/guiapplication_p.h>
+#include <platform/monitorprofile.h>
+
 #include <QtCore/QDebug>
+#include <QtGui/QScreen>
+#include <QtGui/QWindow>
+
+using Platform::MonitorProfile;
+using Platform::MonitorProfileStep;
+
+namespace {
+
+/// The screen of the active window, or the primary one when no window of ours is active.
+const QScreen* activeScreen()
+{
+    if (!onGuiThread())
+        return nullptr;
+    const QWindow* window = QGuiApplication::focusWindow();
+    return window ? window->screen() : QGuiApplication::primaryScreen();
+}
+
+MonitorProfile activeMonitorProfile()
+{
+    // Long enough for a colour service that the bus starts first; the caller stands still
+    // meanwhile.
+    constexpr std::chrono::milliseconds limit(1000);
+    const QScreen* screen = activeScreen();
+    return screen ? Platform::monitorProfile(screen->name().toStdString(), limit)
+                  : MonitorProfile();
+}
+
+QColorSpace parse(const std::vector<unsigned char>& profile)
+{
+    const QByteArray bytes(reinterpret_cast<const char*>(profile.data()),
+                           qsizetype(profile.size()));
+    const QColorSpace space = QColorSpace::fromIccProfile(bytes);
+    if (!space.isValid())
+        qWarning() << "Color Profile invalid" << bytes.toBase64().length();
+    return space;
+}
+
+QColorSpace readMonitorColorSpace()
+{
+    const MonitorProfile profile = activeMonitorProfile();
+    switch (profile.step) {
+    case MonitorProfileStep::Read:
+        return parse(profile.bytes);
+    case MonitorProfileStep::NoContext:
+        qWarning() << "Active Window does not contain a device context";
+        break;
+    case MonitorProfileStep::NoProfile:
+        qWarning() << "GetICMProfile failed";
+        break;
+    case MonitorProfileStep::CannotOpen:
+        qWarning() << "Color Profile could not be opened";
+        break;
+    case MonitorProfileStep::NoHeader:
+        qWarning() << "Color Profile Header not found";
+        break;
+    }
+    return QColorSpace(QColorSpace::SRgb);
+}
+
+} // namespace
 
 WinUtils::WinUtils() = default;
 
@@ -9,6 +72,7 @@ WinUtils::~WinUtils() = default;
 
 QColorSpace WinUtils::getMonitorColorSpace()
 {
-    qWarning() << "getMonitorColorSpace is not available yet";
-    return QColorSpace(QColorSpace::SRgb);
+    const QColorSpace space = readMonitorColorSpace();
+    qInfo().noquote() << "Reading display/monitor colorspace as: " << space;
+    return space;
 }

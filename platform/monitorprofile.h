@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Platform {
+
+/// Where reading a monitor's colour profile ended.
+enum class MonitorProfileStep {
+    Read,       ///< at the end: the bytes are there
+    NoContext,  ///< there is no display, or a window system that cannot tell
+    NoProfile,  ///< the display has no profile
+    CannotOpen, ///< its file cannot be opened or read
+    NoHeader,   ///< what was read does not begin like an ICC profile
+};
+
+struct MonitorProfile
+{
+    MonitorProfileStep step = MonitorProfileStep::NoContext;
+    std::vector<unsigned char> bytes; ///< the whole ICC profile; empty unless `step` is Read
+};
+
+/// No profile is longer than this; real ones stay below 4 MiB.
+inline constexpr std::size_t MaxProfileBytes = std::size_t(16) << 20;
+
+/// The ICC profile of the monitor under the active window. `screenName` (UTF-8) names that monitor
+/// where the window system has names for them. Called on the thread of the user interface, while an
+/// application object lives; services are waited for no longer than `limit` together.
+MonitorProfile monitorProfile(const std::string& screenName, std::chrono::milliseconds limit);
+
+} // namespace Platform
