@@ -36,7 +36,7 @@ QColorSpace parse(const std::vector<unsigned char>& profile)
 {
     const QByteArray bytes(reinterpret_cast<const char*>(profile.data()),
                            qsizetype(profile.size()));
-    const QColorSpace space = QColorSpace::fromIccProfile(bytes);
+    QColorSpace space = QColorSpace::fromIccProfile(bytes);
     if (!space.isValid())
         qWarning() << "Color Profile invalid" << bytes.toBase64().length();
     return space;
@@ -72,7 +72,7 @@ WinUtils::~WinUtils() = default;
 
 QColorSpace WinUtils::getMonitorColorSpace()
 {
-    const QColorSpace space = readMonitorColorSpace();
+    QColorSpace space = readMonitorColorSpace();
     qInfo().noquote() << "Reading display/monitor colorspace as: " << space;
     return space;
 }

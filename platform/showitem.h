@@ -16,6 +16,6 @@ namespace Platform {
 /// another one, or without such an object, the answer is "no". If the application object is
 /// destroyed first, `done` is not called any more.
 void showItem(const std::string& path, std::chrono::milliseconds limit,
-              std::function<void(bool shown)> done);
+              const std::function<void(bool shown)>& done);
 
 } // namespace Platform

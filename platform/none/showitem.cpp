@@ -2,7 +2,7 @@
 #include <platform/showitem.h>
 
 void Platform::showItem(const std::string&, std::chrono::milliseconds,
-                        std::function<void(bool)> done)
+                        const std::function<void(bool)>& done)
 {
     done(false);
 }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/showitem.h>
 
+#include <platform/unix/showitemrequest.h>
+
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDeadlineTimer>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
 #include <QtCore/QUrl>
-#include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusPendingCallWatcher>
 #include <QtDBus/QDBusUnixFileDescriptor>
@@ -18,57 +18,37 @@
 
 #include <fcntl.h>
 
-namespace {
+using Platform::ShowItemRequest;
 
-/// One item on its way from service to service. Deletes itself once it has answered.
-class ShowItemRequest : public QObject
+ShowItemRequest::ShowItemRequest(std::string absolutePath, std::function<void(bool)> done)
+    : QObject(QCoreApplication::instance()), m_path(std::move(absolutePath)),
+      m_done(std::move(done)), m_bus(QDBusConnection::sessionBus())
+{}
+
+void ShowItemRequest::start(std::chrono::milliseconds limit)
 {
-    Q_OBJECT
-
-public:
-    ShowItemRequest(std::string path, std::function<void(bool)> done)
-        : QObject(QCoreApplication::instance()), m_path(std::move(path)), m_done(std::move(done)),
-          m_bus(QDBusConnection::sessionBus())
-    {}
-
-    void start(std::chrono::milliseconds limit)
-    {
-        m_deadline.setRemainingTime(limit);
-        if (m_bus.isConnected())
-            askFileManager();
-        else
-            finish(false);
+    if (!m_bus.isConnected()) {
+        finish(false);
+        return;
     }
+    m_limit = limit;
+    // A portal that has taken the order and is silent may be asking the user, so it is not
+    // overtaken.
+    QTimer::singleShot(limit, this, [this] { finish(m_portalHasTaken); });
+    askFileManager();
+}
 
-private Q_SLOTS:
-    // 0: done, 1: the user has said no, 2: the portal has failed.
-    void takePortalResponse(uint response) { finish(response != 2); }
-
-private:
-    void askFileManager();
-    void askPortal();
-    void awaitPortalResponse();
-    template<typename Success, typename Failure>
-    void call(const QDBusMessage& question, Success success, Failure failure);
-    void finish(bool shown);
-
-    std::string m_path;
-    std::function<void(bool)> m_done;
-    QDBusConnection m_bus;
-    QDeadlineTimer m_deadline;
-};
-
-/// Asks and goes on with one of the two when the answer, an error or the end of the time arrives.
+/// Asks, and goes on with one of the two when the answer or an error arrives.
 template<typename Success, typename Failure>
 void ShowItemRequest::call(const QDBusMessage& question, Success success, Failure failure)
 {
-    // Not 0 or less, which would mean no limit.
-    const int limit = int(std::max<qint64>(1, m_deadline.remainingTime()));
-    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question, limit), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, success, failure] {
-        watcher->deleteLater();
-        watcher->isError() ? failure() : success();
-    });
+    // The bus forgets the question a little after this request has ended, which is not to look like
+    // an error that leads on.
+    const auto limit = m_limit + std::chrono::seconds(1);
+    auto* watcher =
+        new QDBusPendingCallWatcher(m_bus.asyncCall(question, int(limit.count())), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [watcher, success, failure] { watcher->isError() ? failure() : success(); });
 }
 
 void ShowItemRequest::askFileManager()
@@ -87,7 +67,7 @@ void ShowItemRequest::askFileManager()
 void ShowItemRequest::askPortal()
 {
     // O_PATH: an unreadable file can be shown too, and a pipe does not keep us waiting.
-    const int file = m_deadline.hasExpired() ? -1 : ::open(m_path.c_str(), O_PATH | O_CLOEXEC);
+    const int file = ::open(m_path.c_str(), O_PATH | O_CLOEXEC);
     if (file < 0) {
         finish(false);
         return;
@@ -112,13 +92,7 @@ void ShowItemRequest::askPortal()
     question << QString() << QVariant::fromValue(descriptor)
              << QVariantMap{{QStringLiteral("handle_token"), token}};
     call(
-        question, [this] { awaitPortalResponse(); }, [this] { finish(false); });
-}
-
-/// A portal that has taken the order and is silent may be asking the user, so it is not overtaken.
-void ShowItemRequest::awaitPortalResponse()
-{
-    QTimer::singleShot(int(m_deadline.remainingTime()), this, [this] { finish(true); });
+        question, [this] { m_portalHasTaken = true; }, [this] { finish(false); });
 }
 
 void ShowItemRequest::finish(bool shown)
@@ -127,6 +101,8 @@ void ShowItemRequest::finish(bool shown)
     if (const auto done = std::exchange(m_done, nullptr))
         done(shown);
 }
+
+namespace {
 
 /// Absolute, and with one slash at its beginning: "//name/file" would read as a file of the host
 /// "name" in a URL.
@@ -141,14 +117,12 @@ std::string absolutePath(const std::string& path)
 } // namespace
 
 void Platform::showItem(const std::string& path, std::chrono::milliseconds limit,
-                        std::function<void(bool)> done)
+                        const std::function<void(bool)>& done)
 {
     const QCoreApplication* const application = QCoreApplication::instance();
     if (!application || application->thread() != QThread::currentThread()) {
         done(false);
         return;
     }
-    (new ShowItemRequest(absolutePath(path), std::move(done)))->start(limit);
+    (new ShowItemRequest(absolutePath(path), done))->start(limit);
 }
-
-#include "showitem.moc"

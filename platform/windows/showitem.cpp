@@ -28,7 +28,7 @@ bool openFolderAndSelect(const std::string& path)
 // Answers before it returns, and relies on the component model that the user interface has
 // initialised on its thread.
 void Platform::showItem(const std::string& path, std::chrono::milliseconds,
-                        std::function<void(bool)> done)
+                        const std::function<void(bool)>& done)
 {
     done(openFolderAndSelect(path));
 }

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// The file manager and the portal are programs of ours in several moods; once the real one is
+// asked.
+#include <imageutils/osutils.h>
+#include <imageutils/showfile_p.h>
+#include <platform/showitem.h>
+#include <support/log.h>
+
+#include <QtCore/QTemporaryDir>
+#include <QtDBus/QDBusConnectionInterface>
+#include <QtTest/QtTest>
+
+#include <csignal>
+#include <optional>
+
+using namespace std::chrono_literals;
+
+class ShowFileTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    const QTemporaryDir m_folder;
+    // Everything that a URL, an option parser or a shell could misread.
+    const QString m_name = "-a b%20#ü;'\"\n$(x)?.png", m_file = m_folder.filePath(m_name);
+    const QByteArray m_path = qgetenv("PATH");
+    QProcess m_fileManager, m_portal;
+    QList<bool> m_answers; // of the seam
+    std::optional<TestSupport::LogCapture> m_log;
+
+    bool startServices(const QString& fileManager, const QString& portal)
+    {
+        m_fileManager.start(FAKE_SERVICE, {"session", "org.freedesktop.FileManager1", fileManager});
+        m_portal.start(FAKE_SERVICE, {"session", "org.freedesktop.portal.Desktop", portal});
+        return m_fileManager.waitForReadyRead() && m_fileManager.readLine() == "ready\n" &&
+               m_portal.waitForReadyRead() && m_portal.readLine() == "ready\n";
+    }
+
+    /// What our xdg-open was called with: the number of arguments and each of them.
+    static QByteArray opened()
+    {
+        QFile record("opened");
+        return record.open(QFile::ReadOnly) ? record.readAll() : QByteArray();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_log.emplace();
+        QDir::setCurrent(m_folder.path());
+        QVERIFY(QFile(m_file).open(QFile::WriteOnly));
+        QFile launcher("xdg-open");
+        QVERIFY(launcher.open(QFile::WriteOnly));
+        launcher.write("#!/bin/sh\nprintf '%s|' $# \"$@\" >>\"${0%/*}/opened\"\n");
+        launcher.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    }
+
+    void cleanup()
+    {
+        for (QProcess* service : {&m_fileManager, &m_portal}) {
+            service->kill();
+            service->waitForFinished();
+        }
+        qputenv("PATH", m_path);
+        m_log.reset();
+        QFile::remove("opened");
+        QFile::remove("xdg-open");
+        m_answers.clear();
+    }
+
+    void asksTheServicesInTurn_data()
+    {
+        QTest::addColumn<QString>("fileManager");
+        QTest::addColumn<QString>("portal");
+        QTest::addColumn<bool>("shown");
+        QTest::addColumn<QString>("path");
+        QTest::newRow("answers") << "answers"
+                                 << "unasked" << true << m_file;
+        QTest::newRow("two slashes") << "answers"
+                                     << "unasked" << true << '/' + m_file;
+        QTest::newRow("hangs: no time left") << "hangs"
+                                             << "unasked" << false << m_file;
+        QTest::newRow("dies, relative path") << "dies"
+                                             << "answers" << true << m_name;
+        QTest::newRow("portal refuses too") << "errors"
+                                            << "errors" << false << m_file;
+        QTest::newRow("portal fails later") << "errors"
+                                            << "fails" << false << m_file;
+        QTest::newRow("portal hangs") << "errors"
+                                      << "hangs" << false << m_file;
+    }
+    void asksTheServicesInTurn()
+    {
+        QFETCH(QString, fileManager);
+        QFETCH(QString, portal);
+        QFETCH(QString, path);
+        QFETCH(bool, shown);
+        QVERIFY(startServices(fileManager, portal));
+        const bool hangs = fileManager == "hangs" || portal == "hangs";
+        Platform::showItem(path.toStdString(), hangs ? 300ms : 60s,
+                           [this](bool answer) { m_answers.append(answer); });
+        QTRY_COMPARE_WITH_TIMEOUT(m_answers, QList{shown}, 20000);
+        const QByteArray url = QUrl::fromLocalFile(m_file).toEncoded() + '\n';
+        QTRY_COMPARE(m_fileManager.peek(10000), "ShowItems " + url);
+        QTRY_COMPARE(m_portal.peek(10000), portal == "unasked" ? "" : "OpenDirectory " + url);
+    }
+
+    void fallsBackOnPrograms_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("file") << m_file << m_folder.path();
+        QTest::newRow("relative file") << m_name << m_folder.path();
+        QTest::newRow("folder") << m_folder.path() << m_folder.path();
+        QTest::newRow("nothing to open it with") << m_name << "";
+    }
+    void fallsBackOnPrograms()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, folder);
+        QVERIFY(startServices("errors", "errors"));
+        qputenv("PATH", folder.toUtf8());
+        OSUtils utils;
+        QSignalSpy errors(&utils, &OSUtils::showFileError);
+        utils.showFileInGraphicalShell(path);
+        if (!folder.isEmpty())
+            QTRY_COMPARE(opened(), "1|" + folder.toUtf8() + '|');
+        else
+            QTRY_COMPARE(errors.value(0), QVariantList{path});
+        QCOMPARE(errors.size(), folder.isEmpty() ? 1 : 0);
+    }
+
+    void missingFilesAreReported()
+    {
+        OSUtils utils;
+        QSignalSpy missing(&utils, &OSUtils::fileMissing);
+        const QString path = m_file + ".gone";
+        utils.showFileInGraphicalShell(path);
+        QCOMPARE(missing.takeFirst(), QVariantList{path});
+        QString line("warning:");
+        QDebug(&line) << " OSUtils::showFileInGraphicalShell: " << path;
+        QCOMPARE(m_log->takeTexts(), QStringList(line.trimmed()));
+        utils.showFileInGraphicalShell(QUrl::fromLocalFile(m_folder.path())); // its text is no path
+        QCOMPARE(missing.takeFirst(), QVariantList{"file://" + m_folder.path()});
+    }
+
+    void deletedObjectGoesNoFurther()
+    {
+        QVERIFY(startServices("hangs", "unasked"));
+        qputenv("PATH", m_folder.path().toUtf8());
+        OSUtils utils;
+        showFile(&*std::make_unique<OSUtils>(), m_name, 100ms);
+        showFile(&utils, m_folder.path(), 300ms); // answered after the one above
+        QTRY_VERIFY(!opened().isEmpty());
+        QCOMPARE(opened(), "1|" + m_folder.path().toUtf8() + '|');
+    }
+
+    void realFileManagerOpensTheFolder()
+    {
+        if (QStandardPaths::findExecutable("thunar").isEmpty())
+            QSKIP("thunar is not installed");
+        const QString file = m_folder.filePath("shown by thunar/" + m_name);
+        QVERIFY(QDir().mkdir("shown by thunar") && QFile::copy(m_file, file));
+        OSUtils().showFileInGraphicalShell(file);
+        const auto isOpen = [] {
+            return QProcess::execute(
+                       "xdotool", {"search", "--onlyvisible", "--name", "^shown by thunar"}) == 0;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isOpen(), 30000);
+        const auto bus = QDBusConnection::sessionBus().interface();
+        const auto thunar = pid_t(bus->servicePid("org.freedesktop.FileManager1").value());
+        QVERIFY(thunar > 0 && kill(thunar, SIGTERM) == 0);
+        QTRY_VERIFY(kill(thunar, 0) != 0);
+    }
+};
+
+QTEST_MAIN(ShowFileTest)
+#include "tst_showfile.moc"
