@@ -12,7 +12,6 @@
 #include <QtTest/QtTest>
 
 #include <thread>
-#include <xcb/xcb.h>
 
 using namespace std::chrono_literals;
 
@@ -28,21 +27,17 @@ private:
     QProcess m_bus, m_colord;
     QWindow m_window;
 
-    /// Sets a property of the root window, with format 0 as text.
-    static void setProperty(const QByteArray& name, const QByteArray& value, int format)
+    static void write(const QString& path, const QByteArray& bytes)
     {
-        auto* const x = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
-        const auto atom =
-            xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, uint16_t(name.size()), name), nullptr)
-                ->atom;
-        xcb_delete_property(x, root, atom);
-        for (qsizetype i = 0; i < value.size(); i += 200'000) // what one request can carry
-            xcb_change_property(
-                x, XCB_PROP_MODE_APPEND, root, atom,
-                format == 0 ? XCB_ATOM_STRING : XCB_ATOM_CARDINAL, format == 32 ? 32 : 8,
-                uint32_t(std::min(value.size() - i, 200'000ll)) / (format == 32 ? 4 : 1),
-                value.data() + i);
+        QFile file(path);
+        QVERIFY(file.open(QFile::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+
+    static void setProperty(const QString& name, const QByteArray& value, int bits = 8)
+    {
+        const QString path = QDir::temp().filePath("property");
+        write(path, value);
+        QCOMPARE(QProcess::execute(SET_ROOT_PROPERTY, {name, path, QString::number(bits)}), 0);
     }
 
     void expect(const QByteArray& profile, const QString& warning)
@@ -69,9 +64,10 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
-        m_bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        const QString address = qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS"); // of our world
+        m_bus.start("dbus-daemon",
+                    {"--session", "--nofork", "--print-address", "--address", address});
         QVERIFY(m_bus.waitForReadyRead());
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus.readLine().trimmed());
         QVERIFY(startColord(m_file));
         QProcess::execute("xrandr", {"--setmonitor", "*L", "1280/338x800/211+0+0", "screen"});
         QProcess::execute("xrandr", {"--setmonitor", "R", "1024/270x768/203+1280+0", "none"});
@@ -80,7 +76,7 @@ private Q_SLOTS:
         m_window.requestActivate();
         QTRY_COMPARE(QGuiApplication::focusWindow(), &m_window);
         QTRY_COMPARE(m_window.screen()->name(), "R");
-        setProperty("_ICC_PROFILE", m_adobe, 8);
+        setProperty("_ICC_PROFILE", m_adobe);
     }
     void cleanupTestCase()
     {
@@ -93,43 +89,42 @@ private Q_SLOTS:
     void readsTheProfileOfTheWindowsMonitor_data()
     {
         QTest::addColumn<QByteArray>("property");
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QByteArray>("file"); // of the colour service; "" is none
+        QTest::addColumn<int>("bits");
+        QTest::addColumn<QByteArray>("file"); // of the colour service; without bytes there is none
         QTest::addColumn<QByteArray>("profile");
         QTest::addColumn<QString>("warning");
-        const QByteArray noProfile = QByteArray(m_p3).replace("acsp", "ACSP"), none;
+        const QByteArray none, other = QByteArray(m_p3).replace("acsp", "ACSP");
+        const QByteArray endless = m_p3 + QByteArray(17 << 20, 'x'), shorter = m_p3.left(127);
         const QByteArray junk = QByteArray(36, 'x') + "acsp" + QByteArray(100, 'x');
-        const QString header = "Color Profile Header not found";
+        const QString noHeader = "Color Profile Header not found";
+        const QString noFile = "Color Profile could not be opened";
+        const QString invalid = "Color Profile invalid 188";
         QTest::newRow("property") << m_p3 << 8 << m_adobe << m_p3 << "";
-        QTest::newRow("text") << m_p3 << 0 << m_adobe << m_adobe << "";
-        QTest::newRow("32 bits") << m_p3 << 32 << m_adobe << m_adobe << "";
-        QTest::newRow("endless") << m_p3 + QByteArray(17 << 20, 'x') << 8 << m_adobe << m_adobe
-                                 << "";
-        QTest::newRow("short") << m_p3.left(127) << 8 << m_adobe << none << header;
-        QTest::newRow("no profile") << noProfile << 8 << m_adobe << none << header;
-        QTest::newRow("junk") << junk << 8 << m_adobe << junk << "Color Profile invalid 188";
-        QTest::newRow("service only") << none << 8 << m_adobe << m_adobe << "";
-        QTest::newRow("service, short file") << none << 8 << m_p3.left(127) << none << header;
-        QTest::newRow("service, no file")
-            << none << 8 << none << none << "Color Profile could not be opened";
+        QTest::newRow("numbers") << m_p3 << 32 << m_adobe << m_adobe << "";
+        QTest::newRow("endless") << endless << 8 << m_adobe << m_adobe << "";
+        QTest::newRow("short") << shorter << 8 << m_adobe << none << noHeader;
+        QTest::newRow("other file") << other << 8 << m_adobe << none << noHeader;
+        QTest::newRow("junk") << junk << 8 << m_adobe << junk << invalid;
+        QTest::newRow("service") << none << 8 << m_adobe << m_adobe << "";
+        QTest::newRow("service, no file") << none << 8 << none << none << noFile;
     }
     void readsTheProfileOfTheWindowsMonitor()
     {
         QFETCH(QByteArray, property);
+        QFETCH(int, bits);
         QFETCH(QByteArray, file);
         QFETCH(QByteArray, profile);
         QFETCH(QString, warning);
-        QFETCH(int, format);
-        setProperty("_ICC_PROFILE_1", property, format);
+        setProperty("_ICC_PROFILE_1", property, bits);
         QFile::remove(m_file);
-        if (QFile writer(m_file); !file.isEmpty())
-            QVERIFY(writer.open(QFile::WriteOnly) && writer.write(file) == file.size());
+        if (!file.isEmpty())
+            write(m_file, file);
         expect(profile, warning);
     }
 
     void hangingServiceIsLeftInTime()
     {
-        setProperty("_ICC_PROFILE_1", {}, 8);
+        setProperty("_ICC_PROFILE_1", {});
         QVERIFY(startColord("hangs"));
         QElapsedTimer timer;
         timer.start();
@@ -150,7 +145,7 @@ private Q_SLOTS:
         m_window.hide();
         QTRY_VERIFY(!QGuiApplication::focusWindow());
         expect(m_adobe, "");
-        setProperty("_ICC_PROFILE", {}, 8);
+        setProperty("_ICC_PROFILE", {});
         expect({}, "GetICMProfile failed");
     }
 };

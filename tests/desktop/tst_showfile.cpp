@@ -25,16 +25,19 @@ private:
     // Everything that a URL, an option parser or a shell could misread.
     const QString m_name = "-a b%20#ü;'\"\n$(x)?.png", m_file = m_folder.filePath(m_name);
     const QByteArray m_path = qgetenv("PATH");
-    QProcess m_fileManager, m_portal;
-    QList<bool> m_answers; // of the seam
+    QProcess m_services[2]; // file manager and portal
+    QList<bool> m_answers;
     std::optional<TestSupport::LogCapture> m_log;
 
-    bool startServices(const QString& fileManager, const QString& portal)
+    bool startServices(const QStringList& moods)
     {
-        m_fileManager.start(FAKE_SERVICE, {"session", "org.freedesktop.FileManager1", fileManager});
-        m_portal.start(FAKE_SERVICE, {"session", "org.freedesktop.portal.Desktop", portal});
-        return m_fileManager.waitForReadyRead() && m_fileManager.readLine() == "ready\n" &&
-               m_portal.waitForReadyRead() && m_portal.readLine() == "ready\n";
+        const QStringList names{"org.freedesktop.FileManager1", "org.freedesktop.portal.Desktop"};
+        for (int i : {0, 1}) {
+            m_services[i].start(FAKE_SERVICE, {"session", names[i], moods[i]});
+            if (!m_services[i].waitForReadyRead() || m_services[i].readLine() != "ready\n")
+                return false;
+        }
+        return true;
     }
 
     /// What our xdg-open was called with: the number of arguments and each of them.
@@ -50,85 +53,64 @@ private Q_SLOTS:
         m_log.emplace();
         QDir::setCurrent(m_folder.path());
         QVERIFY(QFile(m_file).open(QFile::WriteOnly));
-        QFile launcher("xdg-open");
-        QVERIFY(launcher.open(QFile::WriteOnly));
-        launcher.write("#!/bin/sh\nprintf '%s|' $# \"$@\" >>\"${0%/*}/opened\"\n");
-        launcher.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     }
 
     void cleanup()
     {
-        for (QProcess* service : {&m_fileManager, &m_portal}) {
-            service->kill();
-            service->waitForFinished();
+        for (QProcess& service : m_services) {
+            service.kill();
+            service.waitForFinished();
         }
         qputenv("PATH", m_path);
         m_log.reset();
         QFile::remove("opened");
-        QFile::remove("xdg-open");
         m_answers.clear();
     }
 
     void asksTheServicesInTurn_data()
     {
-        QTest::addColumn<QString>("fileManager");
-        QTest::addColumn<QString>("portal");
+        QTest::addColumn<QStringList>("moods");
         QTest::addColumn<bool>("shown");
         QTest::addColumn<QString>("path");
-        QTest::newRow("answers") << "answers"
-                                 << "unasked" << true << m_file;
-        QTest::newRow("two slashes") << "answers"
-                                     << "unasked" << true << '/' + m_file;
-        QTest::newRow("hangs: no time left") << "hangs"
-                                             << "unasked" << false << m_file;
-        QTest::newRow("dies, relative path") << "dies"
-                                             << "answers" << true << m_name;
-        QTest::newRow("portal refuses too") << "errors"
-                                            << "errors" << false << m_file;
-        QTest::newRow("portal fails later") << "errors"
-                                            << "fails" << false << m_file;
-        QTest::newRow("portal hangs") << "errors"
-                                      << "hangs" << false << m_file;
+        QTest::newRow("answers") << QStringList{"answers", "unasked"} << true << m_file;
+        QTest::newRow("two slashes") << QStringList{"answers", "unasked"} << true << '/' + m_file;
+        QTest::newRow("hangs: no time") << QStringList{"hangs", "unasked"} << false << m_file;
+        QTest::newRow("dies, relative path") << QStringList{"dies", "answers"} << true << m_name;
+        QTest::newRow("portal refuses") << QStringList{"errors", "errors"} << false << m_file;
+        QTest::newRow("portal fails later") << QStringList{"errors", "fails"} << false << m_file;
+        QTest::newRow("portal hangs") << QStringList{"errors", "hangs"} << false << m_file;
     }
     void asksTheServicesInTurn()
     {
-        QFETCH(QString, fileManager);
-        QFETCH(QString, portal);
+        QFETCH(QStringList, moods);
         QFETCH(QString, path);
         QFETCH(bool, shown);
-        QVERIFY(startServices(fileManager, portal));
-        const bool hangs = fileManager == "hangs" || portal == "hangs";
-        Platform::showItem(path.toStdString(), hangs ? 300ms : 60s,
+        QVERIFY(startServices(moods));
+        Platform::showItem(path.toStdString(), moods.contains("hangs") ? 300ms : 60s,
                            [this](bool answer) { m_answers.append(answer); });
         QTRY_COMPARE_WITH_TIMEOUT(m_answers, QList{shown}, 20000);
         const QByteArray url = QUrl::fromLocalFile(m_file).toEncoded() + '\n';
-        QTRY_COMPARE(m_fileManager.peek(10000), "ShowItems " + url);
-        QTRY_COMPARE(m_portal.peek(10000), portal == "unasked" ? "" : "OpenDirectory " + url);
+        QTRY_COMPARE(m_services[0].peek(10000), "ShowItems " + url);
+        QTRY_COMPARE(m_services[1].peek(10000),
+                     moods.contains("unasked") ? "" : "OpenDirectory " + url);
     }
 
-    void fallsBackOnPrograms_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("folder");
-        QTest::newRow("file") << m_file << m_folder.path();
-        QTest::newRow("relative file") << m_name << m_folder.path();
-        QTest::newRow("folder") << m_folder.path() << m_folder.path();
-        QTest::newRow("nothing to open it with") << m_name << "";
-    }
     void fallsBackOnPrograms()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, folder);
-        QVERIFY(startServices("errors", "errors"));
-        qputenv("PATH", folder.toUtf8());
+        QVERIFY(startServices({"errors", "errors"}));
+        qputenv("PATH", LAUNCHER_FOLDER);
         OSUtils utils;
         QSignalSpy errors(&utils, &OSUtils::showFileError);
-        utils.showFileInGraphicalShell(path);
-        if (!folder.isEmpty())
-            QTRY_COMPARE(opened(), "1|" + folder.toUtf8() + '|');
-        else
-            QTRY_COMPARE(errors.value(0), QVariantList{path});
-        QCOMPARE(errors.size(), folder.isEmpty() ? 1 : 0);
+        QByteArray expected;
+        for (const QString& path : {m_file, m_name, m_folder.path()}) {
+            utils.showFileInGraphicalShell(path);
+            expected += "1|" + m_folder.path().toUtf8() + '|';
+            QTRY_COMPARE(opened(), expected);
+        }
+        QVERIFY(errors.isEmpty());
+        qputenv("PATH", "");
+        utils.showFileInGraphicalShell(m_name);
+        QTRY_COMPARE(errors.value(0), QVariantList{m_name});
     }
 
     void missingFilesAreReported()
@@ -147,8 +129,8 @@ private Q_SLOTS:
 
     void deletedObjectGoesNoFurther()
     {
-        QVERIFY(startServices("hangs", "unasked"));
-        qputenv("PATH", m_folder.path().toUtf8());
+        QVERIFY(startServices({"hangs", "unasked"}));
+        qputenv("PATH", LAUNCHER_FOLDER);
         OSUtils utils;
         showFile(&*std::make_unique<OSUtils>(), m_name, 100ms);
         showFile(&utils, m_folder.path(), 300ms); // answered after the one above
