@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// ask profile FILE | ask show < PATH
+//
+// Prints what platform/windows answers: the step and, in FILE, the profile; whether PATH was shown.
+#include <platform/monitorprofile.h>
+#include <platform/showitem.h>
+
+#include <objbase.h>
+
+#include <fstream>
+#include <iostream>
+
+int main(int argc, char* argv[])
+{
+    if (argc > 2) {
+        const auto profile = Platform::monitorProfile({}, {});
+        std::ofstream(argv[2], std::ios::binary)
+            .write(reinterpret_cast<const char*>(profile.bytes.data()),
+                   std::streamsize(profile.bytes.size()));
+        std::cout << int(profile.step) << '\n';
+        return 0;
+    }
+    CoInitialize(nullptr);
+    std::string path;
+    std::getline(std::cin, path);
+    Platform::showItem(path, {}, [](bool shown) { std::cout << (shown ? "shown\n" : "no\n"); });
+    CoUninitialize();
+}
