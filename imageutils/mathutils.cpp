@@ -35,7 +35,8 @@ int NMathUtils::mapBrushSize(float brushSize, const QSize& imageSize)
 {
     if (!(brushSize >= 1.0f)) // not a number, too
         return 0;
-    const float unit = float(std::max(imageSize.width(), imageSize.height()) / 32);
+    const int wholeUnit = std::max(imageSize.width(), imageSize.height()) / 32;
+    const float unit = float(wholeUnit);
     if (brushSize >= 50.0f)
         return saturatedInt(std::round(((brushSize - 50.0f) * 3.0f / 50.0f + 1.0f) * unit));
     return saturatedInt((brushSize - 0.5f) / 49.5f * unit + 0.5f);
