@@ -11,10 +11,11 @@ GridLayout { // what is known about a photograph
 
     required property PhotographRow photograph
 
-    readonly property list<string> names: ["File", "Size", "Pixels", "Output", "Times"]
+    readonly property list<string> names: ["File", "Size", "Camera", "Pixels", "Output", "Times"]
     readonly property list<string> values: root.photograph ? [
         root.photograph.path,
         root.photograph.upright + " (stored " + root.photograph.stored + ")",
+        root.photograph.camera,
         "all grey: " + root.photograph.grey + ", finest detail in the lightness: " + root.photograph.noise,
         root.photograph.stage === WorkbenchModel.Failed ? root.photograph.detail : root.photograph.output,
         root.photograph.times

@@ -19,6 +19,7 @@ ItemDelegate { // one photograph in the list, and everything known about it
     required property string noise
     required property string output
     required property string outputSize
+    required property string camera
     required property string times
     required property string name
 

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "job.h"
 
+#include "crop.h"
 #include "exporter.h"
 #include "keep.h"
 #include "messages.h"
 #include "photograph.h"
 #include "resample.h"
+#include "thumbnail.h"
 
 #include <imageutils/cvutils.h>
 #include <imageutils/imageutils.h>
+#include <metadatareader/metadatareader.h>
 #include <timing/elapsedtime.h>
 
 #include <QtCore/QDir>
@@ -38,11 +41,25 @@ Refusal refuseEntry(const QString& path)
     return {};
 }
 
+/// The settings as a set of parameters, whose key says whether two runs ask for the same.
+QVariantMap parametersOf(const Options& options, const QString& extension)
+{
+    QVariantMap parameters{{QStringLiteral("format"), extension},
+                           {QStringLiteral("scale"), options.scale},
+                           {QStringLiteral("rotate"), options.rotate},
+                           {QStringLiteral("maxSize"), QSize(options.maxWidth, options.maxHeight)},
+                           {QStringLiteral("quality"), options.quality}};
+    if (options.filter)
+        parameters.insert(QStringLiteral("filter"),
+                          QVariantList{options.filter->b, options.filter->c});
+    return parameters;
+}
+
 /// Everything that changes the bytes of an output of the kind `extension`.
 QString settingsText(const Options& options, const QString& extension, bool isBitmap)
 {
     const FilterShape filter = options.filter.value_or(FilterShape{-1.0F, -1.0F});
-    return QStringLiteral("%1 bitmap=%2 scale=%3 fit=%4x%5 filter=%6,%7 quality=%8")
+    return QStringLiteral("%1 bitmap=%2 scale=%3 fit=%4x%5 filter=%6,%7 quality=%8 rotate=%9")
         .arg(extension)
         .arg(int(isBitmap))
         .arg(options.scale, 0, 'g', 17)
@@ -50,7 +67,8 @@ QString settingsText(const Options& options, const QString& extension, bool isBi
         .arg(options.maxHeight)
         .arg(double(filter.b), 0, 'g', 9)
         .arg(double(filter.c), 0, 'g', 9)
-        .arg(options.quality);
+        .arg(options.quality)
+        .arg(options.rotate, 0, 'g', 17);
 }
 
 /// One file that a photograph gives.
@@ -92,6 +110,7 @@ private:
     Refusal join();
     Refusal write();
     Refusal writeBitmap();
+    void writeThumbnailBeside();
     QString remembered(const Result<QString>& path, const QString& record);
 
     const Options& m_options;
@@ -104,6 +123,7 @@ private:
     std::unique_ptr<OIIO::ImageOutput> m_writer;
     Photograph m_photograph;
     Layout m_layout{};
+    bool m_isThumbnailDue = false;
     Planes m_planes;
     QImage m_image;
 };
@@ -152,6 +172,7 @@ Refusal Job::readHeader()
     if (!m_writer)
         return Failure{
             QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
+    m_result.key = NImageUtils::hashParams(parametersOf(m_options, extension));
     m_result.size = NImageUtils::imageSize(m_result.path);
     if (!m_result.size.isValid())
         return Failure{QStringLiteral("has no header that can be read")};
@@ -161,6 +182,8 @@ Refusal Job::readHeader()
     const Result<Fit> fit = fitFor(m_result.size, m_options);
     if (!fit)
         return fit.failure();
+    m_result.metadata = readMetadata(m_result.path);
+    m_isThumbnailDue = isThumbnailDue(m_result.path, m_result.metadata);
     m_picture = outputOf(m_result.path, m_options, extension, false);
     m_bitmap = outputOf(m_result.path, m_options, QStringLiteral("bmp"), true);
     return {};
@@ -171,8 +194,8 @@ bool Job::findKept()
     m_result.output = Keep::find(m_picture.wantedPath, m_picture.record);
     if (m_options.bitmap)
         m_result.bitmap = Keep::find(m_bitmap.wantedPath, m_bitmap.record);
-    m_result.isKept =
-        !m_result.output.isEmpty() && (!m_options.bitmap || !m_result.bitmap.isEmpty());
+    m_result.isKept = !m_result.output.isEmpty() &&
+                      (!m_options.bitmap || !m_result.bitmap.isEmpty()) && !m_isThumbnailDue;
     if (!m_result.output.isEmpty())
         m_result.outputSize = NImageUtils::imageSize(m_result.output);
     return m_result.isKept;
@@ -210,7 +233,13 @@ Refusal Job::analyse()
 
 Refusal Job::resample()
 {
-    const Result<Fit> fit = fitFor(m_result.size, m_options);
+    if (m_isThumbnailDue)
+        writeThumbnailBeside();
+    const Result<Planes> turned = turnedAndCropped(m_planes, m_options.rotate);
+    if (!turned)
+        return turned.failure();
+    m_planes = *turned;
+    const Result<Fit> fit = fitFor(QSize(m_planes.chroma.cols, m_planes.chroma.rows), m_options);
     if (!fit)
         return fit.failure();
     Result<Planes> planes = resampled(m_planes, *fit, m_options.filter);
@@ -219,6 +248,17 @@ Refusal Job::resample()
     m_planes = std::move(*planes);
     m_result.outputSize = fit->size;
     return {};
+}
+
+/// A thumbnail that cannot be written is no reason to lose the photograph.
+void Job::writeThumbnailBeside()
+{
+    const Result<QString> thumbnail = writeThumbnail(m_planes, m_result.path, m_options.quality);
+    if (thumbnail)
+        m_result.thumbnail = *thumbnail;
+    else
+        m_result.warnings.append(
+            QStringLiteral("no thumbnail: %1").arg(thumbnail.failure().reason));
 }
 
 Refusal Job::writeBitmap()

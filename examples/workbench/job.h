@@ -3,6 +3,8 @@
 
 #include "options.h"
 
+#include <metadata/nexiftoolmetadata.h>
+
 #include <QtCore/QSize>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -26,10 +28,13 @@ struct JobResult
     QSize storedSize; ///< of the pixels in the file; invalid until they were read
     QSize size;       ///< as a viewer shows it; invalid while unknown
     QSize outputSize;
+    NExifToolMetadata metadata;
+    quint64 key = 0;                 ///< of the settings that the outputs are made with
     std::optional<bool> isGrey;      ///< whether all pixels are grey
     std::optional<bool> isLumaNoise; ///< whether the finest detail is in the lightness
     QString output;
     QString bitmap;
+    QString thumbnail;   ///< empty when none was due
     bool isKept = false; ///< all outputs were up to date
     std::array<double, stepNames.size()> milliseconds{};
 };

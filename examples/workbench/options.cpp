@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -37,6 +38,10 @@ void describe(QCommandLineParser& parser)
     parser.addOptions({
         {text("scale"), text("Resample by the factor S, above 0 (default: 1)."), text("S"),
          text("1")},
+        {text("rotate"),
+         text("Turn clockwise by DEGREES and crop to the largest picture of the same shape without "
+              "empty corners (default: 0)."),
+         text("DEGREES"), text("0")},
         {text("max-width"),
          text("Make the picture fit into N columns, whole and undistorted. Never enlarges."),
          text("N"), text("0")},
@@ -79,7 +84,8 @@ public:
         bool isNumber = false;
         const double value = text(name).toDouble(&isNumber);
         if (!isNumber || !std::isfinite(value) || !(value > above))
-            refuse(name, QStringLiteral("a number above %1").arg(above));
+            refuse(name, std::isfinite(above) ? QStringLiteral("a number above %1").arg(above)
+                                              : QStringLiteral("a number"));
         return value;
     }
 
@@ -140,6 +146,7 @@ CommandLine readCommandLine(const QStringList& arguments)
     options.outputFolder = parser.value(outputOption());
     options.format = parser.value(QStringLiteral("format"));
     options.scale = reader.number("scale", 0.0);
+    options.rotate = reader.number("rotate", -std::numeric_limits<double>::infinity());
     options.maxWidth = reader.integer("max-width", 0, INT_MAX);
     options.maxHeight = reader.integer("max-height", 0, INT_MAX);
     options.filter = reader.filter("filter");

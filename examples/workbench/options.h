@@ -20,8 +20,9 @@ struct Options
     QString outputFolder = QStringLiteral("workbench-output");
     QString format = QStringLiteral("tiff"); ///< an extension, or "preserve"
     double scale = 1.0;
-    int maxWidth = 0;  ///< 0: no limit
-    int maxHeight = 0; ///< 0: no limit
+    double rotate = 0.0; ///< degrees, clockwise
+    int maxWidth = 0;    ///< 0: no limit
+    int maxHeight = 0;   ///< 0: no limit
     std::optional<FilterShape> filter;
     int quality = 95;
     qint64 maxPixels = 250'000'000; ///< what a header may claim before it is not believed

@@ -17,6 +17,8 @@ namespace {
 constexpr qsizetype longestFileName = 32;
 constexpr qsizetype sizeColumns = 11;
 constexpr qsizetype answerColumns = 5;
+constexpr qsizetype keyColumns = 16;
+constexpr qsizetype cameraColumns = 20;
 
 double total(const JobResult& result)
 {
@@ -38,6 +40,30 @@ QJsonValue jsonOf(std::optional<bool> answer)
     return answer ? QJsonValue(*answer) : QJsonValue();
 }
 
+QString keyText(const JobResult& result)
+{
+    return QString::number(result.key, 16).rightJustified(keyColumns, QLatin1Char('0'));
+}
+
+QString elided(const QString& text, qsizetype columns)
+{
+    return text.size() > columns ? text.left(columns - 1) + QChar(0x2026) : text; // an ellipsis
+}
+
+/// The tags that a photographer looks for first; those that the file does not have are left out.
+QJsonObject jsonOf(const NExifToolMetadata& metadata)
+{
+    QJsonObject object{{QStringLiteral("FileType"), metadata.fileType()}};
+    for (const char* const key :
+         {"Make", "Model", "LensModel", "DateTimeOriginal", "ExposureTime", "FNumber", "ISO",
+          "FocalLength", "Orientation", "GPSLatitude", "GPSLongitude", "thumbnail"}) {
+        const QVariant value = metadata.value(QString::fromLatin1(key));
+        if (value.isValid())
+            object.insert(QString::fromLatin1(key), QJsonValue::fromVariant(value));
+    }
+    return object;
+}
+
 QJsonObject jsonOf(const JobResult& result)
 {
     if (!result.failure.isEmpty())
@@ -54,10 +80,14 @@ QJsonObject jsonOf(const JobResult& result)
                        {QStringLiteral("output"), result.output},
                        {QStringLiteral("outputSize"), jsonOf(result.outputSize)},
                        {QStringLiteral("kept"), result.isKept},
+                       {QStringLiteral("key"), keyText(result)},
+                       {QStringLiteral("metadata"), jsonOf(result.metadata)},
                        {QStringLiteral("milliseconds"), milliseconds},
                        {QStringLiteral("warnings"), QJsonArray::fromStringList(result.warnings)}};
     if (!result.bitmap.isEmpty())
         object.insert(QStringLiteral("bitmap"), result.bitmap);
+    if (!result.thumbnail.isEmpty())
+        object.insert(QStringLiteral("thumbnail"), result.thumbnail);
     return object;
 }
 
@@ -76,6 +106,12 @@ QString answerText(std::optional<bool> answer)
     return *answer ? QStringLiteral("yes") : QStringLiteral("no");
 }
 
+QString cameraText(const JobResult& result)
+{
+    const QString model = result.metadata.value(QStringLiteral("Model")).toString().simplified();
+    return model.isEmpty() ? QStringLiteral("-") : model;
+}
+
 Report::Report(const Options& options, const QList<Source>& sources)
     : m_isJson(options.json), m_steps(options.bitmap ? stepNames.size() : stepNames.size() - 1)
 {
@@ -88,7 +124,8 @@ Report::Report(const Options& options, const QList<Source>& sources)
                      QStringLiteral("grey"), QStringLiteral("noise")};
     for (std::size_t step = 0; step < m_steps; ++step)
         head.append(QString::fromLatin1(stepNames[step]));
-    head += {QStringLiteral("total ms"), QStringLiteral("size"), QStringLiteral("output")};
+    head += {QStringLiteral("total ms"), QStringLiteral("size"), QStringLiteral("key"),
+             QStringLiteral("camera"), QStringLiteral("output")};
     printRow(head);
 }
 
@@ -125,15 +162,14 @@ int Report::finish()
 
 QStringList Report::rowOf(const JobResult& result) const
 {
-    QString name = NImageUtils::getFilename(result.path);
-    if (name.size() > m_fileColumns)
-        name = name.left(m_fileColumns - 1) + QChar(0x2026); // an ellipsis
-    QStringList row{name, sizeText(result.storedSize), sizeText(result.size),
+    const QString name = NImageUtils::getFilename(result.path);
+    QStringList row{elided(name, m_fileColumns), sizeText(result.storedSize), sizeText(result.size),
                     answerText(result.isGrey), answerText(result.isLumaNoise)};
     for (std::size_t step = 0; step < m_steps; ++step)
         row.append(millisecondsText(result.milliseconds[step]));
     const QString output = result.isKept ? QStringLiteral("kept ") + result.output : result.output;
-    row += {millisecondsText(total(result)), sizeText(result.outputSize), output};
+    row += {millisecondsText(total(result)), sizeText(result.outputSize), keyText(result),
+            cameraText(result), output};
     return row;
 }
 
@@ -151,5 +187,8 @@ void Report::printRow(const QStringList& cells) const
         addNumber(cells.at(cell++), qsizetype(QLatin1String(stepNames[step]).size()));
     addNumber(cells.at(cell++), qsizetype(QLatin1String("total ms").size()));
     addNumber(cells.at(cell++), sizeColumns);
+    addNumber(cells.at(cell++), keyColumns);
+    row +=
+        QLatin1String("  ") + elided(cells.at(cell++), cameraColumns).leftJustified(cameraColumns);
     Terminal::printLine(row + QLatin1String("  ") + cells.at(cell));
 }

@@ -10,6 +10,9 @@ QString sizeText(QSize size);
 /// "yes", "no" or, while unknown, "-".
 QString answerText(std::optional<bool> answer);
 
+/// The model of the camera; "-" when the file does not say.
+QString cameraText(const JobResult& result);
+
 /// Says on the standard output what became of each photograph, as a table or as lines of JSON, and
 /// on the error output what went wrong.
 class Report

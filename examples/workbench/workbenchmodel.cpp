@@ -18,6 +18,7 @@ enum Role {
     NoiseRole,
     OutputRole,
     OutputSizeRole,
+    CameraRole,
     TimesRole
 };
 
@@ -127,6 +128,8 @@ QVariant WorkbenchModel::data(const QModelIndex& index, int role) const
         return result.output;
     case OutputSizeRole:
         return sizeText(result.outputSize);
+    case CameraRole:
+        return cameraText(result);
     case TimesRole:
         return timesText(result);
     default:
@@ -139,5 +142,5 @@ QHash<int, QByteArray> WorkbenchModel::roleNames() const
     return {{PathRole, "path"},     {StateRole, "stage"},     {DetailRole, "detail"},
             {StoredRole, "stored"}, {UprightRole, "upright"}, {GreyRole, "grey"},
             {NoiseRole, "noise"},   {OutputRole, "output"},   {OutputSizeRole, "outputSize"},
-            {TimesRole, "times"}};
+            {CameraRole, "camera"}, {TimesRole, "times"}};
 }

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "thumbnail.h"
+
+#include "exporter.h"
+#include "resample.h"
+#include "wholefile.h"
+
+#include <imageutils/cvutils.h>
+#include <imageutils/imageutils.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+namespace {
+
+constexpr int longestSide = 512;
+
+/// A regular file may be an older thumbnail and is replaced; anything else at that name is not
+/// ours.
+bool makeWay(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.isFile() && !info.isSymLink())
+        return QFile::remove(path);
+    return !info.exists() && !info.isSymLink();
+}
+
+} // namespace
+
+QString thumbnailPath(const QString& path)
+{
+    const QString folder =
+        QDir::tempPath(); // empty where the system names a folder that is missing
+    if (folder.isEmpty() || !QFileInfo(folder).isDir())
+        return {};
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    const QString name = QString::number(qHash(absolute, 0));
+    return QDir(folder).filePath(QStringLiteral("VOLK_Thumbnail_%1.jpeg").arg(name));
+}
+
+bool isThumbnailDue(const QString& path, const NExifToolMetadata& metadata)
+{
+    const QString thumbnail = thumbnailPath(path);
+    return !thumbnail.isEmpty() && NImageUtils::shouldGenerateThumbnail(path, thumbnail, metadata);
+}
+
+Result<QString> writeThumbnail(const Planes& planes, const QString& path, int quality)
+{
+    const QString thumbnail = thumbnailPath(path);
+    Options options;
+    options.maxWidth = options.maxHeight = longestSide;
+    const QSize size(planes.chroma.cols, planes.chroma.rows);
+    const Result<Fit> fit = fitFor(size, options);
+    if (!fit)
+        return fit.failure();
+    Result<Planes> small = resampled(planes, *fit, {});
+    if (!small)
+        return small.failure();
+    cv::Mat opaque;
+    QImage image = CvUtils::matToQImage(overWhite(*small).chroma, opaque);
+    if (image.isNull())
+        return Failure{QStringLiteral("the library refused the planes")};
+    OIIO::ImageSpec header(image.width(), image.height(), 3, OIIO::TypeUInt8);
+    header.attribute("CompressionQuality", quality);
+    if (!makeWay(thumbnail))
+        return Failure{QStringLiteral("%1 is in the way").arg(thumbnail)};
+    WholeFile::sweep(QFileInfo(thumbnail).path());
+    Result<QString> written = exportPicture(image, header, thumbnail);
+    if (written) // the folder is everybody's, the picture is not
+        QFile::setPermissions(*written, QFile::ReadOwner | QFile::WriteOwner);
+    return written;
+}
