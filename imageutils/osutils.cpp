@@ -1,21 +1,112 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/osutils.h>
 
+#include <imageutils/guiapplication_p.h>
 #include <imageutils/showfile_p.h>
 #include <imageutils/winutils.h>
 
 #include <QtCore/QDebug>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QStorageInfo>
+#include <QtCore/QUuid>
+#include <QtGui/QCursor>
+#include <QtGui/QDesktopServices>
+#include <QtGui/QPixmap>
+#include <QtGui/QWindow>
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+#include <QtGui/QStyleHints>
+#else
+#include <platform/colorscheme.h>
+
+#include <QtGui/QPalette>
+#endif
 
 namespace {
 
-/// The operations below are declared so that their places in the meta-object hold; what is not
-/// built yet says so.
-void notAvailableYet(const char* operation) { qWarning() << operation << "is not available yet"; }
+/// Whether `operation` may go on, which needs the GUI; writes its one warning if not.
+bool guiAvailable(const char* operation)
+{
+    if (onGuiThread())
+        return true;
+    qWarning().nospace() << operation << ": not on the thread of a QGuiApplication";
+    return false;
+}
+
+QWindow* mainWindow()
+{
+    return onGuiThread() ? QGuiApplication::topLevelWindows().value(0) : nullptr;
+}
+
+QScreen* primaryScreen() { return onGuiThread() ? QGuiApplication::primaryScreen() : nullptr; }
+
+/// The cursor that the picture at `resourceUrl` makes. Without its scheme, "qrc:/path" is the path
+/// of a resource, which may also be given as it is.
+QCursor cursorFrom(const QString& resourceUrl)
+{
+    const bool isPath = resourceUrl.startsWith(QLatin1String(":/"));
+    const QPixmap picture(isPath ? resourceUrl : resourceUrl.mid(3));
+    return QCursor(picture, -1, -1); // -1: the hot spot is the centre
+}
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+
+bool isLightScheme()
+{
+    return QGuiApplication::styleHints()->colorScheme() == Qt::ColorScheme::Light;
+}
+
+#else
+
+bool isLightPalette()
+{
+    const QPalette palette = QGuiApplication::palette();
+    const QColor window = palette.color(QPalette::Window);
+    // Qt's own palette, in use where no theme of a desktop tells: light, but nobody asked for it.
+    if (window == QColor(0xef, 0xef, 0xef))
+        return false;
+    return palette.color(QPalette::WindowText).lightness() <= window.lightness();
+}
+
+bool isLightScheme()
+{
+    using Platform::ColorScheme;
+    const ColorScheme scheme = Platform::preferredColorScheme(std::chrono::seconds(1));
+    if (scheme == ColorScheme::Dark || scheme == ColorScheme::Light)
+        return scheme == ColorScheme::Light;
+    return isLightPalette();
+}
+
+#endif
 
 } // namespace
 
-OSUtils::OSUtils(QObject* parent) : QObject(parent) {}
+OSUtils::OSUtils(QObject* parent) : QObject(parent)
+{
+    if (const QWindow* window = mainWindow()) {
+        connect(window, &QWindow::screenChanged, this, &OSUtils::screenChanged);
+        if (const QScreen* screen = QGuiApplication::screenAt(window->position())) {
+            m_maxWidth = screen->availableSize().width();
+            m_maxHeight = screen->availableSize().height();
+            setDevicePixelRatio(screen->devicePixelRatio());
+            qInfo() << "[Window] Owned screen exists at:" << window->position()
+                    << "Max width/height:" << m_maxWidth << m_maxHeight
+                    << "Ratio:" << screen->devicePixelRatio() << m_devicePixelRatio;
+        } else {
+            qCritical() << "[Window] Could not get screen at window position, using default device "
+                           "pixel ratio";
+            setDefaultDevicePixelRatio();
+        }
+    } else {
+        qWarning() << "[Window] Top level window is null, using default device pixel ratio";
+        setDefaultDevicePixelRatio();
+    }
+    if (m_maxWidth == 0 || m_maxHeight == 0)
+        takeSizeOfPrimaryScreen();
+    qInfo() << "[Window] OSUtils constructor - Maximum window width/height:" << m_maxWidth
+            << m_maxHeight;
+}
 
 OSUtils::~OSUtils() = default;
 
@@ -25,33 +116,96 @@ int OSUtils::maxWidth() const { return m_maxWidth; }
 
 int OSUtils::maxHeight() const { return m_maxHeight; }
 
-QString OSUtils::username() const
+void OSUtils::setDevicePixelRatio(double ratio)
 {
-    notAvailableYet("username");
-    return {};
+    if (ratio == m_devicePixelRatio)
+        return;
+    m_devicePixelRatio = ratio;
+    Q_EMIT devicePixelRatioChanged();
 }
 
-void OSUtils::screenChanged(QScreen*) { notAvailableYet("screenChanged"); }
-
-QString OSUtils::operatingSystemVersion() const
+void OSUtils::setDefaultDevicePixelRatio()
 {
-    notAvailableYet("operatingSystemVersion");
-    return {};
+    if (const QScreen* screen = primaryScreen()) {
+        setDevicePixelRatio(screen->devicePixelRatio());
+        qInfo() << "[Window] Setting default device pixel ratio:" << screen->devicePixelRatio();
+    } else {
+        qCritical() << "[Window] No primary screen found, setting device pixel ratio to 1";
+        setDevicePixelRatio(1.0);
+    }
+}
+
+void OSUtils::takeSizeOfPrimaryScreen()
+{
+    qWarning() << "[Window] Falling back to primary screen dimensions for max width and height";
+    if (const QScreen* screen = primaryScreen()) {
+        m_maxWidth = screen->availableSize().width();
+        m_maxHeight = screen->availableSize().height();
+        qInfo() << "[Window] Primary screen max width/height:" << m_maxWidth << m_maxHeight
+                << "Ratio:" << screen->devicePixelRatio() << m_devicePixelRatio;
+    } else {
+        qCritical() << "[Window] No primary screen found. Cannot set maximum window dimensions";
+    }
+}
+
+void OSUtils::screenChanged(QScreen* screen)
+{
+    if (!screen) {
+        qCritical() << "[Window] Screen changed to null pointer";
+        return;
+    }
+    if (!guiAvailable("screenChanged"))
+        return;
+    const QSize available = screen->availableSize(); // a receiver of the signal may lose the screen
+    setDevicePixelRatio(screen->devicePixelRatio());
+    m_maxWidth = available.width();
+    m_maxHeight = available.height();
+    Q_EMIT maxWidthChanged();
+    Q_EMIT maxHeightChanged();
+    qInfo() << "[Window] Screen changed - Maximum window width/height:" << m_maxWidth
+            << m_maxHeight;
+}
+
+QRect OSUtils::geometry()
+{
+    const QWindow* window = mainWindow();
+    if (!window) {
+        qCritical() << "[Window] Could not get top level window geometry";
+        return {};
+    }
+    const QRect geometry = window->geometry();
+    qInfo() << "[Window] Top level window geometry:" << geometry;
+    return geometry;
+}
+
+void OSUtils::setGeometry(QRect geometry)
+{
+    if (geometry.isEmpty()) {
+        qWarning() << "[Window] Window geometry empty, not setting window position";
+        return;
+    }
+    qInfo() << "[Window] Setting geometry called:" << geometry;
+    QWindow* window = mainWindow();
+    if (!window) {
+        qCritical() << "[Window] Could not get top level window to set geometry";
+    } else if (geometryInBounds(geometry)) {
+        qInfo() << "[Window] Setting window geometry to" << geometry;
+        window->setGeometry(geometry);
+    } else {
+        qWarning() << "[Window] Geometry out of bounds, not setting window position";
+    }
+}
+
+bool OSUtils::geometryInBounds(QRect rect)
+{
+    return QGuiApplication::screenAt(rect.topLeft()) || QGuiApplication::screenAt(rect.center());
 }
 
 QColorSpace OSUtils::getMonitorColorSpace() { return WinUtils::getMonitorColorSpace(); }
 
-bool OSUtils::fileExists(const QUrl&)
-{
-    notAvailableYet("fileExists");
-    return false;
-}
+bool OSUtils::fileExists(const QUrl& path) { return fileExists(path.toString()); }
 
-bool OSUtils::fileExists(const QString&)
-{
-    notAvailableYet("fileExists");
-    return false;
-}
+bool OSUtils::fileExists(const QString& path) { return QFileInfo::exists(path); }
 
 void OSUtils::showFileInGraphicalShell(const QUrl& path)
 {
@@ -63,51 +217,27 @@ void OSUtils::showFileInGraphicalShell(const QString& path)
     showFile(this, path, std::chrono::seconds(5));
 }
 
-void OSUtils::openFolder(const QUrl&) { notAvailableYet("openFolder"); }
-
-QStringList OSUtils::getAIProcessors()
+void OSUtils::openFolder(const QUrl& path)
 {
-    notAvailableYet("getAIProcessors");
-    return {};
+    const QString folder = path.toString();
+    if (!QFileInfo(folder).isDir()) {
+        qWarning() << "Not a directory, not opening: " << folder;
+        return;
+    }
+    if (!guiAvailable("openFolder"))
+        return;
+    qInfo() << "Opening directory: " << folder;
+    QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
 }
 
-QString OSUtils::generateUuid()
+void OSUtils::writeTextToFile(const QString& fileName, const QString& text)
 {
-    notAvailableYet("generateUuid");
-    return {};
+    QFile file(fileName);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(text.toUtf8());
 }
 
-QString OSUtils::getTempDir()
-{
-    notAvailableYet("getTempDir");
-    return {};
-}
-
-QRect OSUtils::geometry()
-{
-    notAvailableYet("geometry");
-    return {};
-}
-
-void OSUtils::setGeometry(QRect) { notAvailableYet("setGeometry"); }
-
-QString OSUtils::machineId()
-{
-    notAvailableYet("machineId");
-    return {};
-}
-
-QStringList OSUtils::gpuList()
-{
-    notAvailableYet("gpuList");
-    return {};
-}
-
-QString OSUtils::cpuName()
-{
-    notAvailableYet("cpuName");
-    return {};
-}
+QString OSUtils::generateUuid() { return QUuid::createUuid().toString(QUuid::WithoutBraces); }
 
 quint64 OSUtils::freeSpace(const QString& path)
 {
@@ -116,71 +246,42 @@ quint64 OSUtils::freeSpace(const QString& path)
 
 QString OSUtils::storageName(const QString& path) { return QStorageInfo(path).name(); }
 
-void OSUtils::logSystemInfo() { notAvailableYet("logSystemInfo"); }
-
-float OSUtils::maxGpuVram()
+void OSUtils::setCursor(const QString& resourceUrl)
 {
-    notAvailableYet("maxGpuVram");
-    return 0;
+    if (guiAvailable("setCursor"))
+        QGuiApplication::setOverrideCursor(cursorFrom(resourceUrl));
 }
 
-void OSUtils::clearTempFiles() { notAvailableYet("clearTempFiles"); }
-
-void OSUtils::clearClipboardTempFiles() { notAvailableYet("clearClipboardTempFiles"); }
-
-void OSUtils::clearThumbnailTempFiles() { notAvailableYet("clearThumbnailTempFiles"); }
-
-QStringList OSUtils::clipboard()
+void OSUtils::changeCursor(const QString& resourceUrl)
 {
-    notAvailableYet("clipboard");
-    return {};
+    if (guiAvailable("changeCursor"))
+        QGuiApplication::changeOverrideCursor(cursorFrom(resourceUrl));
 }
 
-bool OSUtils::isAppleProcessor() const
+void OSUtils::clearCursor()
 {
-    notAvailableYet("isAppleProcessor");
-    return false;
+    if (guiAvailable("clearCursor"))
+        QGuiApplication::restoreOverrideCursor();
+}
+
+QPoint OSUtils::mousePosition()
+{
+    return guiAvailable("mousePosition") ? QCursor::pos() : QPoint();
 }
 
 Qt::KeyboardModifiers OSUtils::keyboardModifiers() const
 {
-    notAvailableYet("keyboardModifiers");
-    return {};
+    if (!guiAvailable("keyboardModifiers"))
+        return {};
+    return QGuiApplication::queryKeyboardModifiers();
 }
 
-void OSUtils::setCursor(const QString&) { notAvailableYet("setCursor"); }
-
-void OSUtils::changeCursor(const QString&) { notAvailableYet("changeCursor"); }
-
-void OSUtils::clearCursor() { notAvailableYet("clearCursor"); }
-
-QPoint OSUtils::mousePosition()
+void OSUtils::alert()
 {
-    notAvailableYet("mousePosition");
-    return {};
+    if (!guiAvailable("alert"))
+        return;
+    if (QWindow* window = QGuiApplication::allWindows().value(0))
+        window->alert(0);
 }
 
-void OSUtils::alert() { notAvailableYet("alert"); }
-
-bool OSUtils::darkMode()
-{
-    notAvailableYet("darkMode");
-    return true;
-}
-
-double OSUtils::getCpuMemory()
-{
-    notAvailableYet("getCpuMemory");
-    return 0;
-}
-
-int OSUtils::estimateRescueETASeconds(QSize, int)
-{
-    notAvailableYet("estimateRescueETASeconds");
-    return 0;
-}
-
-void OSUtils::writeTextToFile(const QString&, const QString&)
-{
-    notAvailableYet("writeTextToFile");
-}
+bool OSUtils::darkMode() { return !guiAvailable("darkMode") || !isLightScheme(); }

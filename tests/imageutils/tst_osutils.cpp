@@ -1,0 +1,303 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <imageutils/osutils.h>
+
+#include <support/log.h>
+
+#include <QtGui/QtGui>
+#include <QtTest/QtTest>
+
+#include <csignal>
+#include <thread>
+
+static int s_argumentCount = 1;
+static char** s_arguments = nullptr;
+
+/// Plays a transcript, one row per case: what is done to the desktop and asked of OSUtils must
+/// bring forth, line by line, what stands there. osutils/README.md says what the lines mean.
+class OSUtilsTest : public QObject
+{
+    Q_OBJECT
+
+    std::optional<TestSupport::LogCapture> m_log;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<QCoreApplication> m_application;
+    std::unique_ptr<OSUtils> m_os;
+    std::map<QString, std::unique_ptr<QWindow>> m_windows;
+    std::vector<std::unique_ptr<QProcess>> m_processes;
+    QStringList m_lines;
+    bool m_inThread = false;
+    static inline QtMessageHandler s_capture = nullptr;
+    static inline OSUtilsTest* s_test = nullptr;
+    static inline QString s_fatalLine; // of the log: the other processes end with it
+
+    static void hear(QtMsgType level, const QMessageLogContext& context, const QString& line);
+    void perform(const QString& command, const QString& name, const QStringList& words);
+    void makeApplication(const QString& kind);
+    void makeWindow(const QString& name, const QString& place);
+    void makeOSUtils();
+    QVariant ask(const QString& name, const QStringList& words);
+    void endProcesses();
+    void add(const QString& line);
+
+public:
+    static inline QString s_transcript;
+    Q_INVOKABLE void opened(const QUrl& url) { add("opened: " + url.toString()); }
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void plays_data();
+    void plays();
+};
+
+/// The places that differ from run to run have names in a transcript.
+static QString places(QString text, bool toNames)
+{
+    static const QRegularExpression digest("(?<=Clipboard_)[0-9a-f]{32}");
+    const std::pair<QString, QString> names[] = {{"$TMPDIR", qEnvironmentVariable("TMPDIR")},
+                                                 {"$HERE", QDir::currentPath()},
+                                                 {"$HOME", QDir::homePath()}};
+    for (const auto& [name, place] : names)
+        text.replace(toNames ? place : name, toNames ? name : place);
+    return toNames ? text.replace(digest, "DIGEST") : text;
+}
+
+static QString textOf(const QVariant& value)
+{
+    static const QRegularExpression wrapping("^QVariant\\([^,]+, (.*)\\)$");
+    QString text;
+    QDebug(&text).nospace() << value;
+    return text.replace(wrapping, "\\1").replace("QList(", "(");
+}
+
+static QVariant argument(const QMetaType& type, const QString& text)
+{
+    const QStringList n = text.split(',');
+    if (type == QMetaType::fromType<QRect>())
+        return QRect(n[0].toInt(), n[1].toInt(), n[2].toInt(), n[3].toInt());
+    if (type == QMetaType::fromType<QSize>())
+        return QSize(n[0].toInt(), n[1].toInt());
+    if (type == QMetaType::fromType<QScreen*>())
+        return QVariant::fromValue(text == "none" ? nullptr
+                                                  : QGuiApplication::screens().value(text.toInt()));
+    QVariant value(text);
+    return value.convert(type) ? value : QVariant();
+}
+
+/// Waits for a process, and goes on serving the desktop meanwhile where there is one.
+static bool hasEnded(QProcess& process)
+{
+    if (!QCoreApplication::instance())
+        return process.waitForFinished();
+    return QSignalSpy(&process, &QProcess::finished).wait(9000);
+}
+
+void OSUtilsTest::add(const QString& line)
+{
+    for (const QString& text :
+         m_log->takeTexts() + QStringList(line).filter(QRegularExpression(".")))
+        m_lines << places(text, true);
+}
+
+void OSUtilsTest::hear(QtMsgType level, const QMessageLogContext& context, const QString& line)
+{
+    s_capture(level, context, line);
+    if (line == s_fatalLine)
+        s_test->endProcesses();
+}
+
+void OSUtilsTest::endProcesses()
+{
+    for (const auto& process : m_processes) {
+        process->kill(); // also when it has been stopped
+        process->waitForFinished();
+    }
+}
+
+void OSUtilsTest::init()
+{
+    s_test = this;
+    m_folder = std::make_unique<QTemporaryDir>(QDir::homePath() + "/case");
+    for (const char* name : {"temporary", "current"})
+        QDir(m_folder->path()).mkdir(name);
+    qputenv("TMPDIR", m_folder->filePath("temporary").toUtf8());
+    QDir::setCurrent(m_folder->filePath("current"));
+    QDesktopServices::setUrlHandler("file", this, "opened");
+    m_log.emplace();
+    s_capture = qInstallMessageHandler(hear);
+}
+
+void OSUtilsTest::cleanup()
+{
+    QDesktopServices::unsetUrlHandler("file");
+    endProcesses();
+    m_processes.clear();
+    m_windows.clear();
+    m_os.reset();
+    s_fatalLine.clear();
+    qInstallMessageHandler(s_capture);
+    m_log.reset();
+    m_lines.clear();
+    QDir::setCurrent(QDir::homePath());
+}
+
+void OSUtilsTest::makeApplication(const QString& kind)
+{
+    m_application.reset();
+    if (kind == "core")
+        m_application = std::make_unique<QCoreApplication>(s_argumentCount, s_arguments);
+    else if (kind != "none")
+        m_application = std::make_unique<QGuiApplication>(s_argumentCount, s_arguments);
+    if (kind == "ended")
+        m_application.reset();
+    m_inThread = kind == "thread";
+    QCoreApplication::setOrganizationName("Test");
+    QCoreApplication::setApplicationName("app");
+}
+
+void OSUtilsTest::makeWindow(const QString& name, const QString& place)
+{
+    std::unique_ptr<QWindow>& window = m_windows[name];
+    window = std::make_unique<QRasterWindow>();
+    window->setTitle(name);
+    window->setGeometry(argument(QMetaType::fromType<QRect>(), place.section(' ', 0, 0)).toRect());
+    if (!place.endsWith("hidden")) {
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    }
+}
+
+void OSUtilsTest::makeOSUtils()
+{
+    m_os = std::make_unique<OSUtils>();
+    const auto tell = [this](auto signal, const char* name) {
+        connect(m_os.get(), signal, this, [this, name] { add(QString("signal: ") + name); });
+    };
+    tell(&OSUtils::devicePixelRatioChanged, "devicePixelRatioChanged");
+    tell(&OSUtils::maxWidthChanged, "maxWidthChanged");
+    tell(&OSUtils::maxHeightChanged, "maxHeightChanged");
+}
+
+/// Asks as QML would: by name, through the meta-object. A property, when no operation is called so.
+QVariant OSUtilsTest::ask(const QString& name, const QStringList& words)
+{
+    if (!m_os || name == "OSUtils") {
+        makeOSUtils();
+        if (name != "OSUtils")
+            m_log->take();
+    }
+    const QMetaObject& meta = OSUtils::staticMetaObject;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.parameterCount() != words.size() ||
+            (method.name() != name && method.methodSignature() != name))
+            continue;
+        QVariant result(method.returnMetaType()), values[2];
+        QGenericArgument arguments[2];
+        for (int k = 0; k < words.size(); ++k) {
+            values[k] = argument(method.parameterMetaType(k), places(words[k], false));
+            arguments[k] = QGenericArgument(method.parameterMetaType(k).name(), values[k].data());
+        }
+        method.invoke(m_os.get(), Qt::DirectConnection,
+                      result.isValid() ? QGenericReturnArgument(method.typeName(), result.data())
+                                       : QGenericReturnArgument(),
+                      arguments[0], arguments[1]);
+        return result;
+    }
+    return m_os->property(name.toUtf8());
+}
+
+void OSUtilsTest::perform(const QString& command, const QString& name, const QStringList& words)
+{
+    const QString rest = words.join(" | ");
+    if (command == "$" || command == "&") {
+        m_processes.push_back(std::make_unique<QProcess>());
+        QProcess& shell = *m_processes.back();
+        shell.start("sh", {"-c", (command == "&" ? "exec " : "") + name + ' ' + rest});
+        if (command == "&")
+            qputenv("LAST", QByteArray::number(shell.processId()));
+        else if (!hasEnded(shell) || shell.exitCode())
+            add("exit " + QString::number(shell.exitCode()));
+        for (const QByteArray& line : shell.readAllStandardOutput().split('\n'))
+            add(line);
+    } else if (command == "set") {
+        qputenv(name.toUtf8(), places(rest, false).toUtf8());
+    } else if (command == "fatal") {
+        s_fatalLine = name + ' ' + rest;
+    } else if (command == "hash") {
+        qputenv(name.toUtf8(), QByteArray::number(qHash(rest, 0)));
+    } else if (command == "same") {
+        const auto pixels = [](const QString& path) {
+            return QImage(path).convertToFormat(QImage::Format_RGB32);
+        };
+        add("= " + textOf(pixels(name) == pixels(rest)));
+    } else if (command == "cursor") {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        m_lines.last() = "cursor " + (cursor ? textOf(cursor->hotSpot()) : "none");
+    } else if (command == "application") {
+        makeApplication(name);
+    } else if (command == "window") {
+        makeWindow(name, rest);
+    } else if (command == "palette") {
+        const QColor text = name == "dark" ? Qt::white : Qt::black;
+        const QColor window = name == "dark" ? Qt::black : Qt::white;
+        QGuiApplication::setPalette(QPalette(text, window, {}, {}, {}, text, {}, {}, window));
+    } else if (command == "?") {
+        QTRY_COMPARE(textOf(ask(name, {})), rest.mid(2));
+    } else {
+        QVariant answer;
+        QElapsedTimer timer;
+        timer.start();
+        QCoreApplication::processEvents();
+        if (m_inThread)
+            std::thread([&] { answer = ask(name, words); }).join();
+        else
+            answer = ask(name, words);
+        QCoreApplication::processEvents();
+        qputenv("ELAPSED", QByteArray::number(timer.elapsed()));
+        qputenv("ANSWER", answer.toString().toUtf8());
+        add(answer.isValid() && command == ">" ? "= " + textOf(answer) : "");
+    }
+}
+
+void OSUtilsTest::plays_data()
+{
+    QTest::addColumn<QStringList>("lines");
+    QFile file(s_transcript);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    for (const QString& text : QString::fromUtf8(file.readAll()).split("\n# ").mid(1)) {
+        QStringList lines = text.split('\n', Qt::SkipEmptyParts);
+        QTest::newRow(lines.takeFirst().toUtf8()) << lines.filter(QRegularExpression("^[^%]"));
+    }
+}
+
+void OSUtilsTest::plays()
+{
+    QFETCH(QStringList, lines);
+    static const QRegularExpression command(
+        "^(>>?|[$&?]|set|fatal|hash|same|cursor|application|window|palette) ([^ ]+) ?(.*)$");
+    if (!m_application && !lines[0].startsWith("application"))
+        makeApplication("gui");
+    for (const QString& line : lines) {
+        if (const auto match = command.match(line); match.hasMatch()) {
+            m_lines << line;
+            perform(match.captured(1), match.captured(2),
+                    match.captured(3).split(" | ", Qt::SkipEmptyParts));
+            add({});
+        }
+    }
+    for (int i = 0; i < qMin(m_lines.size(), lines.size()); ++i)
+        QCOMPARE(m_lines[i], lines[i]);
+    QCOMPARE(m_lines.mid(lines.size()), QStringList());
+}
+
+int main(int argc, char** argv)
+{
+    std::signal(SIGXFSZ, SIG_IGN); // so that a limit of file sizes makes writing fail
+    OSUtilsTest::s_transcript = argv[1];
+    qputenv("PATH", TOOLS ":" + qgetenv("PATH"));
+    s_arguments = argv;
+    OSUtilsTest test;
+    return QTest::qExec(&test, argc - 1, argv + 1);
+}
+#include "tst_osutils.moc"

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// A program's own engine, which takes the library's place because it is linked before it. What it
+// answers stands in the environment: ENGINE_DEVICES (name:memory …), ENGINE_MEMORY of device 3,
+// ENGINE_FLAGS (apple, intel, amd).
+#include <aiengine/deviceselector.h>
+#include <aiengine/systeminfo.h>
+
+#include <QtCore/QDebug>
+
+static bool hasFlag(const char* name) { return qgetenv("ENGINE_FLAGS").contains(name); }
+
+namespace aiutils {
+SystemInfo::SystemInfo() = default;
+SystemInfo::SystemInfo(const SystemInfo&) = default;
+SystemInfo::~SystemInfo() = default;
+SystemInfo& SystemInfo::GetInstance(bool)
+{
+    static SystemInfo instance;
+    return instance;
+}
+const std::vector<DeviceInfo>& SystemInfo::getGPUList(bool)
+{
+    m_gpus.clear();
+    for (const QByteArray& device : qgetenv("ENGINE_DEVICES").split(' ')) {
+        const QByteArrayList parts = device.split(':');
+        if (parts.size() == 2)
+            m_gpus.push_back({parts[0].toStdString(), {}, parts[1].toFloat()});
+    }
+    return m_gpus;
+}
+std::string SystemInfo::cpuName() { return "Prozeßor"; }
+std::pair<double, double> SystemInfo::cpuMemory(bool) { return {31.25, 7.5}; }
+std::string SystemInfo::getMachineId() { return "machine ü"; }
+bool SystemInfo::isApple() const { return hasFlag("apple"); }
+bool SystemInfo::isIntel() const { return hasFlag("intel"); }
+bool SystemInfo::isAmd() const { return hasFlag("amd"); }
+void SystemInfo::logSystemInfo() { qInfo() << "the engine's summary"; }
+} // namespace aiutils
+
+aiengine::DeviceSelector::DeviceSelector() = default;
+aiengine::DeviceSelector& aiengine::DeviceSelector::GetInstance(bool)
+{
+    static DeviceSelector instance;
+    return instance;
+}
+double aiengine::DeviceSelector::deviceMemory(int deviceId)
+{
+    return deviceId == 3 ? qgetenv("ENGINE_MEMORY").toDouble() : 99;
+}
