@@ -192,14 +192,14 @@ QString OSUtils::getTempDir()
 
 void OSUtils::removeMatchingFiles(QDir dir, QStringList patterns, QStringList keptNames)
 {
-    const QDir folder(dir.absolutePath());
+    dir = QDir(dir.absolutePath()); // without any filter of its own
     QSet<QString> kept; // there may be very many entries
     for (QString& name : keptNames)
         kept.insert(std::move(name));
     for (const QString& pattern : std::as_const(patterns)) {
-        for (const QString& name : folder.entryList({pattern})) {
+        for (const QString& name : dir.entryList({pattern})) {
             if (!kept.contains(name))
-                QFile::remove(folder.filePath(name));
+                QFile::remove(dir.filePath(name));
         }
     }
 }
