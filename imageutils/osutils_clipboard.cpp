@@ -193,7 +193,7 @@ QString OSUtils::getTempDir()
 void OSUtils::removeMatchingFiles(QDir dir, QStringList patterns, QStringList keptNames)
 {
     dir = QDir(dir.absolutePath()); // without any filter of its own
-    QSet<QString> kept; // there may be very many entries
+    QSet<QString> kept;             // there may be very many entries
     for (QString& name : keptNames)
         kept.insert(std::move(name));
     for (const QString& pattern : std::as_const(patterns)) {
