@@ -118,6 +118,7 @@ private Q_SLOTS:
         OSUtils utils;
         QSignalSpy missing(&utils, &OSUtils::fileMissing);
         const QString path = m_file + ".gone";
+        m_log->takeTexts(); // the constructor describes the screens
         utils.showFileInGraphicalShell(path);
         QCOMPARE(missing.takeFirst(), QVariantList{path});
         QString line("warning:");
