@@ -83,6 +83,7 @@ private Q_SLOTS:
     void keepsTheSourcesFolderFromGrowing();
     void writesBitmaps();
     void printsJson();
+    void turnsAndMakesThumbnails();
 
 private:
     QString in(const QString& name) const { return m_folder->filePath(name); }
@@ -410,6 +411,45 @@ void WorkbenchExportTest::printsJson()
     QVERIFY(good.value(QLatin1String("milliseconds")).toObject().contains(QLatin1String("decode")));
     const QJsonObject bad = QJsonDocument::fromJson(run.output.at(1).toUtf8()).object();
     QCOMPARE(bad.value(QLatin1String("error")).toString(), QStringLiteral("no such file"));
+}
+
+void WorkbenchExportTest::turnsAndMakesThumbnails()
+{
+    // Dark above, bright below; named as a format whose pictures get a thumbnail whatever their
+    // size.
+    std::vector<float> samples(200 * 100 * 3, 0.0F);
+    std::fill(samples.begin() + 200 * 50 * 3, samples.end(), 1.0F);
+    const std::string path = in(QStringLiteral("photo.jpg")).toStdString();
+    const auto writer = OIIO::ImageOutput::create(path);
+    QVERIFY(writer->open(path, OIIO::ImageSpec(200, 100, 3, OIIO::TypeUInt8)) &&
+            writer->write_image(OIIO::TypeFloat, samples.data()) && writer->close());
+    const QString source = in(QStringLiteral("photo.heic"));
+    QVERIFY(QFile::rename(QString::fromStdString(path), source));
+    const auto answer = [&] {
+        const Run run = Workbench::run({source, "-o", in("out"), "--rotate", "10", "--json"});
+        return QJsonDocument::fromJson(run.output.value(0).toUtf8()).object();
+    };
+    const QJsonObject first = answer();
+    const Picture turned = readPicture(first.value(QLatin1String("output")).toString());
+    QCOMPARE(turned.spec.width / turned.spec.height, 2);
+    const int middle = turned.spec.height / 2;
+    QVERIFY(turned.at(2, middle, 0) > 0.9F); // clockwise: the right has sunk, the left has risen
+    QVERIFY(turned.at(turned.spec.width - 3, middle, 0) < 0.1F);
+
+    const QString thumbnail = first.value(QLatin1String("thumbnail")).toString();
+    QCOMPARE(thumbnail,
+             QDir::temp().filePath(QStringLiteral("VOLK_Thumbnail_%1.jpeg").arg(qHash(source, 0))));
+    QCOMPARE(readPicture(thumbnail).spec.width, 200);
+    QVERIFY(answer().value(QLatin1String("kept")).toBool());
+    QFile picture(thumbnail);
+    QVERIFY(picture.open(QIODevice::ReadWrite) &&
+            picture.setFileTime(QDateTime::currentDateTime().addDays(-3),
+                                QFileDevice::FileModificationTime));
+    picture.close();
+    QCOMPARE(answer().value(QLatin1String("thumbnail")).toString(),
+             thumbnail); // older than its picture
+    QVERIFY(QFileInfo(thumbnail).lastModified().daysTo(QDateTime::currentDateTime()) == 0);
+    QVERIFY(!QFile::exists(QString(thumbnail).replace(".jpeg", "-2.jpeg")));
 }
 
 QTEST_GUILESS_MAIN(WorkbenchExportTest)
