@@ -85,8 +85,7 @@ private:
     QString in(const QString& name) const { return m_folder->filePath(name); }
     QStringList outputs() const
     {
-        return QDir(in(QStringLiteral("out")))
-            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(in("out")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -95,7 +94,7 @@ private:
 void WorkbenchBadInputTest::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    makePicture(in(QStringLiteral("good.png")), OIIO::ImageSpec(8, 8, 3, OIIO::TypeUInt8));
+    makePicture(in("good.png"), OIIO::ImageSpec(8, 8, 3, OIIO::TypeUInt8));
 }
 
 void WorkbenchBadInputTest::saysOneLineAndGoesOn()
@@ -104,41 +103,37 @@ void WorkbenchBadInputTest::saysOneLineAndGoesOn()
     for (const BadFile& file : badFiles) {
         const QString folder = in(QString::number(paths.size()));
         const QString path = folder + QLatin1Char('/') + QLatin1String(file.name);
-        shell(QStringLiteral("mkdir '%1' && cd '%1' && F=%2 && ")
-                  .arg(folder, QLatin1String(file.name)) +
+        shell(QString("mkdir '%1' && cd '%1' && F=%2 && ").arg(folder, QLatin1String(file.name)) +
               QLatin1String(qstrcmp(file.command, "half") == 0 ? "true" : file.command));
         if (qstrcmp(file.command, "half") == 0)
             makeHalf(path);
         paths.append(path);
     }
-    const Run run =
-        Workbench::run(paths + QStringList{in(QStringLiteral("good.png")), QStringLiteral("-o"),
-                                           in(QStringLiteral("out"))});
+    const Run run = Workbench::run(paths + QStringList{in("good.png"), "-o", in("out")});
     QCOMPARE(run.exitCode, 1);
     for (qsizetype i = 0; i < paths.size(); ++i) {
         const QString said = run.errors.value(i);
-        QVERIFY2(said.startsWith(paths.at(i) + QLatin1String(": ")) &&
+        QVERIFY2(said.startsWith(paths.at(i) + ": ") &&
                      said.contains(QLatin1String(badFiles[i].reason)),
-                 qPrintable(QLatin1String(badFiles[i].row) + QLatin1String(" gives ") + said));
+                 qPrintable(QLatin1String(badFiles[i].row) + " gives " + said));
     }
     QCOMPARE(run.errors.size(), paths.size());
-    QCOMPARE(run.output.last(), QStringLiteral("1 exported, 0 kept, %1 failed").arg(paths.size()));
-    QCOMPARE(outputs(), QStringList{QStringLiteral("good.tiff")});
+    QCOMPARE(run.output.last(), QString("1 exported, 0 kept, %1 failed").arg(paths.size()));
+    QCOMPARE(outputs(), QStringList{"good.tiff"});
 }
 
 void WorkbenchBadInputTest::refusesNamesThatAreNoText()
 {
     // In a folder, and named by the user: Qt's own lists would leave it out or name another file.
-    shell(
-        QStringLiteral("cd '%1' && cp good.png \"$(printf 'b\\377.png')\"").arg(m_folder->path()));
-    const Run listed = run({m_folder->path(), QStringLiteral("-o"), in(QStringLiteral("out"))});
+    shell(QString("cd '%1' && cp good.png \"$(printf 'b\\377.png')\"").arg(m_folder->path()));
+    const Run listed = run({m_folder->path(), "-o", in("out")});
     QCOMPARE(listed.exitCode, 1);
-    QVERIFY(listed.errors.value(0).endsWith(QLatin1String("name is not valid UTF-8")));
-    QCOMPARE(outputs(), QStringList{QStringLiteral("good.tiff")});
+    QVERIFY(listed.errors.value(0).endsWith("name is not valid UTF-8"));
+    QCOMPARE(outputs(), QStringList{"good.tiff"});
     shell(QStringLiteral("cd '%1' && ! '%2' --headless \"$(printf 'b\\377.png')\" >said 2>&1 && "
                          "grep -q 'name is not valid UTF-8' said")
               .arg(m_folder->path(), QStringLiteral(WORKBENCH_PROGRAM)));
-    shell(QStringLiteral("rm '%1'/b*").arg(m_folder->path())); // Qt cannot
+    shell(QString("rm '%1'/b*").arg(m_folder->path())); // Qt cannot
 }
 
 void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten_data()
@@ -151,21 +146,18 @@ void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten_data()
 void WorkbenchBadInputTest::refusesFormatsThatCannotBeWritten()
 {
     QFETCH(QString, format);
-    shell(QStringLiteral("cp '%1' '%2'")
-              .arg(in(QStringLiteral("good.png")), in(QStringLiteral("good.psd"))));
-    const Run run = Workbench::run({in(QStringLiteral("good.psd")), QStringLiteral("-o"),
-                                    in(QStringLiteral("out")), QStringLiteral("--format"), format});
+    shell(QString("cp '%1' '%2'").arg(in("good.png"), in("good.psd")));
+    const Run run = Workbench::run({in("good.psd"), "-o", in("out"), "--format", format});
     QCOMPARE(run.exitCode, 1);
-    QVERIFY(run.errors.value(0).contains(QLatin1String("cannot be written")));
-    QVERIFY(!QFile::exists(in(QStringLiteral("out"))));
+    QVERIFY(run.errors.value(0).contains("cannot be written"));
+    QVERIFY(!QFile::exists(in("out")));
 }
 
 void WorkbenchBadInputTest::refusesFoldersThatCannotBeWritten()
 {
     for (const char* folder : {"good.png/out", "/proc/out"}) {
         const QString path = QDir(m_folder->path()).absoluteFilePath(QString::fromLatin1(folder));
-        const Run run =
-            Workbench::run({in(QStringLiteral("good.png")), QStringLiteral("-o"), path});
+        const Run run = Workbench::run({in("good.png"), "-o", path});
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(run.errors.size(), 1);
         QVERIFY(run.errors.at(0).contains(path));
@@ -179,26 +171,25 @@ void WorkbenchBadInputTest::leavesNothingOnAFullDisk_data()
     // Writers that fail at once, in the middle, and with the last bytes only.
     for (const char* format : {"tiff", "png", "jpg", "exr", "sgi", "webp", "bmp", "bitmap"})
         QTest::newRow(format) << QString::fromLatin1(format) << 8;
-    QTest::newRow("tiff, one block left") << QStringLiteral("tiff") << 1;
+    QTest::newRow("tiff, one block left") << "tiff" << 1;
 }
 
 void WorkbenchBadInputTest::leavesNothingOnAFullDisk()
 {
     QFETCH(QString, format);
     QFETCH(int, blocks);
-    const QString source = in(QStringLiteral("large.png"));
+    const QString source = in("large.png");
     makePicture(source, OIIO::ImageSpec(256, 256, 3, OIIO::TypeUInt8));
-    QStringList options{QStringLiteral("--format"), format};
+    QStringList options{"--format", format};
     if (format == "bitmap")
-        options = QStringList{QStringLiteral("--bitmap")};
-    const QStringList arguments{source, in(QStringLiteral("good.png")), QStringLiteral("-o"),
-                                in(QStringLiteral("out"))};
+        options = QStringList{"--bitmap"};
+    const QStringList arguments{source, in("good.png"), "-o", in("out")};
     const QByteArray before = contents(source);
     const Run run = Workbench::run(arguments + options, blocks);
     QCOMPARE(run.exitCode, 1);
-    QVERIFY2(run.errors.value(0).startsWith(source + QLatin1String(": cannot be written")),
+    QVERIFY2(run.errors.value(0).startsWith(source + ": cannot be written"),
              qPrintable(run.errors.join(QLatin1Char('\n'))));
-    const QStringList left = outputs().filter(QRegularExpression(QStringLiteral("large|^\\.")));
+    const QStringList left = outputs().filter(QRegularExpression("large|^\\."));
     QVERIFY2(left.isEmpty(), qPrintable(left.join(QLatin1Char(' '))));
     QCOMPARE(contents(source), before);
 }
@@ -215,7 +206,7 @@ void WorkbenchBadInputTest::refusesWrongCommandLines_data()
 void WorkbenchBadInputTest::refusesWrongCommandLines()
 {
     QFETCH(QStringList, arguments);
-    const Run run = Workbench::run(arguments + QStringList{in(QStringLiteral("good.png"))});
+    const Run run = Workbench::run(arguments + QStringList{in("good.png")});
     QCOMPARE(run.exitCode, 2);
     QCOMPARE(run.errors.size(), 1);
     QVERIFY(run.output.isEmpty());

@@ -97,14 +97,11 @@ void WorkbenchExportTest::init() { m_folder = std::make_unique<QTemporaryDir>();
 
 QString WorkbenchExportTest::exported(const QString& source, const QStringList& options)
 {
-    const Run run =
-        Workbench::run(QStringList{source, QStringLiteral("-o"), in(QStringLiteral("out")),
-                                   QStringLiteral("--json")} +
-                       options);
+    const Run run = Workbench::run(QStringList{source, "-o", in("out"), "--json"} + options);
     if (run.exitCode != 0 || !run.errors.isEmpty())
         qWarning() << run.exitCode << run.errors;
     const QJsonObject result = QJsonDocument::fromJson(run.output.value(0).toUtf8()).object();
-    return result.value(QLatin1String("output")).toString();
+    return result.value("output").toString();
 }
 
 void WorkbenchExportTest::keepsPixelsAndMetadata_data()
@@ -150,11 +147,11 @@ void WorkbenchExportTest::keepsPixelsAndMetadata()
     const bool hasProfile = source == "jpg" && channels == 3;
     if (hasProfile)
         attach(spec, icc);
-    const QString path = in(QStringLiteral("photo.") + source);
+    const QString path = in(QString("photo.") + source);
     makePicture(path, spec);
 
     const Picture before = readPicture(path);
-    const Picture after = readPicture(exported(path, {QStringLiteral("--format"), format}));
+    const Picture after = readPicture(exported(path, {"--format", format}));
     QCOMPARE(after.spec.nchannels, channels);
     QCOMPARE(after.spec.width, 37);
     if (format != "exr") // which has no integers
@@ -181,11 +178,11 @@ void WorkbenchExportTest::turnsUpright()
     OIIO::ImageSpec spec(17, 9, 3, OIIO::TypeUInt16);
     for (int orientation = 1; orientation <= 9; ++orientation) {
         spec.attribute("Orientation", orientation);
-        makePicture(in(QStringLiteral("in/%1.tif").arg(orientation)), spec);
+        makePicture(in(QString("in/%1.tif").arg(orientation)), spec);
     }
-    exported(in(QStringLiteral("in")));
+    exported(in("in"));
     for (int orientation = 1; orientation <= 9; ++orientation) {
-        const Picture after = readPicture(in(QStringLiteral("out/%1.tiff").arg(orientation)));
+        const Picture after = readPicture(in(QString("out/%1.tiff").arg(orientation)));
         const bool isTurned = orientation >= 5 && orientation <= 8;
         QCOMPARE(after.spec.width, isTurned ? 9 : 17);
         QCOMPARE(after.spec.height, isTurned ? 17 : 9);
@@ -203,10 +200,9 @@ void WorkbenchExportTest::composesOverWhite()
 {
     OIIO::ImageSpec spec(16, 16, 4, OIIO::TypeUInt16);
     spec.attribute("oiio:UnassociatedAlpha", 1);
-    makePicture(in(QStringLiteral("photo.png")), spec);
-    const Picture before = readPicture(in(QStringLiteral("photo.png")));
-    const Picture after = readPicture(exported(
-        in(QStringLiteral("photo.png")), {QStringLiteral("--format"), QStringLiteral("ppm")}));
+    makePicture(in("photo.png"), spec);
+    const Picture before = readPicture(in("photo.png"));
+    const Picture after = readPicture(exported(in("photo.png"), {"--format", "ppm"}));
     QCOMPARE(after.spec.nchannels, 3);
     for (int y = 0; y < 16; ++y)
         for (int x = 0; x < 16; ++x)
@@ -218,8 +214,8 @@ void WorkbenchExportTest::makesRgbOfCmyk()
     OIIO::ImageSpec spec(16, 16, 3, OIIO::TypeUInt8);
     spec.attribute("tiff:ColorSpace", "CMYK"); // the writer converts
     attach(spec, profile("CMYK"));
-    makePicture(in(QStringLiteral("photo.tif")), spec);
-    const Picture after = readPicture(exported(in(QStringLiteral("photo.tif"))));
+    makePicture(in("photo.tif"), spec);
+    const Picture after = readPicture(exported(in("photo.tif")));
     QCOMPARE(after.spec.nchannels, 3);
     QVERIFY(!after.spec.find_attribute("ICCProfile")); // that of CMYK would spoil RGB
     for (int y = 0; y < 16; ++y)
@@ -238,30 +234,27 @@ void WorkbenchExportTest::agreesWithExiftool_data()
 void WorkbenchExportTest::agreesWithExiftool()
 {
     QFETCH(QString, format);
-    if (QStandardPaths::findExecutable(QStringLiteral("exiftool")).isEmpty())
+    if (QStandardPaths::findExecutable("exiftool").isEmpty())
         QSKIP("exiftool is not installed");
     OIIO::ImageSpec spec(32, 16, 3, OIIO::TypeUInt8);
     addCameraData(spec);
     spec.attribute("Orientation", 6);
     attach(spec, profile("RGB "));
-    makePicture(in(QStringLiteral("photo.jpg")), spec);
-    const QString output =
-        exported(in(QStringLiteral("photo.jpg")), {QStringLiteral("--format"), format});
+    makePicture(in("photo.jpg"), spec);
+    const QString output = exported(in("photo.jpg"), {"--format", format});
     QProcess exiftool;
-    exiftool.start(QStringLiteral("exiftool"),
-                   {QStringLiteral("-j"), QStringLiteral("-n"), output});
+    exiftool.start("exiftool", {"-j", "-n", output});
     QVERIFY(exiftool.waitForFinished());
     const QJsonObject tags =
         QJsonDocument::fromJson(exiftool.readAllStandardOutput()).array().at(0).toObject();
-    const QString sensitivity =
-        format == "tiff" ? QStringLiteral("RecommendedExposureIndex") : QStringLiteral("ISO");
-    QCOMPARE(tags.value(QLatin1String("Orientation")).toInt(), 1);
-    QCOMPARE(tags.value(QLatin1String("ImageWidth")).toInt(), 16);
-    QCOMPARE(tags.value(QLatin1String("Make")).toString(), QStringLiteral("Maker"));
-    QVERIFY(std::abs(tags.value(QLatin1String("FNumber")).toDouble() - 2.8) < 1e-6);
+    const QString sensitivity = format == "tiff" ? "RecommendedExposureIndex" : "ISO";
+    QCOMPARE(tags.value("Orientation").toInt(), 1);
+    QCOMPARE(tags.value("ImageWidth").toInt(), 16);
+    QCOMPARE(tags.value("Make").toString(), "Maker");
+    QVERIFY(std::abs(tags.value("FNumber").toDouble() - 2.8) < 1e-6);
     QCOMPARE(tags.value(sensitivity).toInt(), 400);
-    QCOMPARE(tags.value(QLatin1String("ColorSpaceData")).toString(), QStringLiteral("RGB "));
-    QVERIFY(!tags.contains(QLatin1String("Warning")));
+    QCOMPARE(tags.value("ColorSpaceData").toString(), "RGB ");
+    QVERIFY(!tags.contains("Warning"));
 }
 
 void WorkbenchExportTest::fitsTheWholePicture_data()
@@ -293,11 +286,11 @@ void WorkbenchExportTest::fitsTheWholePicture()
     for (int y = 0; y < 201; ++y)
         for (int x = 0; x < 301; ++x)
             ramp.insert(ramp.end(), {float(x) / 300, float(y) / 200, 0.5F});
-    const std::string path = in(QStringLiteral("ramp.tif")).toStdString();
+    const std::string path = in("ramp.tif").toStdString();
     const auto writer = OIIO::ImageOutput::create(path);
     QVERIFY(writer->open(path, spec) && writer->write_image(OIIO::TypeFloat, ramp.data()) &&
             writer->close());
-    const Picture after = readPicture(exported(in(QStringLiteral("ramp.tif")), options));
+    const Picture after = readPicture(exported(in("ramp.tif"), options));
     QCOMPARE(QSize(after.spec.width, after.spec.height), size);
     const float pixel = 1.6F / float(std::min(size.width(), 301)); // the last sample lies inside
     QVERIFY(after.at(0, 0, 0) < pixel);
@@ -315,12 +308,11 @@ void WorkbenchExportTest::keepsColoursBesideTransparency()
     }
     OIIO::ImageSpec spec(64, 64, 4, OIIO::TypeUInt8);
     spec.attribute("oiio:UnassociatedAlpha", 1);
-    const std::string path = in(QStringLiteral("edge.png")).toStdString();
+    const std::string path = in("edge.png").toStdString();
     const auto writer = OIIO::ImageOutput::create(path);
     QVERIFY(writer->open(path, spec) && writer->write_image(OIIO::TypeFloat, samples.data()) &&
             writer->close());
-    const Picture after = readPicture(exported(
-        in(QStringLiteral("edge.png")), {QStringLiteral("--scale"), QStringLiteral("0.25")}));
+    const Picture after = readPicture(exported(in("edge.png"), {"--scale", "0.25"}));
     int edges = 0;
     for (int x = 0; x < 16; ++x) {
         const float alpha = after.at(x, 8, 3);
@@ -340,25 +332,22 @@ void WorkbenchExportTest::keepsWhatIsUpToDate_data()
 void WorkbenchExportTest::keepsWhatIsUpToDate()
 {
     QFETCH(QString, format);
-    const QString source = in(QStringLiteral("photo.png"));
-    const QString output = in(QStringLiteral("out/photo.") + format);
+    const QString source = in("photo.png");
+    const QString output = in(QString("out/photo.") + format);
     makePicture(source, OIIO::ImageSpec(32, 32, 3, OIIO::TypeUInt8));
-    shell(QStringLiteral("mkdir '%1' && echo mine > '%2'").arg(in(QStringLiteral("out")), output));
-    const QStringList arguments{source, QStringLiteral("-o"), in(QStringLiteral("out")),
-                                QStringLiteral("--format"), format};
+    shell(QString("mkdir '%1' && echo mine > '%2'").arg(in("out"), output));
+    const QStringList arguments{source, "-o", in("out"), "--format", format};
     const auto outcome = [](const Run& run) {
         return QPair(run.output.last(), run.output.value(1).section(QLatin1Char('/'), -1));
     };
-    const QString exportedOne = QStringLiteral("1 exported, 0 kept, 0 failed");
-    const QString keptOne = QStringLiteral("0 exported, 1 kept, 0 failed");
-    const QString second = QStringLiteral("photo-2.") + format;
-    const QString third = QStringLiteral("photo-3.") + format;
+    const QString exportedOne = "1 exported, 0 kept, 0 failed";
+    const QString keptOne = "0 exported, 1 kept, 0 failed";
+    const QString second = QString("photo-2.") + format;
+    const QString third = QString("photo-3.") + format;
 
     QCOMPARE(outcome(run(arguments)), QPair(exportedOne, second)); // not over the user's own file
     QCOMPARE(outcome(run(arguments)), QPair(keptOne, second));
-    QCOMPARE(
-        outcome(run(arguments + QStringList{QStringLiteral("--scale"), QStringLiteral("0.5")})),
-        QPair(exportedOne, third));
+    QCOMPARE(outcome(run(arguments + QStringList{"--scale", "0.5"})), QPair(exportedOne, third));
     QCOMPARE(outcome(run(arguments)), QPair(keptOne, second));
     QFile file(source);
     QVERIFY(file.open(QIODevice::ReadWrite));
@@ -366,7 +355,7 @@ void WorkbenchExportTest::keepsWhatIsUpToDate()
                              QFileDevice::FileModificationTime));
     file.close();
     QCOMPARE(outcome(run(arguments)),
-             QPair(exportedOne, QStringLiteral("photo-4.") + format)); // the source has changed
+             QPair(exportedOne, QString("photo-4.") + format)); // the source has changed
     QFile mine(output);
     QVERIFY(mine.open(QIODevice::ReadOnly));
     QCOMPARE(mine.readAll(), QByteArray("mine\n"));
@@ -374,43 +363,40 @@ void WorkbenchExportTest::keepsWhatIsUpToDate()
 
 void WorkbenchExportTest::keepsTheSourcesFolderFromGrowing()
 {
-    makePicture(in(QStringLiteral("photo.png")), OIIO::ImageSpec(32, 32, 3, OIIO::TypeUInt8));
+    makePicture(in("photo.png"), OIIO::ImageSpec(32, 32, 3, OIIO::TypeUInt8));
     for (const char* format : {"tiff", "tiff", "webp", "webp"})
-        run({m_folder->path(), QStringLiteral("-o"), m_folder->path(), QStringLiteral("--format"),
-             QString::fromLatin1(format)});
-    QCOMPARE(QDir(m_folder->path()).entryList({QStringLiteral("*.*f*"), QStringLiteral("*.webp")}),
-             QStringList({QStringLiteral("photo.tiff"), QStringLiteral("photo.webp")}));
+        run({m_folder->path(), "-o", m_folder->path(), "--format", QString::fromLatin1(format)});
+    QCOMPARE(QDir(m_folder->path()).entryList({"*.*f*", "*.webp"}),
+             QStringList({"photo.tiff", "photo.webp"}));
 }
 
 void WorkbenchExportTest::writesBitmaps()
 {
-    makePicture(in(QStringLiteral("photo.png")), OIIO::ImageSpec(31, 8, 3, OIIO::TypeUInt8));
-    const QStringList arguments{in(QStringLiteral("photo.png")), QStringLiteral("-o"),
-                                in(QStringLiteral("out")), QStringLiteral("--bitmap")};
-    QCOMPARE(run(arguments).output.last(), QStringLiteral("1 exported, 0 kept, 0 failed"));
-    const Picture bitmap = readPicture(in(QStringLiteral("out/photo.bmp")));
+    makePicture(in("photo.png"), OIIO::ImageSpec(31, 8, 3, OIIO::TypeUInt8));
+    const QStringList arguments{in("photo.png"), "-o", in("out"), "--bitmap"};
+    QCOMPARE(run(arguments).output.last(), "1 exported, 0 kept, 0 failed");
+    const Picture bitmap = readPicture(in("out/photo.bmp"));
     QCOMPARE(bitmap.spec.width, 31);
     for (int c = 0; c < 3; ++c)
         QVERIFY(std::abs(bitmap.at(30, 7, c) - sampleAt(30, 7, c)) < 1e-6);
-    QCOMPARE(run(arguments).output.last(), QStringLiteral("0 exported, 1 kept, 0 failed"));
+    QCOMPARE(run(arguments).output.last(), "0 exported, 1 kept, 0 failed");
 }
 
 void WorkbenchExportTest::printsJson()
 {
-    const QString path = in(QStringLiteral("gr\u00e4y \"1\"\n.png"));
+    const QString path = in("gr\u00e4y \"1\"\n.png");
     makePicture(path, OIIO::ImageSpec(20, 10, 1, OIIO::TypeUInt8));
-    const Run run = Workbench::run({path, in(QStringLiteral("missing.jpg")), QStringLiteral("-o"),
-                                    in(QStringLiteral("out")), QStringLiteral("--json")});
+    const Run run = Workbench::run({path, in("missing.jpg"), "-o", in("out"), "--json"});
     QCOMPARE(run.exitCode, 1);
     QCOMPARE(run.output.size(), 2);
     const QJsonObject good = QJsonDocument::fromJson(run.output.at(0).toUtf8()).object();
-    QCOMPARE(good.value(QLatin1String("file")).toString(), path);
-    QCOMPARE(good.value(QLatin1String("grey")), QJsonValue(true));
-    QCOMPARE(good.value(QLatin1String("stored")), QJsonValue(QJsonArray{20, 10}));
-    QVERIFY(QFile::exists(good.value(QLatin1String("output")).toString()));
-    QVERIFY(good.value(QLatin1String("milliseconds")).toObject().contains(QLatin1String("decode")));
+    QCOMPARE(good.value("file").toString(), path);
+    QCOMPARE(good.value("grey"), QJsonValue(true));
+    QCOMPARE(good.value("stored"), QJsonValue(QJsonArray{20, 10}));
+    QVERIFY(QFile::exists(good.value("output").toString()));
+    QVERIFY(good.value("milliseconds").toObject().contains("decode"));
     const QJsonObject bad = QJsonDocument::fromJson(run.output.at(1).toUtf8()).object();
-    QCOMPARE(bad.value(QLatin1String("error")).toString(), QStringLiteral("no such file"));
+    QCOMPARE(bad.value("error").toString(), "no such file");
 }
 
 void WorkbenchExportTest::turnsAndMakesThumbnails()
@@ -419,34 +405,34 @@ void WorkbenchExportTest::turnsAndMakesThumbnails()
     // size.
     std::vector<float> samples(200 * 100 * 3, 0.0F);
     std::fill(samples.begin() + 200 * 50 * 3, samples.end(), 1.0F);
-    const std::string path = in(QStringLiteral("photo.jpg")).toStdString();
+    const std::string path = in("photo.jpg").toStdString();
     const auto writer = OIIO::ImageOutput::create(path);
     QVERIFY(writer->open(path, OIIO::ImageSpec(200, 100, 3, OIIO::TypeUInt8)) &&
             writer->write_image(OIIO::TypeFloat, samples.data()) && writer->close());
-    const QString source = in(QStringLiteral("photo.heic"));
+    const QString source = in("photo.heic");
     QVERIFY(QFile::rename(QString::fromStdString(path), source));
     const auto answer = [&] {
         const Run run = Workbench::run({source, "-o", in("out"), "--rotate", "10", "--json"});
         return QJsonDocument::fromJson(run.output.value(0).toUtf8()).object();
     };
     const QJsonObject first = answer();
-    const Picture turned = readPicture(first.value(QLatin1String("output")).toString());
+    const Picture turned = readPicture(first.value("output").toString());
     QCOMPARE(turned.spec.width / turned.spec.height, 2);
     const int middle = turned.spec.height / 2;
     QVERIFY(turned.at(2, middle, 0) > 0.9F); // clockwise: the right has sunk, the left has risen
     QVERIFY(turned.at(turned.spec.width - 3, middle, 0) < 0.1F);
 
-    const QString thumbnail = first.value(QLatin1String("thumbnail")).toString();
+    const QString thumbnail = first.value("thumbnail").toString();
     QCOMPARE(thumbnail,
-             QDir::temp().filePath(QStringLiteral("VOLK_Thumbnail_%1.jpeg").arg(qHash(source, 0))));
+             QDir::temp().filePath(QString("VOLK_Thumbnail_%1.jpeg").arg(qHash(source, 0))));
     QCOMPARE(readPicture(thumbnail).spec.width, 200);
-    QVERIFY(answer().value(QLatin1String("kept")).toBool());
+    QVERIFY(answer().value("kept").toBool());
     QFile picture(thumbnail);
     QVERIFY(picture.open(QIODevice::ReadWrite) &&
             picture.setFileTime(QDateTime::currentDateTime().addDays(-3),
                                 QFileDevice::FileModificationTime));
     picture.close();
-    QCOMPARE(answer().value(QLatin1String("thumbnail")).toString(),
+    QCOMPARE(answer().value("thumbnail").toString(),
              thumbnail); // older than its picture
     QVERIFY(QFileInfo(thumbnail).lastModified().daysTo(QDateTime::currentDateTime()) == 0);
     QVERIFY(!QFile::exists(QString(thumbnail).replace(".jpeg", "-2.jpeg")));
