@@ -13,92 +13,59 @@ class ImageUtilsPathsTest : public QObject
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(".*")); }
-    void takesPathsApart_data();
     void takesPathsApart();
-    void knowsFormats_data();
     void knowsFormats();
-    void choosesTheExportExtension_data();
     void choosesTheExportExtension();
     void findsAFreePath_data();
     void findsAFreePath();
     void turnsPathsIntoUrlsAndTellsEqualOnes();
 };
 
-void ImageUtilsPathsTest::takesPathsApart_data()
-{
-    QTest::addColumn<QStringList>("parts"); // name, base name, folder, extension
-    QTest::newRow("/a/b.PNG") << QStringList{"b.PNG", "b", "/a", "PNG"};
-    QTest::newRow("/a.b/c.tar.gz") << QStringList{"c.tar.gz", "c.tar", "/a.b", "gz"};
-    QTest::newRow("README") << QStringList{"README", "README", ".", ""};
-    QTest::newRow("/a") << QStringList{"a", "a", "/", ""};
-    QTest::newRow("/a/.jpg") << QStringList{".jpg", "", "/a", "jpg"};
-    QTest::newRow("/a/b/") << QStringList{"", "", "/a/b", ""};
-}
-
 void ImageUtilsPathsTest::takesPathsApart()
 {
-    QFETCH(QStringList, parts);
-    const QString path = QTest::currentDataTag();
-    QCOMPARE(QStringList({NImageUtils::getFilename(path), NImageUtils::getBaseName(path),
-                          NImageUtils::getPath(path), NImageUtils::getExtension(path)}),
-             parts);
-}
-
-void ImageUtilsPathsTest::knowsFormats_data()
-{
-    QTest::addColumn<bool>("supported");
-    QTest::addColumn<bool>("raw");
-    QTest::newRow("/nowhere/a.JPG") << true << false;
-    QTest::newRow("a.hif") << true << false;
-    QTest::newRow("a.b.Nef") << true << true;
-    QTest::newRow("a.dng") << true << true;
-    QTest::newRow("a.mp4") << false << false;
-    QTest::newRow("jpg") << false << false;
-    QTest::newRow("a.jpgx") << false << false;
+    const auto parts = [](const QString& path) {
+        return QStringList({NImageUtils::getFilename(path), NImageUtils::getBaseName(path),
+                            NImageUtils::getPath(path), NImageUtils::getExtension(path)})
+            .join(u' ');
+    };
+    QCOMPARE(parts("/a/b.PNG"), "b.PNG b /a PNG");
+    QCOMPARE(parts("/a.b/c.tar.gz"), "c.tar.gz c.tar /a.b gz");
+    QCOMPARE(parts("README"), "README README . ");
+    QCOMPARE(parts("/a"), "a a / ");
+    QCOMPARE(parts("/a/.jpg"), ".jpg  /a jpg");
+    QCOMPARE(parts("/a/b/"), "  /a/b ");
 }
 
 void ImageUtilsPathsTest::knowsFormats()
 {
-    QFETCH(bool, supported);
-    QFETCH(bool, raw);
-    const QString path = QTest::currentDataTag(), extension = NImageUtils::getExtension(path);
-    QCOMPARE(NImageUtils::isSupportedFile(path), supported);
-    QCOMPARE(NImageUtils::isRawFile(path), raw);
-    QCOMPARE(NImageUtils::isRawExt(extension), raw);
-    QCOMPARE(NImageUtils::supportedFileFormats().contains(extension.toLower()), supported);
-    QCOMPARE(NImageUtils::rawFileFormats().contains(extension.toLower()), raw);
-    QCOMPARE(NImageUtils::nonRawFileFormats().contains(extension.toLower()), supported && !raw);
-}
-
-void ImageUtilsPathsTest::choosesTheExportExtension_data()
-{
-    QTest::addColumn<QString>("plain");   // raw exposure and colour left alone
-    QTest::addColumn<QString>("changed"); // or changed
-    QTest::newRow(" preserve") << ""
-                               << "";
-    QTest::newRow("jpg png") << "png"
-                             << "png";
-    QTest::newRow("jpg PNG") << "PNG"
-                             << "PNG";
-    QTest::newRow("JPG Preserve") << "JPG"
-                                  << "JPG";
-    QTest::newRow("NEF preserve") << "dng"
-                                  << "tiff";
-    QTest::newRow("NEF DNG") << "DNG"
-                             << "tiff";
-    QTest::newRow("png dng") << "tiff"
-                             << "tiff";
+    for (const QString& path :
+         QStringList{"/nowhere/a.JPG", "a.hif", "a.b.Nef", "a.dng", "a.mp4", "jpg", "a.jpgx"}) {
+        const QString extension = NImageUtils::getExtension(path);
+        const bool raw = path == "a.b.Nef" || path == "a.dng";
+        const bool supported = raw || path == "/nowhere/a.JPG" || path == "a.hif";
+        QCOMPARE(NImageUtils::isSupportedFile(path), supported);
+        QCOMPARE(NImageUtils::isRawFile(path), raw);
+        QCOMPARE(NImageUtils::isRawExt(extension), raw);
+        QCOMPARE(NImageUtils::supportedFileFormats().contains(extension.toLower()), supported);
+        QCOMPARE(NImageUtils::rawFileFormats().contains(extension.toLower()), raw);
+        QCOMPARE(NImageUtils::nonRawFileFormats().contains(extension.toLower()), supported && !raw);
+    }
 }
 
 void ImageUtilsPathsTest::choosesTheExportExtension()
 {
-    QFETCH(QString, plain);
-    QFETCH(QString, changed);
-    const QStringList names =
-        QString::fromLatin1(QTest::currentDataTag()).split(u' '); // source, output
-    QCOMPARE(NImageUtils::getExportExtension(names[0], names[1]), plain);
-    QCOMPARE(NImageUtils::getExportExtension(names[0], names[1], true), changed);
-    QCOMPARE(NImageUtils::getExportExtension(names[0]), names[0].isEmpty() ? "" : "tiff");
+    const auto extensions = [](const QString& source, const QString& output) { // then raw edited
+        return NImageUtils::getExportExtension(source, output) + u' ' +
+               NImageUtils::getExportExtension(source, output, true);
+    };
+    QCOMPARE(extensions("", "preserve"), " ");
+    QCOMPARE(extensions("jpg", "PNG"), "PNG PNG");
+    QCOMPARE(extensions("JPG", "Preserve"), "JPG JPG");
+    QCOMPARE(extensions("NEF", "preserve"), "dng tiff");
+    QCOMPARE(extensions("NEF", "DNG"), "DNG tiff");
+    QCOMPARE(extensions("png", "dng"), "tiff tiff");
+    QCOMPARE(NImageUtils::getExportExtension("NEF"), "tiff");
+    QCOMPARE(NImageUtils::getExportExtension(""), "");
 }
 
 void ImageUtilsPathsTest::findsAFreePath_data()

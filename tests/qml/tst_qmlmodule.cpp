@@ -23,16 +23,14 @@ class QmlModuleTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void carriesItsQmldir();
-    void imports_data();
-    void imports();
+    void importsAsOneVersion();
     void evaluates_data();
     void evaluates();
-    void nothingIsWritable_data();
     void nothingIsWritable();
-    void registersTwice();
 
 private:
-    QVariant evaluate(const QString& expression, QString* error = nullptr);
+    /// The answer, or the error as text.
+    QVariant evaluate(const QString& expression);
 
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_elements;
@@ -41,25 +39,24 @@ private:
 
 void QmlModuleTest::initTestCase()
 {
-    TestSupport::LogCapture log; // the constructor of OSUtils describes the screens
+    qml_register_types_NImageUtils(); // once more than the library itself did
+    TestSupport::LogCapture log;      // the constructor of OSUtils describes the screens
     TestSupport::writePicture(m_folder.filePath("a.jpg"), 40, 30, 6);
     m_engine.rootContext()->setContextProperty("folder", m_folder.path());
     QQmlComponent component(&m_engine);
-    component.setData("import QtQml\nimport NImageUtils 1.0\n"
-                      "QtObject { property NImageUtils images: NImageUtils {}\n property OSUtils "
-                      "os: OSUtils {} }",
-                      QUrl());
+    component.setData(
+        "import QtQml\nimport NImageUtils 1.0\nQtObject { property NImageUtils images: "
+        "NImageUtils {}\n property OSUtils os: OSUtils {} }",
+        QUrl());
     m_elements.reset(component.create());
     QVERIFY2(m_elements, qPrintable(component.errorString()));
 }
 
-QVariant QmlModuleTest::evaluate(const QString& expression, QString* error)
+QVariant QmlModuleTest::evaluate(const QString& expression)
 {
     QQmlExpression question(m_engine.rootContext(), m_elements.get(), expression);
     const QVariant answer = question.evaluate();
-    if (error)
-        *error = question.error().description();
-    return answer;
+    return question.hasError() ? question.error().description() : answer;
 }
 
 void QmlModuleTest::carriesItsQmldir()
@@ -70,28 +67,18 @@ void QmlModuleTest::carriesItsQmldir()
              QByteArray("module NImageUtils\r\nlinktarget imageutilsplugin\r\n"
                         "optional plugin imageutilsplugin\r\nclassname NImageUtilsPlugin\r\n"
                         "typeinfo imageutils.qmltypes\r\nprefer :/NImageUtils/\r\n\r\n"));
-    QCOMPARE(file.size(), 167);
 }
 
-void QmlModuleTest::imports_data()
+void QmlModuleTest::importsAsOneVersion()
 {
-    QTest::addColumn<QByteArray>("document");
-    QTest::addColumn<bool>("works");
-    QTest::newRow("1.0") << QByteArray("import NImageUtils 1.0\nNImageUtils {}") << true;
-    QTest::newRow("any version") << QByteArray("import NImageUtils\nNImageUtils {}") << true;
-    QTest::newRow("1.1") << QByteArray("import NImageUtils 1.1\nNImageUtils {}") << false;
-    QTest::newRow("2.0") << QByteArray("import NImageUtils 2.0\nNImageUtils {}") << false;
-    QTest::newRow("NMathUtils") << QByteArray("import NImageUtils 1.0\nNMathUtils {}") << false;
-    QTest::newRow("WinUtils") << QByteArray("import NImageUtils 1.0\nWinUtils {}") << false;
-}
-
-void QmlModuleTest::imports()
-{
-    QFETCH(QByteArray, document);
-    QFETCH(bool, works);
-    QQmlComponent component(&m_engine);
-    component.setData(document, QUrl());
-    QCOMPARE(std::unique_ptr<QObject>(component.create()) != nullptr, works);
+    const auto imports = [this](const QByteArray& version, const QByteArray& type) {
+        QQmlComponent component(&m_engine);
+        component.setData("import NImageUtils" + version + "\n" + type + " {}", QUrl());
+        return std::unique_ptr<QObject>(component.create()) != nullptr;
+    };
+    QVERIFY(imports(" 1.0", "NImageUtils") && imports("", "NImageUtils"));
+    QVERIFY(!imports(" 1.1", "NImageUtils") && !imports(" 2.0", "NImageUtils"));
+    QVERIFY(!imports(" 1.0", "NMathUtils") && !imports(" 1.0", "WinUtils"));
 }
 
 void QmlModuleTest::evaluates_data()
@@ -102,24 +89,22 @@ void QmlModuleTest::evaluates_data()
     };
     row("images.highConfidenceThreshold", 0.9700000286102295);
     row("images.lowConfidenceThreshold", 0.30000001192092896);
-    row("images.getExportExtension('dng')",
-        evaluate("images.getExportExtension('dng', 'tiff', false)"));
+    row("images.getExportExtension('dng')", "tiff");
     row("images.getExportExtension('dng', 'png')", "png");
     row("images.getExportExtension('nef', 'dng', true)", "tiff");
     row("images.urlToString('file:///a%20b.png')", "/a b.png");
     row("images.stringToUrl('/a b.png').toString()", "file:///a b.png");
-    row("images.getFilename('/a/b.c.png')", "b.c.png");
-    row("images.getBaseName('/a/b.c.png')", "b.c");
-    row("images.getPath('/a/b.c.png')", "/a");
-    row("images.getExtension('/a/b.c.png')", "png");
+    row("['Filename', 'BaseName', 'Path', 'Extension'].map(n => images['get' + "
+        "n]('/a/b.c.png')).join()",
+        "b.c.png,b.c,/a,png");
     row("images.isSupportedFile('a.JPG') && !images.isSupportedFile('a.txt')", true);
     row("images.isRawFile('a.nef') && !images.isRawFile('a.jpg')", true);
     row("images.isRawExt('NEF') && !images.isRawExt('jpg')", true);
     row("images.arePathsEqual('/x', '/x')", true);
-    row("images.adjustPathWhenOverwriting(folder + '/a.jpg') === folder + '/a-2.jpg'", true);
-    row("images.supportedFileFormats().length === images.rawFileFormats().length + "
+    row("images.adjustPathWhenOverwriting(folder + '/a.jpg').slice(folder.length)", "/a-2.jpg");
+    row("images.supportedFileFormats().length - images.rawFileFormats().length - "
         "images.nonRawFileFormats().length",
-        true);
+        0);
     row("images.imageSize(folder + '/a.jpg').width", 30);
     row("images.isValidVariant(0) && !images.isValidVariant(undefined)", true);
     row("os.devicePixelRatio", 1.0);
@@ -128,36 +113,16 @@ void QmlModuleTest::evaluates_data()
 void QmlModuleTest::evaluates()
 {
     QFETCH(QVariant, expected);
-    QString error;
-    const QVariant answer = evaluate(QString::fromUtf8(QTest::currentDataTag()), &error);
-    QCOMPARE(error, QString());
+    const QVariant answer = evaluate(QString::fromUtf8(QTest::currentDataTag()));
     QCOMPARE(answer.toString(), expected.toString());
     QCOMPARE(answer, expected);
 }
 
-void QmlModuleTest::nothingIsWritable_data()
-{
-    QTest::addColumn<QString>("property");
-    for (const char* const name :
-         {"maxWidth", "maxHeight", "devicePixelRatio", "machineId", "username"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
 void QmlModuleTest::nothingIsWritable()
 {
-    QFETCH(QString, property);
-    QString error;
-    evaluate(QStringLiteral("os.%1 = 5").arg(property), &error);
-    QVERIFY2(error.contains("read-only"), qPrintable(error));
-}
-
-void QmlModuleTest::registersTwice()
-{
-    qml_register_types_NImageUtils();
-    QQmlEngine engine;
-    QQmlComponent component(&engine);
-    component.setData("import NImageUtils 1.0\nNImageUtils {}", QUrl());
-    QVERIFY(std::unique_ptr<QObject>(component.create()));
+    for (const char* const name :
+         {"maxWidth", "maxHeight", "devicePixelRatio", "machineId", "username"})
+        QVERIFY(evaluate(QStringLiteral("os.%1 = 5").arg(name)).toString().contains("read-only"));
 }
 
 QTEST_MAIN(QmlModuleTest)

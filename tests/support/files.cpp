@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <support/files.h>
 
-#include <QtCore/QDir>
+#include <QtCore/QDataStream>
 #include <QtCore/QFile>
 #include <QtTest/QTest>
 
@@ -35,21 +35,15 @@ void TestSupport::writeBytes(const QString& path, const QByteArray& bytes)
 
 QByteArray TestSupport::lyingTiff()
 {
-    const auto entry = [](int tag, int type, unsigned int value) {
-        QByteArray bytes;
-        for (const int byte : {tag, tag >> 8, type, type >> 8, 1, 0, 0, 0})
-            bytes.append(char(byte));
-        for (int shift = 0; shift < 32; shift += 8)
-            bytes.append(char(value >> shift));
-        return bytes;
-    };
-    const int shortType = 3, longType = 4;
-    const QByteArray entries =
-        entry(256, longType, 0x80000000u) + entry(257, longType, 1) + entry(258, shortType, 8) +
-        entry(259, shortType, 1) + entry(262, shortType, 1) + entry(273, longType, 8) +
-        entry(277, shortType, 1) + entry(278, longType, 1) + entry(279, longType, 1);
-    return QByteArray("II*\0\x08\0\0\0", 8) + QByteArray("\x09\0", 2) + entries +
-           QByteArray(4, '\0');
+    QByteArray bytes("II*\0\x08\0\0\0\x09\0", 10);
+    QDataStream stream(&bytes, QDataStream::Append);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    for (const auto& [tag, value] :
+         {std::pair(256, 0x80000000u), std::pair(257, 1u), std::pair(258, 8u), std::pair(259, 1u),
+          std::pair(262, 1u), std::pair(273, 8u), std::pair(277, 1u), std::pair(278, 1u),
+          std::pair(279, 1u)})
+        stream << quint16(tag) << quint16(4) << quint32(1) << value;
+    return bytes + QByteArray(4, '\0');
 }
 
 bool TestSupport::makePipe(const QString& path)

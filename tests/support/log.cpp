@@ -25,20 +25,6 @@ void capture(QtMsgType level, const QMessageLogContext& context, const QString& 
     s_lines.append({level, text});
 }
 
-QString levelName(QtMsgType level)
-{
-    switch (level) {
-    case QtInfoMsg:
-        return QStringLiteral("info");
-    case QtWarningMsg:
-        return QStringLiteral("warning");
-    case QtCriticalMsg:
-        return QStringLiteral("critical");
-    default:
-        return QStringLiteral("other");
-    }
-}
-
 } // namespace
 
 TestSupport::LogCapture::LogCapture() { s_previous = qInstallMessageHandler(capture); }
@@ -57,8 +43,10 @@ QList<TestSupport::LogLine> TestSupport::LogCapture::take()
 
 QStringList TestSupport::LogCapture::takeTexts()
 {
+    const QHash<QtMsgType, QString> levels = {
+        {QtInfoMsg, "info: "}, {QtWarningMsg, "warning: "}, {QtCriticalMsg, "critical: "}};
     QStringList texts;
     for (const LogLine& line : take())
-        texts.append(levelName(line.level) + QStringLiteral(": ") + line.text);
+        texts += levels.value(line.level, "other: ") + line.text;
     return texts;
 }

@@ -3,18 +3,16 @@
 
 #include <cstring>
 
-cv::Mat TestSupport::numbered(int rows, int cols, int type, double factor)
+cv::Mat TestSupport::numbered(int rows, int cols, int type)
 {
     const int channels = CV_MAT_CN(type);
     cv::Mat values(rows, cols, CV_64FC(channels));
     for (int y = 0; y < rows; ++y) {
         for (int x = 0; x < cols; ++x) {
             for (int c = 0; c < channels; ++c)
-                values.ptr<double>(y, x)[c] = (x + 10 * y + 100 * c) * factor;
+                values.ptr<double>(y, x)[c] = x + 10 * y + 100 * c;
         }
     }
-    if (CV_MAT_DEPTH(type) == CV_16F)
-        values.convertTo(values, CV_32F); // OpenCV reaches half floats from single ones only
     cv::Mat result;
     values.convertTo(result, type);
     return result;

@@ -5,9 +5,9 @@
 
 namespace TestSupport {
 
-/// A matrix in which channel c of pixel (x, y) holds x + 10 y + 100 c, times `factor`: neighbours
-/// differ, and a wrong value names where it came from.
-cv::Mat numbered(int rows, int cols, int type, double factor = 1.0);
+/// A matrix in which channel c of pixel (x, y) holds x + 10 y + 100 c: neighbours differ, and a
+/// wrong value names where it came from.
+cv::Mat numbered(int rows, int cols, int type);
 
 /// A matrix of random values, the same for the same `seed`: the full range of integer depths, 0 to
 /// 1 for floats.
