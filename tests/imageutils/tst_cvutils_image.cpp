@@ -110,6 +110,7 @@ void CvUtilsImageTest::convertsDepths()
     QCOMPARE(converted(CV_8U, CV_16U, {255, 1, 0}), cv::Scalar(65535, 257, 0));
     QCOMPARE(converted(CV_16U, CV_8U, {65535, 257, 0}), cv::Scalar(255, 1, 0));
     QCOMPARE(converted(CV_32F, CV_8U, {1.0, 0.5, 1.2, -0.1}), cv::Scalar(255, 128, 255, 0));
+    QCOMPARE(converted(CV_32F, CV_16U, {1.0, 0.8}), cv::Scalar(65535, 52428));
     QCOMPARE(converted(CV_8U, CV_32F, {255, 51}), cv::Scalar(1, double(51 * (1 / 255.0f))));
     QCOMPARE(converted(CV_8S, CV_8U, {127, -1}), cv::Scalar(1, 0));
     QCOMPARE(converted(CV_32F, CV_64F, {0.25}), cv::Scalar(0.25));

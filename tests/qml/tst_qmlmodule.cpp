@@ -29,8 +29,7 @@ private Q_SLOTS:
     void nothingIsWritable();
 
 private:
-    /// The answer, or the error as text.
-    QVariant evaluate(const QString& expression);
+    QVariant evaluate(const QString& expression); // the answer, or the error as text
 
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_elements;

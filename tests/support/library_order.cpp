@@ -23,12 +23,10 @@ const char* s_path = nullptr;
 /// library.
 qsizetype cacheLimit()
 {
-    void* const library =
-        dlopen(s_path, RTLD_NOLOAD | RTLD_NOW); // found also while its objects are being built
+    void* const library = dlopen(s_path, RTLD_NOLOAD | RTLD_NOW); // also while it is being built
     const void* const cache =
         library ? dlsym(library, "_ZN11NImageUtils16s_imageSizeCacheE") : nullptr;
-    return cache ? static_cast<const QCache<QString, int>*>(cache)->maxCost()
-                 : -1; // any entry type has this layout
+    return cache ? static_cast<const QCache<int, int>*>(cache)->maxCost() : -1; // of any types
 }
 
 void note(const char* event)
