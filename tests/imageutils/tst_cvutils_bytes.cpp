@@ -10,16 +10,10 @@
 
 using namespace TestSupport;
 using Bytes = std::vector<unsigned char>;
-Q_DECLARE_METATYPE(cv::Mat)
 
 namespace {
 
 Bytes bytesOf(const QByteArray& array) { return Bytes(array.begin(), array.end()); }
-
-QByteArray arrayOf(const Bytes& bytes)
-{
-    return QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()));
-}
 
 /// 32-bit integers, lowest byte first, and `zeros` bytes of data.
 Bytes header(std::initializer_list<qint64> fields, std::size_t zeros = 0)
@@ -34,13 +28,11 @@ Bytes header(std::initializer_list<qint64> fields, std::size_t zeros = 0)
 }
 
 /// What `text` decodes to up to its first character outside base64, as Qt decodes it.
-QByteArray decodedByQt(const QByteArray& text)
+Bytes decodedByQt(const std::string& text)
 {
-    const auto end = std::find_if_not(text.begin(), text.end(), [](char c) {
-        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
-               c == '+' || c == '/';
-    });
-    return QByteArray::fromBase64(text.left(end - text.begin()));
+    const auto end =
+        text.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/");
+    return bytesOf(QByteArray::fromBase64(QByteArray::fromStdString(text.substr(0, end))));
 }
 
 } // namespace
@@ -53,13 +45,9 @@ class CvUtilsBytesTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(".*")); }
     void everyTypeComesBack();
-    void bytesAreTheHeaderAndTheElements_data();
     void bytesAreTheHeaderAndTheElements();
-    void readerRefusesWhatItCannotBack_data();
     void readerRefusesWhatItCannotBack();
-    void textIsThatOfTheStandard_data();
     void textIsThatOfTheStandard();
-    void randomBytesAgreeWithQt();
     void anyOtherCharacterEndsTheDecoding();
     void listHoldsRowsOfFloats();
 };
@@ -68,114 +56,66 @@ void CvUtilsBytesTest::everyTypeComesBack()
 {
     for (int depth = CV_8U; depth <= CV_16F; ++depth) {
         for (int channels = 1; channels <= 5; ++channels) {
-            const int type = CV_MAKETYPE(depth, channels);
-            const cv::Mat random = noise(7, 6 * CV_ELEM_SIZE(type), CV_8UC1);
-            const cv::Mat whole(7, 6, type, random.data);
+            const cv::Mat whole = noise(7, 6, CV_MAKETYPE(depth, channels));
             for (const cv::Mat& mat :
                  {whole, whole(cv::Rect(1, 2, 4, 3)), whole.col(2), whole.row(3)}) {
-                const Bytes bytes = CvUtils::serializeMat(mat);
+                Bytes bytes = CvUtils::serializeMat(mat);
                 QCOMPARE(bytes.size(), 16 + mat.total() * mat.elemSize());
-                const cv::Mat copy =
-                    CvUtils::deserializeMat(CvUtils::base64Decode(CvUtils::base64Encode(bytes)));
-                QVERIFY(sameBytes(copy, mat));
+                bytes.resize(bytes.size() + 3, 99); // what follows is ignored
+                QVERIFY(sameBytes(CvUtils::deserializeMat(bytes), mat));
             }
         }
     }
 }
 
-void CvUtilsBytesTest::bytesAreTheHeaderAndTheElements_data()
-{
-    QTest::addColumn<cv::Mat>("mat");
-    QTest::addColumn<Bytes>("bytes");
-    QTest::newRow("empty") << cv::Mat() << header({0, 0, 0, 1});
-    QTest::newRow("2 x 3, three bytes")
-        << cv::Mat(2, 3, CV_8UC3, cv::Scalar()).clone() << header({16, 2, 3, 3}, 18);
-    QTest::newRow("no columns") << cv::Mat(5, 0, CV_32FC3) << header({21, 5, 0, 3});
-    QTest::newRow("no rows") << cv::Mat(0, INT_MAX, CV_64FC(512))
-                             << header({4094, 0, INT_MAX, 512});
-}
-
 void CvUtilsBytesTest::bytesAreTheHeaderAndTheElements()
 {
-    QFETCH(cv::Mat, mat);
-    QFETCH(Bytes, bytes);
-    QCOMPARE(CvUtils::serializeMat(mat), bytes);
-    bytes.resize(bytes.size() + 3, 99); // what follows is ignored
-    const cv::Mat copy = CvUtils::deserializeMat(bytes);
-    QCOMPARE(copy.type(), mat.type());
-    QCOMPARE(copy.rows, mat.rows);
-    QCOMPARE(copy.cols, mat.cols);
-}
-
-void CvUtilsBytesTest::readerRefusesWhatItCannotBack_data()
-{
-    QTest::addColumn<Bytes>("bytes");
-    QTest::newRow("nothing") << Bytes();
-    QTest::newRow("15 bytes") << header({0, 0, 0}, 3);
-    QTest::newRow("one byte missing") << header({16, 2, 3, 3}, 17);
-    QTest::newRow("negative rows") << header({0, -1, 3, 1}, 64);
-    QTest::newRow("both negative") << header({0, -2, -3, 1}, 64);
-    QTest::newRow("type beyond its bits") << header({0x1000, 1, 1, 1}, 64);
-    QTest::newRow("negative type") << header({-1, 1, 1, 1}, 64);
-    QTest::newRow("wraps to no bytes") << header({4094, 1 << 22, 1 << 30, 512}, 64);
-    QTest::newRow("largest") << header({4094, INT_MAX, INT_MAX, 512}, 64);
+    QCOMPARE(CvUtils::serializeMat(cv::Mat()), header({0, 0, 0, 1}));
+    QCOMPARE(CvUtils::serializeMat(cv::Mat(2, 3, CV_8UC3, cv::Scalar())),
+             header({16, 2, 3, 3}, 18));
+    const cv::Mat empty = CvUtils::deserializeMat(header({4094, 0, INT_MAX, 512}));
+    QVERIFY(empty.type() == CV_64FC(512) && empty.size() == cv::Size(INT_MAX, 0));
 }
 
 void CvUtilsBytesTest::readerRefusesWhatItCannotBack()
 {
-    QFETCH(Bytes, bytes);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^deserializeMat: "));
-    const cv::Mat mat = CvUtils::deserializeMat(bytes);
-    QVERIFY(mat.empty() && mat.rows == 0 && mat.type() == 0);
-}
-
-void CvUtilsBytesTest::textIsThatOfTheStandard_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("text");
-    // RFC 4648, section 10.
-    const char* const texts[] = {"", "Zg==", "Zm8=", "Zm9v", "Zm9vYg==", "Zm9vYmE=", "Zm9vYmFy"};
-    for (int length = 0; length < 7; ++length)
-        QTest::addRow("foobar to %d", length)
-            << QByteArray("foobar").left(length) << QByteArray(texts[length]);
-    QTest::newRow("a header") << arrayOf(header({16, 2, 3, 3}))
-                              << QByteArray("EAAAAAIAAAADAAAAAwAAAA==");
+    // Too short, negative, types beyond their bits, 2^64 bytes.
+    for (const Bytes& bytes :
+         {Bytes(), header({0, 0, 0}, 3), header({16, 2, 3, 3}, 17), header({0, -1, 3, 1}, 64),
+          header({0, -2, -3, 1}, 64), header({0x1000, 1, 1, 1}, 64), header({-1, 1, 1, 1}, 64),
+          header({4094, 1 << 22, 1 << 30, 512}, 64)}) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^deserializeMat: "));
+        const cv::Mat mat = CvUtils::deserializeMat(bytes);
+        QVERIFY(mat.empty() && mat.rows == 0 && mat.type() == 0);
+    }
 }
 
 void CvUtilsBytesTest::textIsThatOfTheStandard()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QByteArray, text);
-    QCOMPARE(CvUtils::base64Encode(bytesOf(bytes)), text.toStdString());
-    QCOMPARE(CvUtils::base64Decode(text.toStdString()), bytesOf(bytes));
-    text.replace('=', "");
-    QCOMPARE(CvUtils::base64Decode(text.toStdString()), bytesOf(bytes));
-}
-
-void CvUtilsBytesTest::randomBytesAgreeWithQt()
-{
+    // RFC 4648, section 10.
+    const std::string texts[] = {"", "Zg==", "Zm8=", "Zm9v", "Zm9vYg==", "Zm9vYmE=", "Zm9vYmFy"};
+    for (int length = 0; length < 7; ++length)
+        QCOMPARE(CvUtils::base64Encode(bytesOf(QByteArray("foobar").left(length))), texts[length]);
     std::mt19937 random(1);
     for (std::size_t length = 0; length < 9300; length += length < 100 ? 1 : 97) {
-        Bytes bytes(length);
-        std::generate(bytes.begin(), bytes.end(), [&random] { return (unsigned char)(random()); });
-        const std::string text = CvUtils::base64Encode(bytes);
-        QCOMPARE(text, arrayOf(bytes).toBase64().toStdString());
-        QCOMPARE(CvUtils::base64Decode(text), bytes);
+        QByteArray bytes(qsizetype(length), '\0');
+        std::generate(bytes.begin(), bytes.end(), [&random] { return char(random()); });
+        const std::string text = CvUtils::base64Encode(bytesOf(bytes));
+        QCOMPARE(text, bytes.toBase64().toStdString());
+        QCOMPARE(CvUtils::base64Decode(text), bytesOf(bytes));
+        QCOMPARE(CvUtils::base64Decode(text.substr(0, text.find('='))), bytesOf(bytes));
     }
 }
 
 void CvUtilsBytesTest::anyOtherCharacterEndsTheDecoding()
 {
-    const QByteArray text = arrayOf(Bytes(3200, 0x5B)).toBase64();
+    const std::string text = QByteArray(3200, 0x5B).toBase64().toStdString();
     // Near the beginning, and around the place where a block of the decoder ends.
-    for (const int from : {0, 4090}) {
-        for (int place = from; place < from + 10; ++place) {
-            for (int character = 0; character < 256; ++character) {
-                QByteArray changed = text;
-                changed[place] = char(character);
-                QCOMPARE(arrayOf(CvUtils::base64Decode(changed.toStdString())),
-                         decodedByQt(changed));
-            }
+    for (const std::size_t from : {0u, 4090u}) {
+        for (int i = 0; i < 10 * 256; ++i) {
+            std::string changed = text;
+            changed[from + std::size_t(i / 256)] = char(i % 256);
+            QCOMPARE(CvUtils::base64Decode(changed), decodedByQt(changed));
         }
     }
 }
@@ -185,8 +125,6 @@ void CvUtilsBytesTest::listHoldsRowsOfFloats()
     const auto row = [](float a, float b) { return QVariant(QVariantList{a, b}); };
     QCOMPARE(CvUtils::matToList(asView(numbered(2, 2, CV_32FC1))),
              QVariantList({row(0, 1), row(10, 11)}));
-    QCOMPARE(CvUtils::matToList(cv::Mat(2, 0, CV_32FC1)),
-             QVariantList(2, QVariant(QVariantList())));
     const int cube[] = {2, 2, 2};
     QCOMPARE(CvUtils::matToList(cv::Mat(3, cube, CV_32FC1)), QVariantList());
     for (const int type : {CV_32FC3, CV_8UC1}) {
