@@ -46,7 +46,7 @@ void Workbench::shell(const QString& command)
 
 float Workbench::sampleAt(int x, int y, int c)
 {
-    auto bits = unsigned(x * 73856093) ^ unsigned(y * 19349663) ^ unsigned(c * 83492791);
+    auto bits = unsigned(x) * 73856093U ^ unsigned(y) * 19349663U ^ unsigned(c) * 83492791U;
     bits = (bits ^ (bits >> 13)) * 0x5bd1e995U;
     return float(bits >> 24) / 255.0F;
 }
