@@ -12,6 +12,9 @@ ApplicationWindow {
 
     required property WorkbenchModel photographs
     readonly property PhotographRow selected: list.currentItem as PhotographRow
+    readonly property size pixels: root.selected?.pixels ?? Qt.size(-1, -1)
+    readonly property real brushShare: Library.brushShare(bar.brushSize, root.pixels)
+    property bool isDark: osUtils.darkMode()
 
     function summary(): string {
         const done = root.photographs.finished + " of " + root.photographs.count + " done";
@@ -26,19 +29,42 @@ ApplicationWindow {
     visible: true
     color: palette.window
     palette {
-        window: "#1f2123"
-        windowText: "#e6e6e6"
-        base: "#282a2d"
-        text: "#e6e6e6"
-        highlight: "#3d6ea8"
-        mid: "#3a3d41"
-        midlight: "#3a3d41"
+        window: root.isDark ? "#1f2123" : "#f7f7f8"
+        windowText: root.isDark ? "#e6e6e6" : "#1f2123"
+        base: root.isDark ? "#282a2d" : "#ececee"
+        text: root.isDark ? "#e6e6e6" : "#1f2123"
+        button: root.isDark ? "#33363a" : "#e0e1e4"
+        buttonText: root.isDark ? "#e6e6e6" : "#1f2123"
+        light: root.isDark ? "#3a3d41" : "#dcdde0"
+        highlight: root.isDark ? "#3d6ea8" : "#b9d3f2"
+        highlightedText: root.isDark ? "#ffffff" : "#1f2123"
+        mid: root.isDark ? "#3a3d41" : "#dcdde0"
+        midlight: root.isDark ? "#3a3d41" : "#dcdde0"
         dark: "#5b8fd0"
-        placeholderText: "#9a9fa5"
+        placeholderText: root.isDark ? "#9a9fa5" : "#62666c"
+    }
+    onActiveChanged: {
+        if (root.active)
+            root.isDark = osUtils.darkMode(); // it may have changed meanwhile
+    }
+    header: DesktopBar {
+        id: bar
+
+        photographs: root.photographs
+        desktop: osUtils
+        output: root.selected?.output ?? ""
+        onPasted: first => {
+            list.follows = true;
+            list.currentIndex = first;
+        }
     }
 
     NImageUtils {
         id: files
+    }
+
+    OSUtils {
+        id: osUtils
     }
 
     RowLayout {
@@ -119,6 +145,7 @@ ApplicationWindow {
                     title: "Before"
                     path: root.selected?.path ?? ""
                     note: root.selected?.upright ?? ""
+                    brushShare: root.brushShare
                 }
 
                 PictureView {
@@ -128,12 +155,23 @@ ApplicationWindow {
                     title: "After"
                     path: root.selected?.output ?? ""
                     note: root.selected?.outputSize ?? ""
+                    brushShare: root.brushShare
                 }
             }
 
             FactList {
                 Layout.fillWidth: true
                 photograph: root.selected
+            }
+
+            Loader { // the monitor is asked when its colour space is to be seen
+                Layout.fillWidth: true
+                active: bar.showsMachine
+                visible: active
+                sourceComponent: MachinePanel {
+                    desktop: osUtils
+                    pixels: root.pixels
+                }
             }
         }
     }

@@ -15,6 +15,7 @@ ItemDelegate { // one photograph in the list, and everything known about it
     required property string detail
     required property string stored
     required property string upright
+    required property size pixels
     required property string grey
     required property string noise
     required property string output
@@ -56,7 +57,7 @@ ItemDelegate { // one photograph in the list, and everything known about it
         Label {
             text: root.stageText
             opacity: 0.8
-            color: root.stage === WorkbenchModel.Failed ? "#ff8a80" : root.palette.windowText
+            color: root.stage === WorkbenchModel.Failed ? (root.palette.window.hslLightness < 0.5 ? "#ff8a80" : "#b3261e") : root.palette.windowText
         }
     }
 }

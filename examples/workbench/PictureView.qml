@@ -11,6 +11,7 @@ ColumnLayout { // a picture under its title; empty while there is no file
     required property string title
     required property string path
     required property string note
+    required property real brushShare // how wide the brush is, as a part of the width of the picture
 
     spacing: 6
 
@@ -30,6 +31,7 @@ ColumnLayout { // a picture under its title; empty while there is no file
         Layout.fillWidth: true
         Layout.fillHeight: true
         color: "#151617"
+        clip: true
 
         Image {
             id: picture
@@ -42,6 +44,24 @@ ColumnLayout { // a picture under its title; empty while there is no file
             source: root.path === "" ? "" : "image://photograph/" + encodeURIComponent(root.path)
             sourceSize.width: 1600
             sourceSize.height: 1600
+
+            HoverHandler {
+                id: pointer
+
+                enabled: picture.status === Image.Ready
+                cursorShape: Qt.CrossCursor
+            }
+
+            Rectangle { // the brush
+                x: pointer.point.position.x - width / 2
+                y: pointer.point.position.y - height / 2
+                width: root.brushShare * picture.paintedWidth
+                height: width
+                radius: width / 2
+                visible: pointer.hovered
+                color: "#30ffffff"
+                border.color: "#ffffff"
+            }
         }
 
         BusyIndicator {

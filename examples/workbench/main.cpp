@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "headless.h"
+#include "machine.h"
 #include "messages.h"
 #include "options.h"
 #include "sources.h"
@@ -73,9 +74,12 @@ std::optional<int> answer(const CommandLine& line)
     else if (!line.error.isEmpty())
         Terminal::printError(
             QStringLiteral("imageutils-workbench: %1 (see --help)").arg(line.error));
+    else if (line.wantsMachine)
+        for (const QString& text : line.options.json ? QStringList(machineJson()) : machineText())
+            Terminal::printLine(text);
     else
         return {};
-    return line.wantsHelp || line.wantsVersion ? 0 : wrongUsage;
+    return line.wantsHelp || line.wantsVersion || line.error.isEmpty() ? 0 : wrongUsage;
 }
 
 } // namespace
@@ -89,10 +93,11 @@ int main(int argc, char** argv)
     Messages::install(line.options.verbose);
 
     const bool isWindowed = line.error.isEmpty() && !line.wantsHelp && !line.wantsVersion &&
-                            !line.options.headless && hasDisplay();
+                            !line.wantsMachine && !line.options.headless && hasDisplay();
     const std::unique_ptr<QCoreApplication> application(
         isWindowed ? new QGuiApplication(argc, argv) : new QCoreApplication(argc, argv));
     QCoreApplication::setApplicationName(QStringLiteral("imageutils-workbench"));
+    QCoreApplication::setOrganizationName(QStringLiteral("imageutils")); // of its settings
     if (const std::optional<int> status = answer(line))
         return *status;
 

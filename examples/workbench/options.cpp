@@ -66,6 +66,9 @@ void describe(QCommandLineParser& parser)
          text("Refuse files whose header claims more than N megapixels (default: 250). Decoding "
               "takes some 55 bytes of memory per pixel."),
          text("N"), text("250")},
+        {text("machine"),
+         text("Print the facts of this machine, with --json as one line of JSON, and take no "
+              "photographs.")},
         {text("json"),
          text("Print one line of JSON per photograph instead of a table; implies --headless.")},
         {text("headless"), text("Show no window, even with a display.")},
@@ -139,6 +142,7 @@ CommandLine readCommandLine(const QStringList& arguments)
     };
     line.wantsHelp = isSet("help") || isSet("help-all");
     line.wantsVersion = isSet("version");
+    line.wantsMachine = isSet("machine");
 
     Reader reader(parser, line.error);
     Options& options = line.options;

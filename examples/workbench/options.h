@@ -39,6 +39,7 @@ struct CommandLine
     QString error;             ///< what is wrong with it, empty when nothing is
     bool wantsHelp = false;    ///< helpText() was asked for
     bool wantsVersion = false; ///< name and version were asked for
+    bool wantsMachine = false; ///< the facts of the machine were asked for
 };
 
 /// Reads `arguments`, of which the first is the program's name. Needs no application object.

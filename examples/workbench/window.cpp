@@ -4,8 +4,28 @@
 #include "photographprovider.h"
 #include "workbenchmodel.h"
 
+#include <imageutils/osutils.h>
+
+#include <QtCore/QSettings>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
+
+namespace {
+
+QString geometryKey() { return QStringLiteral("window/geometry"); }
+
+/// Puts the window where it was at the end of the run before, unless no screen is there any more.
+void restoreGeometry(OSUtils& desktop)
+{
+    const QRect geometry = QSettings().value(geometryKey()).toRect();
+    if (!geometry.isEmpty())
+        desktop.setGeometry(geometry);
+}
+
+/// Settings that cannot be written are no failure: the next window opens at its usual place.
+void keepGeometry(OSUtils& desktop) { QSettings().setValue(geometryKey(), desktop.geometry()); }
+
+} // namespace
 
 int runWindow(const Options& options, const QList<Source>& sources)
 {
@@ -18,7 +38,10 @@ int runWindow(const Options& options, const QList<Source>& sources)
     engine.load(QUrl(QStringLiteral("qrc:/qml/Workbench/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return 1; // the engine has said why
+    OSUtils desktop;
+    restoreGeometry(desktop);
     model.start();
     QGuiApplication::exec();
+    keepGeometry(desktop);
     return model.failed() > 0 ? 1 : 0;
 }

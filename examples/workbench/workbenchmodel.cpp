@@ -4,6 +4,8 @@
 #include "report.h"
 #include "terminal.h"
 
+#include <QtCore/QFileInfo>
+
 #include <cmath>
 
 namespace {
@@ -14,6 +16,7 @@ enum Role {
     DetailRole,
     StoredRole,
     UprightRole,
+    PixelsRole,
     GreyRole,
     NoiseRole,
     OutputRole,
@@ -39,8 +42,7 @@ QString timesText(const JobResult& result)
 WorkbenchModel::WorkbenchModel(const Options& options, const QList<Source>& sources)
     : m_options(options)
 {
-    for (const Source& source : sources)
-        m_entries.append({source, State::Waiting, Step::Header, {}});
+    append(sources);
 }
 
 void WorkbenchModel::start()
@@ -48,12 +50,45 @@ void WorkbenchModel::start()
     m_worker = std::jthread([this](const std::stop_token& stop) { work(stop); });
 }
 
-/// On the worker: reads what does not change, and leaves every change to the thread of the window.
+void WorkbenchModel::append(const QList<Source>& sources)
+{
+    const std::lock_guard lock(m_mutex);
+    for (const Source& source : sources) {
+        m_tasks.push_back({count(), source});
+        m_entries.append({source, State::Waiting, Step::Header, {}});
+    }
+}
+
+void WorkbenchModel::add(const QStringList& paths)
+{
+    const QList<Source> sources = findSources(paths, {}, m_options.outputFolder);
+    if (sources.isEmpty())
+        return;
+    beginInsertRows({}, count(), count() + int(sources.size()) - 1);
+    append(sources);
+    endInsertRows();
+    m_hasTask.notify_one();
+    Q_EMIT progressed();
+}
+
+/// On the worker: waits for a photograph; nothing when the work is to end.
+std::optional<WorkbenchModel::Task> WorkbenchModel::nextTask(const std::stop_token& stop)
+{
+    std::unique_lock lock(m_mutex);
+    m_hasTask.wait(lock, stop, [this] { return !m_tasks.empty(); });
+    if (stop.stop_requested())
+        return {};
+    const Task task = m_tasks.front();
+    m_tasks.pop_front();
+    return task;
+}
+
+/// On the worker: leaves every change of the entries to the thread of the window.
 void WorkbenchModel::work(const std::stop_token& stop)
 {
-    for (int row = 0; row < count() && !stop.stop_requested(); ++row) {
-        const Source& source = m_entries.at(row).source;
-        const auto onStep = [this, row](Step step) {
+    while (const std::optional<Task> task = nextTask(stop)) {
+        const auto& [row, source] = *task;
+        const auto onStep = [this, row = row](Step step) {
             QMetaObject::invokeMethod(
                 this, [this, row, step] { showStep(row, step); }, Qt::QueuedConnection);
         };
@@ -63,7 +98,7 @@ void WorkbenchModel::work(const std::stop_token& stop)
         else
             result.failure = source.refusal;
         QMetaObject::invokeMethod(
-            this, [this, row, result] { showResult(row, result); }, Qt::QueuedConnection);
+            this, [this, row = row, result] { showResult(row, result); }, Qt::QueuedConnection);
     }
 }
 
@@ -96,6 +131,11 @@ void WorkbenchModel::changed(int row)
     Q_EMIT progressed();
 }
 
+QString WorkbenchModel::outputFolder() const
+{
+    return QFileInfo(m_options.outputFolder).absoluteFilePath();
+}
+
 int WorkbenchModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : count();
@@ -120,6 +160,8 @@ QVariant WorkbenchModel::data(const QModelIndex& index, int role) const
         return sizeText(result.storedSize);
     case UprightRole:
         return sizeText(result.size);
+    case PixelsRole:
+        return QSizeF(result.size); // the only size that QML has
     case GreyRole:
         return answerText(result.isGrey);
     case NoiseRole:
@@ -139,8 +181,10 @@ QVariant WorkbenchModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> WorkbenchModel::roleNames() const
 {
-    return {{PathRole, "path"},     {StateRole, "stage"},     {DetailRole, "detail"},
-            {StoredRole, "stored"}, {UprightRole, "upright"}, {GreyRole, "grey"},
-            {NoiseRole, "noise"},   {OutputRole, "output"},   {OutputSizeRole, "outputSize"},
-            {CameraRole, "camera"}, {TimesRole, "times"}};
+    return {{PathRole, "path"},       {StateRole, "stage"},
+            {DetailRole, "detail"},   {StoredRole, "stored"},
+            {UprightRole, "upright"}, {PixelsRole, "pixels"},
+            {GreyRole, "grey"},       {NoiseRole, "noise"},
+            {OutputRole, "output"},   {OutputSizeRole, "outputSize"},
+            {CameraRole, "camera"},   {TimesRole, "times"}};
 }
