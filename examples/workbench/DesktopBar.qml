@@ -14,10 +14,10 @@ ToolBar { // what the window does together with the desktop
     required property OSUtils desktop
     required property string output // of the photograph that is shown; empty while there is none
     property string message
-    readonly property alias showsMachine: machine.checked
     readonly property alias brushSize: brush.value
 
     signal pasted(first: int)
+    signal machineWanted
 
     function paste(): void {
         const first = root.photographs.count;
@@ -64,10 +64,8 @@ ToolBar { // what the window does together with the desktop
         }
 
         ToolButton {
-            id: machine
-
             text: "Machine"
-            checkable: true
+            onClicked: root.machineWanted()
         }
 
         Label {
@@ -98,6 +96,7 @@ ToolBar { // what the window does together with the desktop
 
     Shortcut {
         sequences: ["Ctrl+Q"]
+        context: Qt.ApplicationShortcut // over an open panel, too
         onActivated: Qt.quit()
     }
 }

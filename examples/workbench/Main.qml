@@ -41,6 +41,7 @@ ApplicationWindow {
         mid: root.isDark ? "#3a3d41" : "#dcdde0"
         midlight: root.isDark ? "#3a3d41" : "#dcdde0"
         dark: "#5b8fd0"
+        shadow: root.isDark ? "#151617" : "#d4d6d9"
         placeholderText: root.isDark ? "#9a9fa5" : "#62666c"
     }
     onActiveChanged: {
@@ -53,6 +54,7 @@ ApplicationWindow {
         photographs: root.photographs
         desktop: osUtils
         output: root.selected?.output ?? ""
+        onMachineWanted: machine.open()
         onPasted: first => {
             list.follows = true;
             list.currentIndex = first;
@@ -65,6 +67,15 @@ ApplicationWindow {
 
     OSUtils {
         id: osUtils
+    }
+
+    MachinePanel {
+        id: machine
+
+        x: 120
+        width: 420
+        desktop: osUtils
+        pixels: root.pixels
     }
 
     RowLayout {
@@ -162,16 +173,6 @@ ApplicationWindow {
             FactList {
                 Layout.fillWidth: true
                 photograph: root.selected
-            }
-
-            Loader { // the monitor is asked when its colour space is to be seen
-                Layout.fillWidth: true
-                active: bar.showsMachine
-                visible: active
-                sourceComponent: MachinePanel {
-                    desktop: osUtils
-                    pixels: root.pixels
-                }
             }
         }
     }

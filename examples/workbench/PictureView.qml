@@ -30,7 +30,7 @@ ColumnLayout { // a picture under its title; empty while there is no file
     Rectangle {
         Layout.fillWidth: true
         Layout.fillHeight: true
-        color: "#151617"
+        color: root.palette.shadow
         clip: true
 
         Image {
@@ -61,6 +61,14 @@ ColumnLayout { // a picture under its title; empty while there is no file
                 visible: pointer.hovered
                 color: "#30ffffff"
                 border.color: "#ffffff"
+
+                Rectangle { // seen on white, too
+                    anchors.fill: parent
+                    anchors.margins: -1
+                    radius: width / 2
+                    color: "transparent"
+                    border.color: "#80000000"
+                }
             }
         }
 

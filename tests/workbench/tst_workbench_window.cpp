@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "workbench.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QMimeData>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QUrl>
+#include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
@@ -31,6 +37,20 @@ QList<QPair<int, int>> colouredRanges()
     return ranges;
 }
 
+/// Runs xdotool, and returns what it says.
+QByteArray xdotool(const QStringList& commands)
+{
+    QProcess tool;
+    tool.start(QStringLiteral("xdotool"), commands);
+    return tool.waitForFinished() ? tool.readAllStandardOutput() : QByteArray();
+}
+
+/// Runs it on the window of the workbench.
+QByteArray onWindow(const QStringList& commands)
+{
+    return xdotool(QStringList{"search", "--onlyvisible", "--name", "Workbench"} + commands);
+}
+
 } // namespace
 
 class WorkbenchWindowTest : public QObject
@@ -39,6 +59,8 @@ class WorkbenchWindowTest : public QObject
 
 private Q_SLOTS:
     void showsBeforeAndAfter();
+    void pastesFilesAndOpensWhereItWasClosed();
+    void printsTheMachine();
 };
 
 void WorkbenchWindowTest::showsBeforeAndAfter()
@@ -62,6 +84,51 @@ void WorkbenchWindowTest::showsBeforeAndAfter()
     window.terminate();
     QVERIFY(window.waitForFinished());
     QCOMPARE(window.readAll(), QByteArray()); // not a word from QML or the library
+}
+
+void WorkbenchWindowTest::pastesFilesAndOpensWhereItWasClosed()
+{
+    const QTemporaryDir folder;
+    const auto at = [&folder](const char* name) { return folder.filePath(QLatin1String(name)); };
+    Workbench::makePicture(at("a.png"), OIIO::ImageSpec(40, 30, 3, OIIO::TypeDesc::UINT8));
+    QVERIFY(QFile::copy(at("a.png"), at("b c.png")));
+    const auto place = [] { // empty while there is no window
+        const QByteArray geometry = onWindow({"getwindowgeometry", "--shell"});
+        return geometry.mid(geometry.indexOf("X="));
+    };
+    QProcess window;
+    window.start(QStringLiteral(WORKBENCH_PROGRAM), {at("a.png"), "-o", at("out")});
+    QTRY_VERIFY_WITH_TIMEOUT(!place().isEmpty(), 20'000);
+
+    auto* const copied = new QMimeData; // the clipboard's from here on
+    copied->setUrls({QUrl::fromLocalFile(at("b c.png"))});
+    QGuiApplication::clipboard()->setMimeData(copied);
+    onWindow({"windowactivate", "--sync", "windowmove", "--sync", "90", "70", "windowsize",
+              "--sync", "800", "600"});
+    xdotool({"key", "ctrl+v"});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(at("out/b c.tiff")), 20'000);
+    const QByteArray chosen = place();
+    QVERIFY(chosen.contains("WIDTH=800"));
+    xdotool({"key", "ctrl+q"}); // to no window: it would be gone before the key is let go
+    QVERIFY(window.waitForFinished());
+    QCOMPARE(window.exitCode(), 0);
+
+    window.start(QStringLiteral(WORKBENCH_PROGRAM), {at("a.png"), "-o", at("out")});
+    QTRY_COMPARE_WITH_TIMEOUT(place(), chosen, 20'000);
+    window.terminate();
+    QVERIFY(window.waitForFinished());
+}
+
+void WorkbenchWindowTest::printsTheMachine()
+{
+    const Workbench::Run text = Workbench::run({"--machine"});
+    const Workbench::Run json = Workbench::run({"--machine", "--json"});
+    QCOMPARE(json.output.size(), 1);
+    const QJsonObject facts = QJsonDocument::fromJson(json.output.first().toUtf8()).object();
+    QVERIFY(facts["memoryGiB"].toDouble() >= facts["availableGiB"].toDouble());
+    QVERIFY(facts["availableGiB"].toDouble() > 0);
+    QCOMPARE(text.output.value(1).mid(12), facts["processor"].toString());
+    QCOMPARE(text.errors + json.errors, QStringList());
 }
 
 QTEST_MAIN(WorkbenchWindowTest)
