@@ -6,6 +6,7 @@
 
 #include <imageutils/osutils.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QSettings>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
@@ -22,8 +23,13 @@ void restoreGeometry(OSUtils& desktop)
         desktop.setGeometry(geometry);
 }
 
-/// Settings that cannot be written are no failure: the next window opens at its usual place.
-void keepGeometry(OSUtils& desktop) { QSettings().setValue(geometryKey(), desktop.geometry()); }
+/// Settings that cannot be written are no failure: the next window opens at its usual place. A user
+/// without a home has none to write to; Qt would take the root folder.
+void keepGeometry(OSUtils& desktop)
+{
+    if (!QDir::home().isRoot())
+        QSettings().setValue(geometryKey(), desktop.geometry());
+}
 
 } // namespace
 
