@@ -73,9 +73,9 @@ bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool 
 QString failureToWrite(WholeFile& whole, const QImage& image, const OIIO::ImageSpec& header)
 {
     const QString extension = QFileInfo(whole.file().fileName()).suffix();
+    CheckedFile file(whole.file()); // outlives the writer, which may close only as it goes away
     const auto writer = writerFor(extension);
     const std::string path = whole.file().fileName().toStdString();
-    CheckedFile file(whole.file());
     const bool isChecked = writesInto(file, *writer);
     if (std::string_view(writer->format_name()) == "png" && !writer->supports("exif"))
         file.insertAt(pngExifOffset, pngExifChunk(header));
