@@ -6,7 +6,6 @@
 
 #include <climits>
 #include <cmath>
-#include <cstring>
 #include <random>
 
 /// Amounts of storage, and the geometry of brushes and points.

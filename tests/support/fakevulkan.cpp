@@ -4,6 +4,7 @@
 #define VK_NO_PROTOTYPES
 #include <vulkan/vk_icd.h>
 
+#include <cstdio>
 #include <cstring>
 #include <map>
 #include <string>
@@ -41,7 +42,7 @@ static VkResult listDevices(VkInstance, uint32_t* count, Device** devices)
 static void describe(const Device* device, VkPhysicalDeviceProperties* properties)
 {
     properties->deviceType = VkPhysicalDeviceType(device->type);
-    std::strcpy(properties->deviceName, device->name);
+    std::snprintf(properties->deviceName, sizeof properties->deviceName, "%s", device->name);
 }
 
 static void tellMemory(const Device* device, VkPhysicalDeviceMemoryProperties* memory)
