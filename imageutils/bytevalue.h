@@ -40,7 +40,7 @@ public:
 private:
     qint64 toBytes(double value, ByteType type) const;
 
-    double m_value;
+    [[maybe_unused]] double m_value;
     qint64 m_bytes;
-    ByteType m_type;
+    [[maybe_unused]] ByteType m_type;
 };
