@@ -105,11 +105,18 @@ void WorkbenchWindowTest::pastesFilesAndOpensWhereItWasClosed()
     auto* const copied = new QMimeData; // the clipboard's from here on
     copied->setUrls({QUrl::fromLocalFile(at("b c.png"))});
     QGuiApplication::clipboard()->setMimeData(copied);
-    onWindow({"windowactivate", "--sync", "windowmove", "--sync", "90", "70", "windowsize",
-              "--sync", "800", "600"});
+    QByteArray chosen;
+    const auto move = [&] { // a window that is not found stays where it is
+        onWindow(
+            {"windowactivate", "--sync", "windowmove", "90", "70", "windowsize", "800", "600"});
+        chosen = place();
+        return chosen.contains("WIDTH=800");
+    };
+    bool isPlaced = false;
+    QTRY_VERIFY_WITH_TIMEOUT((isPlaced = isPlaced || move()), 20'000);
     xdotool({"key", "ctrl+v"});
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(at("out/b c.tiff")), 20'000);
-    const QByteArray chosen = place();
+    chosen = place();
     QVERIFY(chosen.contains("WIDTH=800"));
     xdotool({"key", "ctrl+q"}); // to no window: it would be gone before the key is let go
     QVERIFY(window.waitForFinished());
