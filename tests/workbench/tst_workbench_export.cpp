@@ -338,24 +338,26 @@ void WorkbenchExportTest::keepsWhatIsUpToDate()
     shell(QString("mkdir '%1' && echo mine > '%2'").arg(in("out"), output));
     const QStringList arguments{source, "-o", in("out"), "--format", format};
     const auto outcome = [](const Run& run) {
-        return QPair(run.output.last(), run.output.value(1).section(QLatin1Char('/'), -1));
+        return std::pair(run.output.last(), run.output.value(1).section(QLatin1Char('/'), -1));
     };
     const QString exportedOne = "1 exported, 0 kept, 0 failed";
     const QString keptOne = "0 exported, 1 kept, 0 failed";
     const QString second = QString("photo-2.") + format;
     const QString third = QString("photo-3.") + format;
 
-    QCOMPARE(outcome(run(arguments)), QPair(exportedOne, second)); // not over the user's own file
-    QCOMPARE(outcome(run(arguments)), QPair(keptOne, second));
-    QCOMPARE(outcome(run(arguments + QStringList{"--scale", "0.5"})), QPair(exportedOne, third));
-    QCOMPARE(outcome(run(arguments)), QPair(keptOne, second));
+    QCOMPARE(outcome(run(arguments)),
+             std::pair(exportedOne, second)); // not over the user's own file
+    QCOMPARE(outcome(run(arguments)), std::pair(keptOne, second));
+    QCOMPARE(outcome(run(arguments + QStringList{"--scale", "0.5"})),
+             std::pair(exportedOne, third));
+    QCOMPARE(outcome(run(arguments)), std::pair(keptOne, second));
     QFile file(source);
     QVERIFY(file.open(QIODevice::ReadWrite));
     QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-3),
                              QFileDevice::FileModificationTime));
     file.close();
     QCOMPARE(outcome(run(arguments)),
-             QPair(exportedOne, QString("photo-4.") + format)); // the source has changed
+             std::pair(exportedOne, QString("photo-4.") + format)); // the source has changed
     QFile mine(output);
     QVERIFY(mine.open(QIODevice::ReadOnly));
     QCOMPARE(mine.readAll(), QByteArray("mine\n"));
