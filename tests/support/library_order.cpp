@@ -97,9 +97,7 @@ SHOWN void operator delete(void* memory, std::size_t) noexcept { std::free(memor
 int main(int argc, char** argv)
 {
     s_path = argc == 2 ? argv[1] : "";
-    // Qt's part comes first and for all to see, so that the functions above find the ones that they
-    // stand before.
-    if (!dlopen("libQt6Qml.so.6", RTLD_NOW | RTLD_GLOBAL) || !dlopen(s_path, RTLD_NOW)) {
+    if (!dlopen(s_path, RTLD_NOW)) {
         std::fprintf(stderr, "%s\n", dlerror());
         return 1;
     }
