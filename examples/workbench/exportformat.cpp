@@ -146,6 +146,9 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
     dropTechnicalMetadata(spec, layout.isGrey);
     if (isOneOf(writer, {"tiff"}))
         helpTiffWriter(spec);
+    if (isOneOf(writer,
+                {"pnm"})) // OpenImageIO 2.5 begins with the bottom row, as in files of floats
+        spec.attribute("pnm:pfmflip", 0);
     spec.attribute("Orientation", 1);
     if (spec.find_attribute("Exif:PixelXDimension")) {
         spec.attribute("Exif:PixelXDimension", size.width());
