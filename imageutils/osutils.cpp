@@ -5,6 +5,7 @@
 #include <imageutils/showfile_p.h>
 #include <imageutils/winutils.h>
 
+#include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QDebug>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -280,8 +281,12 @@ void OSUtils::alert()
 {
     if (!guiAvailable("alert"))
         return;
-    if (QWindow* window = QGuiApplication::allWindows().value(0))
+    if (QWindow* window = QGuiApplication::allWindows().value(0)) {
         window->alert(0);
+        // Qt has only buffered the request; an idle program would keep it until something else
+        // wakes it.
+        QAbstractEventDispatcher::instance()->wakeUp();
+    }
 }
 
 bool OSUtils::darkMode() { return !guiAvailable("darkMode") || !isLightScheme(); }

@@ -89,7 +89,7 @@ static bool hasEnded(QProcess& process)
 {
     if (!QCoreApplication::instance())
         return process.waitForFinished();
-    return QSignalSpy(&process, &QProcess::finished).wait(9000);
+    return QSignalSpy(&process, &QProcess::finished).wait(60000);
 }
 
 void OSUtilsTest::add(const QString& line)
@@ -158,6 +158,11 @@ void OSUtilsTest::makeApplication(const QString& kind)
 void OSUtilsTest::makeWindow(const QString& name, const QString& place)
 {
     std::unique_ptr<QWindow>& window = m_windows[name];
+    if (place.isEmpty()) {
+        window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        return;
+    }
     window = std::make_unique<QRasterWindow>();
     window->setTitle(name);
     window->setGeometry(argument(QMetaType::fromType<QRect>(), place.section(' ', 0, 0)).toRect());
