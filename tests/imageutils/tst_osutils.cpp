@@ -160,16 +160,17 @@ void OSUtilsTest::makeWindow(const QString& name, const QString& place)
     std::unique_ptr<QWindow>& window = m_windows[name];
     if (place.isEmpty()) {
         window->requestActivate();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
-        return;
-    }
-    window = std::make_unique<QRasterWindow>();
-    window->setTitle(name);
-    window->setGeometry(argument(QMetaType::fromType<QRect>(), place.section(' ', 0, 0)).toRect());
-    if (!place.endsWith("hidden")) {
+    } else {
+        window = std::make_unique<QRasterWindow>();
+        window->setTitle(name);
+        window->setGeometry(
+            argument(QMetaType::fromType<QRect>(), place.section(' ', 0, 0)).toRect());
+        if (place.endsWith("hidden"))
+            return;
         window->show();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
     }
+    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    QTRY_COMPARE(QGuiApplication::focusWindow(), window.get());
 }
 
 void OSUtilsTest::makeOSUtils()
