@@ -54,12 +54,16 @@ private Q_SLOTS:
 static QString places(QString text, bool toNames)
 {
     static const QRegularExpression digest("(?<=Clipboard_)[0-9a-f]{32}");
+    static const QRegularExpression colors(
+        "QColorSpace\\((?:QColorSpace::(?!Primaries)(\\w+))?.*\\)$");
     const std::pair<QString, QString> names[] = {{"$TMPDIR", qEnvironmentVariable("TMPDIR")},
                                                  {"$HERE", QDir::currentPath()},
                                                  {"$HOME", QDir::homePath()}};
     for (const auto& [name, place] : names)
         text.replace(toNames ? place : name, toNames ? name : place);
-    return toNames ? text.replace(digest, "DIGEST") : text;
+    if (toNames) // a colour space by its name alone: the rest differs between versions of Qt
+        text.replace(digest, "DIGEST").replace(colors, "QColorSpace::\\1");
+    return text;
 }
 
 static QString textOf(const QVariant& value)
@@ -240,6 +244,12 @@ void OSUtilsTest::perform(const QString& command, const QString& name, const QSt
     } else if (command == "cursor") {
         const QCursor* cursor = QGuiApplication::overrideCursor();
         m_lines.last() = "cursor " + (cursor ? textOf(cursor->hotSpot()) : "none");
+    } else if (command == "profile") {
+        const bool isAdobe = name == "AdobeRgb";
+        QFile file(rest);
+        QVERIFY(file.open(QFile::WriteOnly));
+        file.write(
+            QColorSpace(isAdobe ? QColorSpace::AdobeRgb : QColorSpace::DisplayP3).iccProfile());
     } else if (command == "application") {
         makeApplication(name);
     } else if (command == "window") {
@@ -280,8 +290,8 @@ void OSUtilsTest::plays_data()
 void OSUtilsTest::plays()
 {
     QFETCH(QStringList, lines);
-    static const QRegularExpression command(
-        "^(>>?|[$&?]|set|fatal|hash|same|cursor|application|window|palette) ([^ ]+) ?(.*)$");
+    static const QRegularExpression command("^(>>?|[$&?]|set|fatal|hash|same|cursor|application|"
+                                            "window|palette|profile) ([^ ]+) ?(.*)$");
     if (!m_application && !lines[0].startsWith("application"))
         makeApplication("gui");
     for (const QString& line : lines) {
