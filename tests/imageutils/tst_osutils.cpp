@@ -55,7 +55,7 @@ static QString places(QString text, bool toNames)
 {
     static const QRegularExpression digest("(?<=Clipboard_)[0-9a-f]{32}");
     static const QRegularExpression colors(
-        "QColorSpace\\((?:QColorSpace::(?!Primaries)(\\w+))?.*\\)$");
+        "QColorSpace\\((?:QColorSpace::(?!Primaries|ColorModel)(\\w+))?.*\\)$");
     const std::pair<QString, QString> names[] = {{"$TMPDIR", qEnvironmentVariable("TMPDIR")},
                                                  {"$HERE", QDir::currentPath()},
                                                  {"$HOME", QDir::homePath()}};
