@@ -2,13 +2,13 @@
 #include <imageutils/cvutils.h>
 
 #include <imageutils/cvutils_p.h>
+#include <imageutils/picturewriter.h>
 
 #include <timing/elapsedtime.h>
 
 #include <QtCore/QDebug>
 #include <QtCore/QFileInfo>
 
-#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -480,9 +480,15 @@ void CvUtils::imwrite(const QString& path, const cv::Mat& mat, int colorConversi
         qCritical() << "imwrite: path holds a null character:" << path;
         return;
     }
+    std::string error;
+    WritePicturePart* const write = pictureWriter(error);
+    if (!write) {
+        qCritical() << "imwrite: OpenCV's codecs cannot be loaded:" << error.c_str();
+        return;
+    }
     cv::Mat working;
     cv::resize(mat, working, cv::Size(), double(scale), double(scale), cv::INTER_LINEAR);
     working.convertTo(working, CV_8UC3, double(alpha), double(beta));
     cv::cvtColor(working, working, colorConversion);
-    cv::imwrite(path.toStdString(), working);
+    write(path.toStdString(), working);
 }

@@ -4,6 +4,7 @@
 #include <imageutils/cvutils.h>
 #include <imageutils/cvutils_p.h>
 #include <imageutils/imageheader.h>
+#include <platform/filestate.h>
 
 #include <baseutils/baseutils.h>
 
@@ -18,8 +19,32 @@
 
 namespace {
 
-/// Orientations 5 to 8 of the Exif standard show the picture after a quarter turn.
-bool isQuarterTurn(int orientation) { return orientation >= 5 && orientation <= 8; }
+/// When a file changed, and whether something is there that is none.
+struct FileStamp
+{
+    QDateTime changed; ///< invalid where nothing is there
+    bool isNoRegularFile = false;
+};
+
+/// The stamp by one question of our own, where the system is known, and with it the time that
+/// `QFileInfo` gives: it asks for the same, but takes three times as long.
+FileStamp stampOf(const QString& path, const std::string& utf8Path)
+{
+    using Kind = Platform::FileState::Kind;
+    const Platform::FileState state = Platform::fileState(utf8Path.c_str());
+    switch (state.kind) {
+    case Kind::Missing:
+        return {};
+    case Kind::Regular:
+    case Kind::Other:
+        return {QDateTime::fromMSecsSinceEpoch(state.changedMs, Qt::UTC),
+                state.kind == Kind::Other};
+    case Kind::Unknown:
+        break;
+    }
+    const QFileInfo file(path);
+    return {file.fileTime(QFileDevice::FileMetadataChangeTime), file.exists() && !file.isFile()};
+}
 
 /// Formats that are slow to open: a thumbnail is worth its while at any size.
 bool isAlwaysThumbnailed(const QString& suffix)
@@ -131,26 +156,26 @@ QSize NImageUtils::imageSize(const QString& path)
     if (path.contains(QChar(u'\0'))) // the system would take the name before it
         return refuse("path holds a null character");
 
-    const QFileInfo file(path);
-    const QDateTime fileTime = file.fileTime(QFileDevice::FileMetadataChangeTime);
+    const std::string utf8Path = path.toStdString();
+    const FileStamp file = stampOf(path, utf8Path);
     if (imageCacheContains(path)) {
         const QMutexLocker lock(&s_imageSizeMutex);
         const NSizeInfo* cached = s_imageSizeCache.object(path); // null when evicted since
-        if (cached && cached->fileTime >= fileTime)
+        if (cached && cached->fileTime >= file.changed)
             return cached->size;
     }
 
-    if (file.exists() && !file.isFile()) // reading a pipe or a device might never end
+    if (file.isNoRegularFile) // reading a pipe or a device might never end
         return refuse("not a regular file");
     std::string error;
-    const std::optional<ImageHeader> header = readImageHeader(path.toStdString(), error);
+    const std::optional<ImageHeader> header = readImageHeader(utf8Path, error);
     if (!header)
         return refuse(error);
 
     QSize size(header->width, header->height);
-    if (isQuarterTurn(header->orientation))
+    if (header->turned)
         size.transpose();
-    imageCacheInsert(path, new NSizeInfo{size, fileTime});
+    imageCacheInsert(path, new NSizeInfo{size, file.changed});
     return size;
 }
 

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// HEIC and AVIF through libheif, which needs no more than the boxes before the pixels. Sizes come
+// turned already.
+#include <imageutils/imageutils_export.h>
+#include <imageutils/parts/headerpart.h>
+#include <imageutils/parts/orientation.h>
+
+#include <libheif/heif.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <ios>
+#include <memory>
+#include <vector>
+
+namespace {
+
+struct Release
+{
+    void operator()(heif_context* context) const { heif_context_free(context); }
+    void operator()(heif_image_handle* image) const { heif_image_handle_release(image); }
+};
+
+bool isOk(const heif_error& error) { return error.code == heif_error_Ok; }
+
+/// A file as libheif is to see it: as long as its boxes say, though it may be cut off, and with
+/// zeros in place of pixels, which some versions read although they only serve decoding.
+class HeaderOf
+{
+public:
+    explicit HeaderOf(std::streambuf& file) : m_file(file)
+    {
+        m_size = std::streamoff(file.pubseekoff(0, std::ios_base::end, std::ios_base::in));
+        m_claimedSize = std::min(claimedSize(), m_size + mostMissing);
+    }
+
+    std::int64_t position() const { return m_position; }
+    std::int64_t claimedEnd() const { return m_claimedSize; }
+    void seek(std::int64_t position) { m_position = position; }
+
+    bool read(char* bytes, std::int64_t size)
+    {
+        if (size < 0 || m_position < 0 || size > m_claimedSize - m_position)
+            return false;
+        const std::int64_t there = size >= leastPixels ? 0 : std::min(size, m_size - m_position);
+        if (there > 0 && (m_file.pubseekpos(m_position) < 0 || m_file.sgetn(bytes, there) != there))
+            return false;
+        std::fill(bytes + std::max<std::int64_t>(there, 0), bytes + size, '\0');
+        m_position += size;
+        return true;
+    }
+
+private:
+    static constexpr std::int64_t leastPixels = 1 << 18; // no block of Exif or XMP is as long
+    static constexpr std::int64_t mostMissing = 1 << 26; // that libheif may ask memory for
+
+    /// Where the last box ends.
+    std::int64_t claimedSize() const
+    {
+        std::int64_t end = 0;
+        while (end < m_size) {
+            const std::int64_t size = boxSize(end);
+            if (size < 8 || size > INT64_MAX - end)
+                return m_size; // it ends with the file, or is none
+            end += size;
+        }
+        return end;
+    }
+
+    /// The size that the box at `position` gives itself; 0 where it gives none.
+    std::int64_t boxSize(std::int64_t position) const
+    {
+        std::array<char, 16> start = {};
+        if (m_file.pubseekpos(position) < 0 || m_file.sgetn(start.data(), start.size()) < 8)
+            return 0;
+        const auto number = [&start](std::size_t first, std::size_t count) {
+            std::uint64_t value = 0;
+            for (std::size_t i = first; i < first + count; ++i)
+                value = value << 8 | static_cast<unsigned char>(start[i]);
+            return std::int64_t(value);
+        };
+        const std::int64_t size = number(0, 4);
+        return size == 1 ? number(8, 8) : size; // 1: the size is a long one, after the type
+    }
+
+    std::streambuf& m_file;
+    std::int64_t m_size = 0;
+    std::int64_t m_claimedSize = 0;
+    std::int64_t m_position = 0;
+};
+
+HeaderOf& headerOf(void* data) { return *static_cast<HeaderOf*>(data); }
+
+int64_t position(void* data) { return headerOf(data).position(); }
+
+int read(void* bytes, std::size_t size, void* data)
+{
+    return headerOf(data).read(static_cast<char*>(bytes), std::int64_t(size)) ? 0 : 1;
+}
+
+int seek(int64_t position, void* data)
+{
+    headerOf(data).seek(position);
+    return 0;
+}
+
+heif_reader_grow_status waitForSize(int64_t size, void* data)
+{
+    return size <= headerOf(data).claimedEnd() ? heif_reader_grow_status_size_reached
+                                               : heif_reader_grow_status_size_beyond_eof;
+}
+
+constexpr heif_reader reader = {1, position, read, seek, waitForSize};
+
+bool isOfKnownType(std::streambuf& file)
+{
+    std::array<std::uint8_t, 12> start = {};
+    return file.sgetn(reinterpret_cast<char*>(start.data()), start.size()) == start.size() &&
+           heif_check_filetype(start.data(), int(start.size())) != heif_filetype_no;
+}
+
+} // namespace
+
+extern "C" IMAGEUTILS_EXPORT ReadHeaderPart imageutilsPart;
+
+bool imageutilsPart(std::streambuf& file, ImageHeader& header)
+{
+    if (!isOfKnownType(file))
+        return false;
+    HeaderOf bytes(file);
+    const std::unique_ptr<heif_context, Release> context(heif_context_alloc());
+    if (!isOk(heif_context_read_from_reader(context.get(), &reader, &bytes, nullptr)))
+        return false;
+    heif_image_handle* opened = nullptr;
+    if (!isOk(heif_context_get_primary_image_handle(context.get(), &opened)))
+        return false;
+    const std::unique_ptr<heif_image_handle, Release> image(opened);
+    header = {heif_image_handle_get_width(image.get()), heif_image_handle_get_height(image.get()),
+              false};
+    return true;
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+namespace cv {
+class Mat;
+}
+
+// What OpenCV's part exports.
+extern "C" {
+using WritePicturePart = bool(const std::string& utf8Path, const cv::Mat& mat);
+}
+
+/// `cv::imwrite`, opened at first need; null, and `error` says why, where it is not installed.
+WritePicturePart* pictureWriter(std::string& error);

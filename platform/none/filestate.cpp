@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/filestate.h>
+
+Platform::FileState Platform::fileState(const char* /*path*/) { return {}; }

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/part.h>
+
+#include <platform/windows/widestring.h>
+
+#include <windows.h>
+
+namespace {
+
+/// The folder of the library, or of the program, that holds this code; it ends with '\'.
+std::wstring ownFolder()
+{
+    constexpr DWORD longestPath = 32768;
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&ownFolder), &self);
+    std::wstring file(longestPath, L'\0');
+    file.resize(GetModuleFileNameW(self, file.data(), longestPath));
+    return file.substr(0, file.rfind(L'\\') + 1); // npos + 1 is 0
+}
+
+/// The part, opened; null where no folder has it.
+HMODULE opened(const char* part)
+{
+    for (const char* const folder : {IMAGEUTILS_PART_FOLDERS}) {
+        const std::wstring file =
+            ownFolder() + Platform::wideString(std::string(folder) + '\\' + part + ".dll");
+        if (HMODULE library = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))
+            return library;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+Platform::PartFunction Platform::openPart(const char* part, const char* function)
+{
+    HMODULE library = opened(part);
+    const FARPROC found = library ? GetProcAddress(library, function) : nullptr;
+    if (!found)
+        return {nullptr, std::string(part) + ".dll: error " + std::to_string(GetLastError())};
+    // By way of void*: the compiler warns of a cast between types of functions.
+    return {reinterpret_cast<void (*)()>(reinterpret_cast<void*>(found)), {}};
+}
