@@ -10,6 +10,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <string_view>
 
 namespace {
@@ -54,6 +55,12 @@ ReadHeaderPart* readerOf(std::string_view start)
     return nullptr;
 }
 
+/// Not more pixels than int can count: beyond that OpenImageIO is to find out what is true.
+bool isPlausible(const ImageHeader& header)
+{
+    return std::int64_t(header.width) * header.height <= std::numeric_limits<int>::max();
+}
+
 bool hasSides(const ImageHeader& header) { return header.width >= 1 && header.height >= 1; }
 
 } // namespace
@@ -73,7 +80,7 @@ std::optional<ImageHeader> readHeaderAlone(const std::string& utf8Path)
     ReadHeaderPart* const read = readerOf({start.data(), start.size()});
     ImageHeader header;
     if (!read || file.pubseekpos(0) != std::streampos(0) || !read(file, header) ||
-        !hasSides(header))
+        !hasSides(header) || !isPlausible(header))
         return {};
     return header;
 }

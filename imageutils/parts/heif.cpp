@@ -17,6 +17,8 @@
 
 namespace {
 
+constexpr int longestSide = 32768;
+
 struct Release
 {
     void operator()(heif_context* context) const { heif_context_free(context); }
@@ -121,6 +123,27 @@ bool isOfKnownType(std::streambuf& file)
            heif_check_filetype(start.data(), int(start.size())) != heif_filetype_no;
 }
 
+/// Whether an Exif block asks for a quarter turn that the picture's own boxes do not make: versions
+/// of OpenImageIO differ in whether that counts.
+bool isTurnedByExifAlone(const heif_image_handle* image)
+{
+    constexpr std::size_t lead = 10; // the place of the TIFF header, and its usual mark
+    std::array<heif_item_id, 16> ids = {};
+    const int count = heif_image_handle_get_list_of_metadata_block_IDs(image, "Exif", ids.data(),
+                                                                       int(ids.size()));
+    QuarterTurn turn;
+    for (int i = 0; i < count; ++i) {
+        std::vector<char> block(heif_image_handle_get_metadata_size(image, ids[i]));
+        if (block.size() > lead &&
+            isOk(heif_image_handle_get_metadata(image, ids[i], block.data())))
+            turn.addExif({block.data() + lead, block.size() - lead});
+    }
+    const bool isTurnedByBoxes =
+        heif_image_handle_get_ispe_width(image) == heif_image_handle_get_height(image) &&
+        heif_image_handle_get_ispe_height(image) == heif_image_handle_get_width(image);
+    return (turn.isTurned() || !turn.isCertain()) && !isTurnedByBoxes;
+}
+
 } // namespace
 
 extern "C" IMAGEUTILS_EXPORT ReadHeaderPart imageutilsPart;
@@ -139,5 +162,7 @@ bool imageutilsPart(std::streambuf& file, ImageHeader& header)
     const std::unique_ptr<heif_image_handle, Release> image(opened);
     header = {heif_image_handle_get_width(image.get()), heif_image_handle_get_height(image.get()),
               false};
-    return true;
+    // Longer sides are not decoded by every version.
+    return std::max(header.width, header.height) <= longestSide &&
+           !isTurnedByExifAlone(image.get());
 }

@@ -61,9 +61,10 @@ QuarterTurn::Claim QuarterTurn::claimOfDirectory(std::string_view tiff, unsigned
 
 void QuarterTurn::addExif(std::string_view tiff)
 {
-    const bool isTiff = tiff.size() >= 8 && (tiff.starts_with("II") || tiff.starts_with("MM"));
-    m_exif =
-        merged(m_exif, isTiff ? claimOfDirectory(tiff, numberAt(tiff, 4, 4), 1) : Claim::Unclear);
+    if (tiff.size() < 8)
+        m_exif = Claim::Unclear;
+    else if (tiff.starts_with("II") || tiff.starts_with("MM"))
+        m_exif = merged(m_exif, claimOfDirectory(tiff, numberAt(tiff, 4, 4), 1));
 }
 
 // Read as text: parsing XML for one digit would cost more than all the rest. Every mention is

@@ -60,6 +60,8 @@ QSize ImageUtilsHeadersTest::sizeByOpenImageIO(const QString& path)
     }
     const int orientation = input->spec().get_int_attribute("Orientation");
     const QSize size(input->spec().width, input->spec().height);
+    if (size.isEmpty()) // is no answer
+        return {};
     return orientation >= 5 && orientation <= 8 ? size.transposed() : size;
 }
 
@@ -89,14 +91,12 @@ void ImageUtilsHeadersTest::needsOnlyTheHeader()
     const QSize whole = shownSize(readHeaderAlone(path.toStdString()));
     QFile file(path);
     const qint64 length = file.size();
-    bool isWhole = true;
     bool lacksPixels = false;
-    for (qint64 missing = 1; missing < length; missing += 1 + missing / 8) {
+    for (qint64 missing = 1; missing < length; missing += 1 + missing / 4) {
         QVERIFY(file.resize(length - missing));
         const QSize size = shownSize(readHeaderAlone(path.toStdString()));
-        isWhole = isWhole && size == whole;
-        QCOMPARE(size, isWhole ? whole : QSize());
-        lacksPixels = lacksPixels || isWhole;
+        QVERIFY(size == whole || !size.isValid());
+        lacksPixels = lacksPixels || size == whole;
     }
     QVERIFY(lacksPixels); // the first cut, at least
 }
