@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/imageutils.h>
+#include <platform/filestate.h>
 
 #include <support/files.h>
 #include <support/log.h>
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void init();
     void turnsByOrientation();
     void keepsUntilTheFileChanges();
+    void asksForTheTimeThatQtGives();
     void keepsAHundred();
     void refuses_data();
     void refuses();
@@ -78,6 +80,24 @@ void ImageUtilsSizeTest::keepsUntilTheFileChanges()
     QCOMPARE(sizeOf("a.jpg"), QSize(50, 20));
     QCOMPARE(sizeOf("./a.jpg"), QSize()); // each spelling has a record of its own
     QCOMPARE(log.take().size(), 3);
+}
+
+void ImageUtilsSizeTest::asksForTheTimeThatQtGives()
+{
+    using Kind = Platform::FileState::Kind;
+    writePicture(path("a.jpg"), 40, 30);
+    if (Platform::fileState("/").kind == Kind::Unknown)
+        QSKIP("Qt is asked on this system");
+    for (const QString& name : {path("a.jpg"), path(QStringLiteral("missing")), m_folder->path(),
+                                QCoreApplication::applicationFilePath()}) {
+        const QFileInfo file(name);
+        const Platform::FileState state = Platform::fileState(qPrintable(name));
+        QCOMPARE(state.kind == Kind::Regular, file.isFile());
+        QCOMPARE(state.kind == Kind::Missing, !file.exists());
+        const QDateTime changed = file.fileTime(QFileDevice::FileMetadataChangeTime);
+        if (file.exists())
+            QCOMPARE(QDateTime::fromMSecsSinceEpoch(state.changedMs, Qt::UTC), changed);
+    }
 }
 
 void ImageUtilsSizeTest::keepsAHundred()
