@@ -67,8 +67,6 @@ bool hasSides(const ImageHeader& header) { return header.width >= 1 && header.he
 
 std::optional<ImageHeader> readHeaderAlone(const std::string& utf8Path)
 {
-    if (isReadByName(utf8Path))
-        return {};
     std::filebuf file;
     file.pubsetbuf(nullptr, 0); // readers have buffers of their own
     const std::u8string path(utf8Path.begin(), utf8Path.end());
@@ -79,8 +77,8 @@ std::optional<ImageHeader> readHeaderAlone(const std::string& utf8Path)
         return {};
     ReadHeaderPart* const read = readerOf({start.data(), start.size()});
     ImageHeader header;
-    if (!read || file.pubseekpos(0) != std::streampos(0) || !read(file, header) ||
-        !hasSides(header) || !isPlausible(header))
+    if (!read || isReadByName(utf8Path) || file.pubseekpos(0) != std::streampos(0) ||
+        !read(file, header) || !hasSides(header) || !isPlausible(header))
         return {};
     return header;
 }
