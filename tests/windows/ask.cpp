@@ -1,18 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// ask profile FILE | ask show < PATH
+// ask profile FILE | ask part NAME | ask show < PATH
 //
-// Prints what platform/windows answers: the step and, in FILE, the profile; whether PATH was shown.
+// Prints what platform/windows answers: the step and, in FILE, the profile; what the part says, or
+// why there is none; whether PATH was shown.
 #include <platform/monitorprofile.h>
+#include <platform/part.h>
 #include <platform/showitem.h>
 
 #include <objbase.h>
 
 #include <fstream>
 #include <iostream>
+#include <string_view>
 
 int main(int argc, char* argv[])
 {
+    if (argc > 2 && std::string_view(argv[1]) == "part") {
+        const Platform::PartFunction part = Platform::openPart(argv[2], "answer");
+        std::cout << (part.function ? reinterpret_cast<const char* (*)()>(part.function)()
+                                    : part.error.c_str())
+                  << '\n';
+        return 0;
+    }
     if (argc > 2) {
         const auto profile = Platform::monitorProfile({}, {});
         std::ofstream(argv[2], std::ios::binary)
