@@ -3,6 +3,7 @@
 // HEIC and AVIF through libheif, which needs no more than the boxes before the pixels. Sizes come
 // turned already.
 #include <imageutils/imageutils_export.h>
+#include <imageutils/parts/boxes.h>
 #include <imageutils/parts/headerpart.h>
 #include <imageutils/parts/orientation.h>
 
@@ -62,29 +63,13 @@ private:
     std::int64_t claimedSize() const
     {
         std::int64_t end = 0;
-        while (end < m_size) {
-            const std::int64_t size = boxSize(end);
-            if (size < 8 || size > INT64_MAX - end)
-                return m_size; // it ends with the file, or is none
+        for (int i = 0; end < m_size; ++i) {
+            const std::int64_t size = boxAt(m_file, end).size;
+            if (size == 0 || i == mostBoxes)
+                return m_size;
             end += size;
         }
         return end;
-    }
-
-    /// The size that the box at `position` gives itself; 0 where it gives none.
-    std::int64_t boxSize(std::int64_t position) const
-    {
-        std::array<char, 16> start = {};
-        if (m_file.pubseekpos(position) < 0 || m_file.sgetn(start.data(), start.size()) < 8)
-            return 0;
-        const auto number = [&start](std::size_t first, std::size_t count) {
-            std::uint64_t value = 0;
-            for (std::size_t i = first; i < first + count; ++i)
-                value = value << 8 | static_cast<unsigned char>(start[i]);
-            return std::int64_t(value);
-        };
-        const std::int64_t size = number(0, 4);
-        return size == 1 ? number(8, 8) : size; // 1: the size is a long one, after the type
     }
 
     std::streambuf& m_file;

@@ -68,14 +68,14 @@ void skip(j_decompress_ptr jpeg, long count)
 }
 
 void doNothing(j_decompress_ptr /*jpeg*/) {}
-void saySilently(j_common_ptr /*jpeg*/) {}
+void sayNothing(j_common_ptr /*jpeg*/) {}
 
 // Objects that are released stand in the caller: a refusal jumps past destructors.
 bool readHeader(jpeg_decompress_struct& jpeg, Input& input, Refusal& refusal)
 {
     jpeg.err = jpeg_std_error(&refusal.errors);
     refusal.errors.error_exit = refuse;
-    refusal.errors.output_message = saySilently;
+    refusal.errors.output_message = sayNothing;
     if (setjmp(refusal.back) != 0) // NOLINT(cert-err52-cpp): libjpeg knows no other way
         return false;
     jpeg_create_decompress(&jpeg);

@@ -2,12 +2,12 @@
 //
 // JPEG 2000, in its file format and as a bare codestream, through OpenJPEG: the main header alone.
 #include <imageutils/imageutils_export.h>
+#include <imageutils/parts/boxes.h>
 #include <imageutils/parts/headerpart.h>
 
 #include <openjpeg.h>
 
 #include <algorithm>
-#include <array>
 #include <climits>
 #include <cstdint>
 #include <ios>
@@ -51,48 +51,21 @@ std::uint64_t sizeOf(std::streambuf& file)
     return end < 0 ? 0 : std::uint64_t(std::streamoff(end));
 }
 
-struct Box
-{
-    std::uint64_t size = 0; ///< with its own header; 0 when it ends with the file
-    std::uint32_t type = 0;
-};
-
-std::uint64_t largeEndFirst(const unsigned char* bytes, int count)
-{
-    std::uint64_t number = 0;
-    for (int i = 0; i < count; ++i)
-        number = number << 8 | bytes[i];
-    return number;
-}
-
-/// The box at the file's position. False at the end of the file.
-bool readBox(std::streambuf& file, Box& box)
-{
-    std::array<unsigned char, 16> bytes = {};
-    if (file.sgetn(reinterpret_cast<char*>(bytes.data()), bytes.size()) < 8)
-        return false;
-    box.size = largeEndFirst(bytes.data(), 4);
-    box.type = std::uint32_t(largeEndFirst(bytes.data() + 4, 4));
-    if (box.size == 1) // then the size follows in eight bytes
-        box.size = largeEndFirst(bytes.data() + 8, 8);
-    return true;
-}
-
 /// Whether a box of the file's header holds a palette: only decoding tells then how many channels
 /// there are, and with some numbers OpenImageIO refuses.
 bool hasPalette(std::streambuf& file)
 {
     constexpr std::uint32_t codestream = 0x6a703263, header = 0x6a703268, palette = 0x70636c72;
-    std::uint64_t at = 0;
-    Box box;
-    while (file.pubseekpos(std::streamoff(at)) >= 0 && readBox(file, box) &&
-           box.type != codestream) {
+    std::int64_t at = 0;
+    for (int i = 0; i < mostBoxes; ++i) {
+        const Box box = boxAt(file, at);
         if (box.type == palette)
             return true;
-        // The boxes inside the header's follow its own first eight bytes.
-        at += box.type == header ? 8 : std::max<std::uint64_t>(box.size, 8);
+        if (box.type == codestream || box.size == 0)
+            return false;
+        at += box.type == header ? 8 : box.size; // its boxes stand inside it
     }
-    return false;
+    return true; // perhaps
 }
 
 /// The smallest rectangle that holds the samples of all components, as OpenImageIO forms it.

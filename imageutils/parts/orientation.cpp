@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/parts/orientation.h>
 
-#include <cstddef>
-
 namespace {
 
 constexpr std::size_t entryBytes = 12;
 constexpr unsigned typeShort = 3;
-constexpr int deepest = 3; // main directory, Exif directory, interoperability directory
+constexpr std::size_t mostEntries = 1000; // of all directories; they may lead back to each other
 
 enum Tag : unsigned { Orientation = 0x0112, ExifDirectory = 0x8769, Interoperability = 0xa005 };
 
@@ -37,19 +35,25 @@ QuarterTurn::Claim QuarterTurn::merged(Claim a, Claim b)
     return b == Claim::None ? a : Claim::Unclear;
 }
 
-QuarterTurn::Claim QuarterTurn::claimOfDirectory(std::string_view tiff, unsigned offset, int depth)
+QuarterTurn::Claim QuarterTurn::claimOfDirectory(std::string_view tiff, unsigned offset,
+                                                 std::size_t& entriesLeft)
 {
-    if (depth > deepest || offset > tiff.size() || tiff.size() - offset < 2)
+    if (offset > tiff.size() || tiff.size() - offset < 2)
         return Claim::Unclear;
     const std::size_t first = std::size_t(offset) + 2;
     const std::size_t count = numberAt(tiff, offset, 2);
-    if (count * entryBytes >= tiff.size() - first) // an entry at the very end is read or not
-        return count == 0 ? Claim::None : Claim::Unclear;
+    if (count == 0)
+        return Claim::None;
+    // Whether an entry at the very end is read differs, too.
+    if (count > entriesLeft || count * entryBytes >= tiff.size() - first)
+        return Claim::Unclear;
+    entriesLeft -= count;
     Claim claim = Claim::None;
     for (std::size_t entry = first; entry < first + count * entryBytes; entry += entryBytes) {
         const unsigned tag = numberAt(tiff, entry, 2);
         if (tag == ExifDirectory || tag == Interoperability)
-            claim = merged(claim, claimOfDirectory(tiff, numberAt(tiff, entry + 8, 4), depth + 1));
+            claim =
+                merged(claim, claimOfDirectory(tiff, numberAt(tiff, entry + 8, 4), entriesLeft));
         if (tag != Orientation)
             continue;
         const bool isOneShort =
@@ -61,10 +65,11 @@ QuarterTurn::Claim QuarterTurn::claimOfDirectory(std::string_view tiff, unsigned
 
 void QuarterTurn::addExif(std::string_view tiff)
 {
+    std::size_t entriesLeft = mostEntries;
     if (tiff.size() < 8)
         m_exif = Claim::Unclear;
     else if (tiff.starts_with("II") || tiff.starts_with("MM"))
-        m_exif = merged(m_exif, claimOfDirectory(tiff, numberAt(tiff, 4, 4), 1));
+        m_exif = merged(m_exif, claimOfDirectory(tiff, numberAt(tiff, 4, 4), entriesLeft));
 }
 
 // Read as text: parsing XML for one digit would cost more than all the rest. Every mention is

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 /// Whether a file's metadata turns its picture by a quarter, as OpenImageIO takes it. Where blocks
@@ -25,7 +26,7 @@ private:
     enum class Claim { None, Upright, Turned, Unclear };
     static Claim claimOf(unsigned orientation);
     static Claim merged(Claim a, Claim b);
-    static Claim claimOfDirectory(std::string_view tiff, unsigned offset, int depth);
+    static Claim claimOfDirectory(std::string_view tiff, unsigned offset, std::size_t& entriesLeft);
 
     Claim m_exif = Claim::None;
     Claim m_xmp = Claim::None;

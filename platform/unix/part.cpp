@@ -6,23 +6,25 @@
 
 namespace {
 
-/// The folder of the library, or of the program, that holds this code; it ends with '/'.
+/// The folder of the library, or of the program, that holds this code; it ends with '/'. Empty for
+/// a program that was found through the search path: never the folder that it works in.
 std::string ownFolder()
 {
     Dl_info self = {};
     if (dladdr(reinterpret_cast<void*>(&ownFolder), &self) == 0 || !self.dli_fname)
         return {};
     const std::string file = self.dli_fname;
-    return file.substr(0, file.rfind('/') + 1); // npos + 1 is 0: a bare name has no folder
+    return file.substr(0, file.rfind('/') + 1); // npos + 1 is 0
 }
 
 /// The file of `part`; where there is none, its name alone.
 std::string fileOf(const char* part)
 {
     const std::string name = std::string(part) + ".so";
+    const std::string own = ownFolder();
     for (const char* const folder : {IMAGEUTILS_PART_FOLDERS}) {
-        const std::string file = ownFolder() + folder + '/' + name;
-        if (access(file.c_str(), F_OK) == 0)
+        const std::string file = own + folder + '/' + name;
+        if (!own.empty() && access(file.c_str(), F_OK) == 0)
             return file;
     }
     return name;
