@@ -20,14 +20,14 @@ std::string ownFolder()
 /// The file of `part`; where there is none, its name alone.
 std::string fileOf(const char* part)
 {
-    const std::string name = std::string(part) + ".so";
+    const std::string name = std::string("/") + part + ".so";
     const std::string own = ownFolder();
     for (const char* const folder : {IMAGEUTILS_PART_FOLDERS}) {
-        const std::string file = own + folder + '/' + name;
+        const std::string file = std::string(own).append(folder).append(name);
         if (!own.empty() && access(file.c_str(), F_OK) == 0)
             return file;
     }
-    return name;
+    return name.substr(1);
 }
 
 } // namespace
