@@ -4,6 +4,7 @@
 #include <metadatareader/picturefacts.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QtEndian>
 
 #include <libexif/exif-data.h>
 #include <libexif/exif-loader.h>
@@ -12,6 +13,7 @@
 
 #include <charconv>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -133,6 +135,95 @@ QStringList extensionsOf(const std::string& format)
     return extensions;
 }
 
+/// The rest of a JPEG file of one grey pixel, in one scan: a table of ones, the frame, a code of
+/// one bit for either kind of number, and the scan.
+QByteArray onePixel()
+{
+    const QByteArray code = QByteArray::fromHex("01") + QByteArray(16, '\0');
+    return QByteArray::fromHex("ffdb004300") + QByteArray(64, '\1') +
+           QByteArray::fromHex("ffc0000b080001000101011100") + QByteArray::fromHex("ffc4001400") +
+           code + QByteArray::fromHex("ffc4001410") + code +
+           QByteArray::fromHex("ffda0008010100003f003fffd9");
+}
+
+/// One segment of a JPEG file. Its bytes begin with the marker and the length.
+struct JpegSegment
+{
+    int marker;
+    QByteArray bytes;
+};
+
+/// The segment that `file` is at; nothing where there is none that is whole.
+std::optional<JpegSegment> nextSegment(QFile& file)
+{
+    char byte = 0;
+    if (!file.getChar(&byte) || uchar(byte) != 0xFF)
+        return {};
+    while (uchar(byte) == 0xFF) // any number of them may stand before a marker
+        if (!file.getChar(&byte))
+            return {};
+    const QByteArray length = file.read(2);
+    const int count = length.size() == 2 ? qFromBigEndian<quint16>(length.constData()) - 2 : -1;
+    const QByteArray content = count > 0 ? file.read(count) : QByteArray();
+    if (count < 0 || content.size() != count)
+        return {};
+    return JpegSegment{uchar(byte), '\xFF' + QByteArray(1, byte) + length + content};
+}
+
+/// A JPEG file's metadata with one grey pixel, and the size of the picture that it is about.
+struct JpegHead
+{
+    QByteArray file;
+    int width = 0;
+    int height = 0;
+};
+
+/// The head of a JPEG file of the kinds that OpenImageIO reads, for a reader that decodes pictures
+/// in several scans while it opens them. Nothing for other files and for damaged ones.
+std::optional<JpegHead> jpegHead(const QString& path)
+{
+    QFile file(path);
+    const QByteArray start = QByteArray::fromHex("ffd8");
+    if (!file.open(QIODevice::ReadOnly) || file.read(2) != start)
+        return {};
+    JpegHead head{start};
+    while (const std::optional<JpegSegment> segment = nextSegment(file)) {
+        const auto& [marker, bytes] = *segment;
+        const bool isFrame = marker >= 0xC0 && marker <= 0xC2;
+        const bool isMetadata = (marker >= 0xE0 && marker <= 0xEF) || marker == 0xFE;
+        if (isFrame && bytes.size() >= 9 && bytes[4] == 8) { // bits per sample
+            head.height = qFromBigEndian<quint16>(bytes.constData() + 5);
+            head.width = qFromBigEndian<quint16>(bytes.constData() + 7);
+        } else if (isMetadata) {
+            head.file += bytes;
+        } else if (marker == 0xDA) { // the first scan
+            head.file += onePixel();
+            return head.width > 0 && head.height > 0 ? std::optional(head) : std::nullopt;
+        }
+    }
+    return {};
+}
+
+/// What OpenImageIO says of the file at `path`, and its name of the format; empty when it cannot
+/// open it.
+std::pair<OIIO::ImageSpec, std::string> specOf(const QString& path)
+{
+    if (const std::optional<JpegHead> head = jpegHead(path)) {
+        OIIO::Filesystem::IOMemReader memory(const_cast<char*>(head->file.constData()),
+                                             std::size_t(head->file.size()));
+        if (const auto input = OIIO::ImageInput::open("head.jpg", nullptr, &memory)) {
+            OIIO::ImageSpec spec = input->spec();
+            spec.width = head->width;
+            spec.height = head->height;
+            return {spec, input->format_name()};
+        }
+        OIIO::geterror(); // the file itself may be better
+    }
+    const auto input = OIIO::ImageInput::open(path.toStdString());
+    return input ? std::pair(input->spec(), std::string(input->format_name()))
+                 : std::pair(OIIO::ImageSpec(), std::string());
+}
+
 struct UnrefExif
 {
     void operator()(ExifData* data) const { exif_data_unref(data); }
@@ -198,15 +289,11 @@ QString previewOf(const ExifData* exif)
 
 std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error)
 {
-    const auto input = OIIO::ImageInput::open(path.toStdString());
-    if (!input) {
+    const auto [spec, format] = specOf(path);
+    if (format.empty()) {
         error = QString::fromStdString(OIIO::geterror()); // per thread, so it is asked at once
         return {};
     }
-    const std::string format = input->format_name();
-    const OIIO::ImageSpec spec = input->spec();
-    input->close();
-
     PictureFacts facts{extensionsOf(format), spec.width, spec.height, valuesOf(spec)};
     const ExifDataPointer exif = exifOf(path, format);
     if (format == "jpeg" && !hasDescription(exif.get())) // then it is the comment of the program
