@@ -3,6 +3,8 @@
 
 #include "exportformat.h"
 
+#include <QtGui/QImage>
+
 #include <opencv2/core.hpp>
 
 /// Writes `image` (`Format_RGBA32FPx4`, laid out as `header` says it) with OpenImageIO to

@@ -18,7 +18,9 @@
 #include <QtCore/QFileInfo>
 
 #include <exception>
+#include <initializer_list>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -86,20 +88,35 @@ Output outputOf(const QString& path, const Options& options, const QString& exte
             Keep::recordFor(path, settingsText(options, extension, isBitmap))};
 }
 
+/// The bytes that the pixels of a photograph take while it is in work, as measured.
+qint64 memoryFor(QSize source, QSize output, const Options& options)
+{
+    constexpr qint64 bytesPerPixel = 24;
+    constexpr qint64 bytesPerTurnedPixel = 64;
+    constexpr qint64 bytesPerOutputPixel = 64;
+    const auto pixels = [](QSize size) { return qint64(size.width()) * size.height(); };
+    return pixels(source) * (options.rotate == 0.0 ? bytesPerPixel : bytesPerTurnedPixel) +
+           pixels(output) * bytesPerOutputPixel;
+}
+
 class Job
 {
 public:
-    Job(const Options& options, const std::function<void(Step)>& onStep,
+    Job(const Options& options, Resources& resources, const std::function<void(Step)>& onStep,
         const std::stop_token& stop, JobResult& result)
-        : m_options(options), m_onStep(onStep), m_stop(stop), m_result(result)
+        : m_options(options), m_resources(resources), m_onStep(onStep), m_stop(stop),
+          m_result(result)
     {}
 
     Refusal run();
 
 private:
+    using Work = Refusal (Job::*)();
+    using Stage = std::pair<Step, Work>;
+
     /// Does one step and takes its time.
-    template<typename Work>
     Refusal step(Step step, Work work);
+    Refusal take(std::initializer_list<Stage> stages);
 
     Refusal readHeader();
     bool findKept();
@@ -114,21 +131,24 @@ private:
     QString remembered(const Result<QString>& path, const QString& record);
 
     const Options& m_options;
+    Resources& m_resources;
     const std::function<void(Step)>& m_onStep;
     const std::stop_token& m_stop;
     JobResult& m_result;
 
+    MemoryBudget::Share m_memory; // given back when the pixels are gone
+    Rooms::Key m_key;             // of the room that the colours are in, likewise
     Output m_picture;
     Output m_bitmap;
     std::unique_ptr<OIIO::ImageOutput> m_writer;
     Photograph m_photograph;
     Layout m_layout{};
     bool m_isThumbnailDue = false;
+    QSize m_outputSize; ///< as far as the header tells
     Planes m_planes;
     QImage m_image;
 };
 
-template<typename Work>
 Refusal Job::step(Step step, Work work)
 {
     if (m_stop.stop_requested())
@@ -149,12 +169,22 @@ Refusal Job::run()
         return refusal;
     if (findKept())
         return {};
-    const std::initializer_list<std::pair<Step, Refusal (Job::*)()>> road{
-        {Step::Decode, &Job::decode},      {Step::Split, &Job::split},
-        {Step::Analyse, &Job::analyse},    {Step::Resample, &Job::resample},
-        {Step::Bitmap, &Job::writeBitmap}, {Step::Join, &Job::join},
-        {Step::Write, &Job::write}};
-    for (const auto& [name, work] : road) {
+    m_memory = m_resources.memory.take(memoryFor(m_result.size, m_outputSize, m_options), m_stop);
+    if (Refusal refusal = take({{Step::Decode, &Job::decode}}))
+        return refusal;
+    m_key = m_resources.rooms.take(m_stop);
+    if (Refusal refusal = take({{Step::Split, &Job::split},
+                                {Step::Analyse, &Job::analyse},
+                                {Step::Resample, &Job::resample}}))
+        return refusal;
+    m_key.giveBack();
+    return take(
+        {{Step::Bitmap, &Job::writeBitmap}, {Step::Join, &Job::join}, {Step::Write, &Job::write}});
+}
+
+Refusal Job::take(std::initializer_list<Stage> stages)
+{
+    for (const auto& [name, work] : stages) {
         if (name == Step::Bitmap && !m_options.bitmap)
             continue;
         if (Refusal refusal = step(name, work))
@@ -182,6 +212,7 @@ Refusal Job::readHeader()
     const Result<Fit> fit = fitFor(m_result.size, m_options);
     if (!fit)
         return fit.failure();
+    m_outputSize = fit->size;
     m_result.metadata = readMetadata(m_result.path);
     m_isThumbnailDue = isThumbnailDue(m_result.path, m_result.metadata);
     m_picture = outputOf(m_result.path, m_options, extension, false);
@@ -208,19 +239,18 @@ Refusal Job::decode()
         return photograph.failure();
     m_photograph = std::move(*photograph);
     m_result.storedSize = QSize(m_photograph.spec.width, m_photograph.spec.height);
-    m_result.size = m_photograph.pixels.size();
+    m_result.size = uprightSize(m_photograph);
     m_layout = layoutFor(*m_writer, m_photograph);
     return {};
 }
 
 Refusal Job::split()
 {
-    if (!CvUtils::qimageToMat(m_photograph.pixels, m_planes.chroma, m_planes.alpha))
-        return Failure{QStringLiteral("the library refused the picture")};
-    m_photograph.pixels = QImage(); // as large as everything that follows
-    m_planes.isAssociated = m_photograph.isAssociated;
-    if (!m_photograph.hasAlpha || isOpaque(m_planes.alpha))
-        m_planes.alpha.release();
+    Result<Planes> planes = splitPhotograph(m_photograph, m_key.room());
+    if (!planes)
+        return planes.failure();
+    m_planes = std::move(*planes);
+    m_photograph.samples.release();
     return {};
 }
 
@@ -239,13 +269,15 @@ Refusal Job::resample()
     if (!turned)
         return turned.failure();
     m_planes = *turned;
-    const Result<Fit> fit = fitFor(QSize(m_planes.chroma.cols, m_planes.chroma.rows), m_options);
+    const Result<Fit> fit = fitFor(sizeOf(m_planes), m_options);
     if (!fit)
         return fit.failure();
     Result<Planes> planes = resampled(m_planes, *fit, m_options.filter);
     if (!planes)
         return planes.failure();
     m_planes = std::move(*planes);
+    if (m_key.room().holds(m_planes.chroma)) // nothing was to be done
+        m_planes.chroma = m_planes.chroma.clone();
     m_result.outputSize = fit->size;
     return {};
 }
@@ -304,14 +336,14 @@ QString Job::remembered(const Result<QString>& path, const QString& record)
 
 } // namespace
 
-JobResult runJob(const QString& path, const Options& options,
+JobResult runJob(const QString& path, const Options& options, Resources& resources,
                  const std::function<void(Step)>& onStep, const std::stop_token& stop)
 {
     Messages::Collector collector;
     JobResult result;
     result.path = path;
     try {
-        if (const Refusal refusal = Job(options, onStep, stop, result).run())
+        if (const Refusal refusal = Job(options, resources, onStep, stop, result).run())
             result.failure = refusal->reason;
     } catch (const std::bad_alloc&) {
         result.failure = QStringLiteral("takes more memory than there is");

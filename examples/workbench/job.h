@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "memorybudget.h"
 #include "options.h"
+#include "rooms.h"
 
 #include <metadata/nexiftoolmetadata.h>
 
@@ -39,9 +41,17 @@ struct JobResult
     std::array<double, stepNames.size()> milliseconds{};
 };
 
+/// What photographs in work share.
+struct Resources
+{
+    MemoryBudget memory;
+    Rooms rooms;
+};
+
 /// Takes the photograph at `path` down the road: size from the header, format, decoding, planes,
 /// analysis, resampling, and the export of a new file. Never throws: whatever goes wrong is a
 /// failure of this photograph. `onStep` is called as each step begins; a requested stop counts as a
-/// failure at the next one.
-JobResult runJob(const QString& path, const Options& options,
+/// failure at the next one. The pixels take their part of `resources`, which may have to be waited
+/// for. May be called from several threads at once, for different output names.
+JobResult runJob(const QString& path, const Options& options, Resources& resources,
                  const std::function<void(Step)>& onStep, const std::stop_token& stop = {});

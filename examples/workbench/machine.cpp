@@ -64,3 +64,9 @@ QString machineJson()
         {QStringLiteral("graphics"), devices}};
     return QString::fromUtf8(QJsonDocument(facts).toJson(QJsonDocument::Compact));
 }
+
+qint64 availableMemory()
+{
+    constexpr double gib = 1024.0 * 1024.0 * 1024.0;
+    return qint64(machine().cpuMemory(false).second * gib);
+}

@@ -10,3 +10,6 @@ QStringList machineText();
 
 /// The same facts as one line of JSON; memory is in GiB, an unknown text is empty.
 QString machineJson();
+
+/// The memory that new programs may have, in bytes; 0 where the system does not tell.
+qint64 availableMemory();

@@ -63,9 +63,17 @@ void describe(QCommandLineParser& parser)
          text("Q"), text("95")},
         {text("bitmap"), text("Also write a Windows bitmap of every picture.")},
         {text("max-megapixels"),
-         text("Refuse files whose header claims more than N megapixels (default: 250). Decoding "
-              "takes some 55 bytes of memory per pixel."),
+         text("Refuse files whose header claims more than N megapixels (default: 250). A "
+              "photograph takes some 20 bytes of memory per pixel."),
          text("N"), text("250")},
+        {text("jobs"),
+         text("Without a window, work on up to N photographs at once (default: as many as there "
+              "are processors)."),
+         text("N"), text("0")},
+        {text("max-memory"),
+         text("Let the pixels of these photographs take N MiB together; a larger one is taken "
+              "alone (default: half of the memory that is available)."),
+         text("N"), text("0")},
         {text("machine"),
          text("Print the facts of this machine, with --json as one line of JSON, and take no "
               "photographs.")},
@@ -156,6 +164,8 @@ CommandLine readCommandLine(const QStringList& arguments)
     options.filter = reader.filter("filter");
     options.quality = reader.integer("quality", 1, 100);
     options.maxPixels = qint64(reader.integer("max-megapixels", 1, 1'000'000)) * 1'000'000;
+    options.jobs = reader.integer("jobs", 0, 1024);
+    options.maxMemory = qint64(reader.integer("max-memory", 0, INT_MAX)) * 1024 * 1024;
     options.bitmap = isSet("bitmap");
     options.json = isSet("json");
     options.headless = isSet("headless") || options.json;

@@ -25,6 +25,8 @@ struct Options
     int maxHeight = 0;   ///< 0: no limit
     std::optional<FilterShape> filter;
     int quality = 95;
+    int jobs = 0;         ///< photographs at once; 0: as many as there are processors
+    qint64 maxMemory = 0; ///< bytes that their pixels may take together; 0: half of what there is
     qint64 maxPixels = 250'000'000; ///< what a header may claim before it is not believed
     bool bitmap = false;
     bool json = false;

@@ -6,14 +6,18 @@
 
 #include <imageutils/cvutils.h>
 
+#include <QtGui/QImage>
+
+#include <opencv2/imgproc.hpp>
+
 #include <algorithm>
+#include <atomic>
 #include <climits>
 #include <new>
 
 namespace {
 
 constexpr int channelsPerPixel = 4;
-constexpr OIIO::stride_t bytesPerPixel = channelsPerPixel * sizeof(float);
 
 QString oneLine(const std::string& text) { return QString::fromStdString(text).simplified(); }
 
@@ -37,20 +41,28 @@ void describeChannels(Photograph& photograph, const std::string& format)
                               spec.get_int_attribute("oiio:UnassociatedAlpha") == 0;
 }
 
-/// Spreads the channels as read (grey, grey and alpha, RGB, RGB and alpha) over R, G, B and A.
-void arrangeChannels(cv::Mat& pixels, const Photograph& photograph)
+/// The type in which the samples are kept: that of the file, or floats where it is rare.
+int depthOf(const OIIO::ImageSpec& spec)
 {
-    if (photograph.isGrey && photograph.hasAlpha) {
-        const int alphaLast[] = {1, 3};
-        cv::mixChannels(&pixels, 1, &pixels, 1, alphaLast, 1);
-    }
-    if (photograph.isGrey) {
-        const int greyEverywhere[] = {0, 1, 0, 2};
-        cv::mixChannels(&pixels, 1, &pixels, 1, greyEverywhere, 2);
-    }
-    if (!photograph.hasAlpha)
-        cv::insertChannel(cv::Mat(pixels.size(), CV_32FC1, cv::Scalar(1.0)), pixels, 3);
+    if (spec.channelformats.empty() && spec.format == OIIO::TypeUInt8)
+        return CV_8U;
+    return spec.channelformats.empty() && spec.format == OIIO::TypeUInt16 ? CV_16U : CV_32F;
 }
+
+OIIO::TypeDesc typeOf(const cv::Mat& samples)
+{
+    switch (samples.depth()) {
+    case CV_8U:
+        return OIIO::TypeUInt8;
+    case CV_16U:
+        return OIIO::TypeUInt16;
+    default:
+        return OIIO::TypeFloat;
+    }
+}
+
+/// The largest value of a channel of this depth.
+double fullRange(int depth) { return depth == CV_8U ? 255.0 : depth == CV_16U ? 65535.0 : 1.0; }
 
 Result<Photograph> decode(OIIO::ImageInput& input)
 {
@@ -58,29 +70,117 @@ Result<Photograph> decode(OIIO::ImageInput& input)
     photograph.spec = input.spec();
     describeChannels(photograph, input.format_name());
     const OIIO::ImageSpec& spec = photograph.spec;
-    QImage image(spec.width, spec.height, QImage::Format_RGBA32FPx4);
-    if (image.isNull())
-        throw std::bad_alloc();
-
     const int channels = std::min(spec.nchannels, channelsPerPixel);
-    const bool isRead = input.read_image(0, 0, 0, channels, OIIO::TypeFloat, image.bits(),
-                                         bytesPerPixel, image.bytesPerLine());
+    photograph.samples.create(spec.height, spec.width, CV_MAKETYPE(depthOf(spec), channels));
+    const bool isRead =
+        input.read_image(0, 0, 0, channels, typeOf(photograph.samples), photograph.samples.data);
     const QString damage = damageReported(input);
     if (!isRead || !damage.isEmpty())
         return Failure{damage.isEmpty() ? QStringLiteral("cannot be decoded") : damage};
-
-    cv::Mat pixels(image.height(), image.width(), CV_32FC4, image.bits(),
-                   std::size_t(image.bytesPerLine()));
-    arrangeChannels(pixels, photograph);
-    const int orientation = spec.get_int_attribute("Orientation", 1);
-    photograph.pixels =
-        isUpright(orientation)
-            ? image
-            : CvUtils::matToQImage(turnedUpright(pixels, orientation), QImage::Format_RGBA32FPx4);
     return photograph;
 }
 
+int orientationOf(const Photograph& photograph)
+{
+    return photograph.spec.get_int_attribute("Orientation", 1);
+}
+
+/// `samples` (grey, grey and alpha, RGB, RGB and alpha) as R, G, B and A, which is opaque where the
+/// file has none.
+cv::Mat arranged(const cv::Mat& samples, const Photograph& photograph)
+{
+    cv::Mat pixels;
+    if (samples.channels() == 3 && !photograph.hasAlpha) {
+        cv::cvtColor(samples, pixels, cv::COLOR_RGB2RGBA);
+        return pixels;
+    }
+    const int step = photograph.isGrey ? 0 : 1;
+    const int places[] = {0, 0, step, 1, 2 * step, 2, 2 * step + 1, 3};
+    pixels = cv::Mat(samples.size(), CV_MAKETYPE(samples.depth(), channelsPerPixel),
+                     cv::Scalar::all(fullRange(samples.depth())));
+    cv::mixChannels(&samples, 1, &pixels, 1, places, photograph.hasAlpha ? 4 : 3);
+    return pixels;
+}
+
+/// Splits its rows into planes, a few at a time, so that what lies between samples and planes does
+/// not leave the caches.
+class ParallelSplit : public cv::ParallelLoopBody
+{
+public:
+    ParallelSplit(const Photograph& photograph, Planes& planes)
+        : m_photograph(photograph), m_planes(planes), m_orientation(orientationOf(photograph))
+    {}
+
+    void operator()(const cv::Range& rows) const override
+    {
+        const int step = std::max(1, pixelsAtOnce / m_photograph.samples.cols);
+        for (int y = rows.start; y < rows.end; y += step)
+            split(cv::Range(y, std::min(y + step, rows.end)));
+    }
+
+    bool isRefused() const { return m_isRefused; }
+
+private:
+    void split(const cv::Range& rows) const;
+    void place(const cv::Mat& band, const cv::Range& rows, cv::Mat& whole) const;
+
+    static constexpr int pixelsAtOnce = 1 << 14;
+    const Photograph& m_photograph;
+    Planes& m_planes;
+    const int m_orientation;
+    mutable std::atomic<bool> m_isRefused = false;
+};
+
+void ParallelSplit::split(const cv::Range& rows) const
+{
+    const cv::Mat samples = arranged(m_photograph.samples.rowRange(rows), m_photograph);
+    QImage image(samples.cols, samples.rows, QImage::Format_RGBA32FPx4);
+    if (image.isNull())
+        throw std::bad_alloc();
+    cv::Mat pixels(samples.size(), CV_32FC4, image.bits(), std::size_t(image.bytesPerLine()));
+    samples.convertTo(pixels, CV_32F, 1.0 / fullRange(samples.depth()));
+    Planes band;
+    if (!CvUtils::qimageToMat(image, band.chroma, band.alpha)) {
+        m_isRefused = true;
+        return;
+    }
+    place(band.chroma, rows, m_planes.chroma);
+    if (m_photograph.hasAlpha)
+        place(band.alpha, rows, m_planes.alpha);
+}
+
+/// Puts the `rows` of the stored picture where they stand in the upright one.
+void ParallelSplit::place(const cv::Mat& band, const cv::Range& rows, cv::Mat& whole) const
+{
+    cv::Mat part = whole(uprightPlace(rows, m_photograph.samples.size(), m_orientation));
+    if (isUpright(m_orientation))
+        band.copyTo(part);
+    else
+        turnedUpright(band, m_orientation).copyTo(part);
+}
+
 } // namespace
+
+QSize uprightSize(const Photograph& photograph)
+{
+    const cv::Size size = uprightSize(photograph.samples.size(), orientationOf(photograph));
+    return {size.width, size.height};
+}
+
+Result<Planes> splitPhotograph(const Photograph& photograph, Room& room)
+{
+    const cv::Size size = uprightSize(photograph.samples.size(), orientationOf(photograph));
+    Planes planes{room.colours(size), {}, photograph.isAssociated};
+    if (photograph.hasAlpha)
+        planes.alpha.create(size, CV_32FC1);
+    const ParallelSplit split(photograph, planes);
+    cv::parallel_for_(cv::Range(0, photograph.samples.rows), split);
+    if (split.isRefused())
+        return Failure{QStringLiteral("the library refused the picture")};
+    if (isOpaque(planes.alpha))
+        planes.alpha.release();
+    return planes;
+}
 
 std::optional<Failure> refuseSize(double width, double height, qint64 maxPixels)
 {

@@ -30,17 +30,17 @@ QImage onScreen(QImage image, const Photograph& photograph)
     return image;
 }
 
-QImage fitted(Photograph& photograph, QSize bounds)
+QImage fitted(const Photograph& photograph, QSize bounds)
 {
     Options options;
     options.maxWidth = bounds.width();
     options.maxHeight = bounds.height();
-    const auto fit = fitFor(photograph.pixels.size(), options);
-    Planes planes;
-    if (!fit || !CvUtils::qimageToMat(photograph.pixels, planes.chroma, planes.alpha))
+    const auto fit = fitFor(uprightSize(photograph), options);
+    Room room;
+    const auto planes = splitPhotograph(photograph, room);
+    if (!fit || !planes)
         return {};
-    planes.isAssociated = photograph.isAssociated;
-    auto small = resampled(planes, *fit, {});
+    auto small = resampled(*planes, *fit, {});
     if (!small)
         return {};
     Planes shown = associated(*small, false);
@@ -62,7 +62,7 @@ QImage PhotographProvider::requestImage(const QString& id, QSize* size, const QS
         auto photograph = readPhotograph(QUrl::fromPercentEncoding(id.toUtf8()), m_maxPixels);
         if (!photograph)
             return {};
-        *size = photograph->pixels.size();
+        *size = uprightSize(*photograph);
         return onScreen(fitted(*photograph, requestedSize), *photograph);
     } catch (const std::exception&) {
         return {};

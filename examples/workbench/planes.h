@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QSize>
+
 #include <opencv2/core.hpp>
 
 /// The planes of a picture in work: `CV_32FC3` colours and `CV_32FC1` alpha of the same size. All
@@ -11,6 +13,9 @@ struct Planes
     cv::Mat alpha;             ///< empty for a picture that is opaque throughout
     bool isAssociated = false; ///< the colours are multiplied by alpha
 };
+
+/// The size of the picture.
+inline QSize sizeOf(const Planes& planes) { return {planes.chroma.cols, planes.chroma.rows}; }
 
 /// Whether every sample of `alpha` is 1.
 bool isOpaque(const cv::Mat& alpha);

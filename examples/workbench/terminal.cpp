@@ -22,28 +22,34 @@ QByteArray printable(QString text)
     return text.toUtf8();
 }
 
-void takeProgressAway()
+void writeError(const QByteArray& text)
 {
-    if (!s_progressShown)
-        return;
-    std::fputs("\r\033[K", stderr);
-    std::fflush(stderr);
-    s_progressShown = false;
+    Console::writeErrors(text.constData(), std::size_t(text.size()));
 }
 
-void print(std::FILE* stream, const QString& line)
+void takeProgressAway()
 {
-    const std::lock_guard lock(s_mutex);
-    takeProgressAway();
-    std::fputs((printable(line) + '\n').constData(), stream);
-    std::fflush(stream);
+    if (s_progressShown)
+        writeError("\r\033[K");
+    s_progressShown = false;
 }
 
 } // namespace
 
-void Terminal::printLine(const QString& line) { print(stdout, line); }
+void Terminal::printLine(const QString& line)
+{
+    const std::lock_guard lock(s_mutex);
+    takeProgressAway();
+    std::fputs((printable(line) + '\n').constData(), stdout);
+    std::fflush(stdout);
+}
 
-void Terminal::printError(const QString& line) { print(stderr, line); }
+void Terminal::printError(const QString& line)
+{
+    const std::lock_guard lock(s_mutex);
+    takeProgressAway();
+    writeError(printable(line) + '\n');
+}
 
 void Terminal::showProgress(const QString& text)
 {
@@ -51,8 +57,7 @@ void Terminal::showProgress(const QString& text)
     if (!isTerminal)
         return;
     const std::lock_guard lock(s_mutex);
-    std::fputs(("\r\033[K" + printable(text.left(progressColumns))).constData(), stderr);
-    std::fflush(stderr);
+    writeError("\r\033[K" + printable(text.left(progressColumns)));
     s_progressShown = true;
 }
 

@@ -49,8 +49,7 @@ Result<QString> writeThumbnail(const Planes& planes, const QString& path, int qu
     const QString thumbnail = thumbnailPath(path);
     Options options;
     options.maxWidth = options.maxHeight = longestSide;
-    const QSize size(planes.chroma.cols, planes.chroma.rows);
-    const Result<Fit> fit = fitFor(size, options);
+    const Result<Fit> fit = fitFor(sizeOf(planes), options);
     if (!fit)
         return fit.failure();
     Result<Planes> small = resampled(planes, *fit, {});

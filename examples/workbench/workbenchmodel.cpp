@@ -86,6 +86,7 @@ std::optional<WorkbenchModel::Task> WorkbenchModel::nextTask(const std::stop_tok
 /// On the worker: leaves every change of the entries to the thread of the window.
 void WorkbenchModel::work(const std::stop_token& stop)
 {
+    Resources resources{MemoryBudget(0), Rooms(1)}; // one photograph has whatever it needs
     while (const std::optional<Task> task = nextTask(stop)) {
         const auto& [row, source] = *task;
         const auto onStep = [this, row = row](Step step) {
@@ -94,7 +95,7 @@ void WorkbenchModel::work(const std::stop_token& stop)
         };
         JobResult result;
         if (source.refusal.isEmpty())
-            result = runJob(source.path, m_options, onStep, stop);
+            result = runJob(source.path, m_options, resources, onStep, stop);
         else
             result.failure = source.refusal;
         QMetaObject::invokeMethod(

@@ -12,9 +12,28 @@ std::mutex s_mutex;
 constinit int s_silencers = 0;
 constinit int s_errorOutput = -1; // a duplicate of the real one while it is silenced
 
+/// To be asked under the lock.
+int realErrorOutput() { return s_errorOutput >= 0 ? s_errorOutput : _fileno(stderr); }
+
 } // namespace
 
-bool Console::errorsGoToTerminal() { return _isatty(_fileno(stderr)) != 0; }
+bool Console::errorsGoToTerminal()
+{
+    const std::lock_guard lock(s_mutex);
+    return _isatty(realErrorOutput()) != 0;
+}
+
+void Console::writeErrors(const char* bytes, std::size_t size)
+{
+    const std::lock_guard lock(s_mutex);
+    while (size > 0) {
+        const int written = _write(realErrorOutput(), bytes, unsigned(size));
+        if (written <= 0)
+            return; // nobody is there to be told
+        bytes += written;
+        size -= std::size_t(written);
+    }
+}
 
 Console::SilencedErrors::SilencedErrors()
 {
