@@ -12,6 +12,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QMutexLocker>
+#include <QtCore/QTimeZone>
 
 #include <cmath>
 #include <memory>
@@ -26,6 +27,15 @@ struct FileStamp
     bool isNoRegularFile = false;
 };
 
+QDateTime universalTime(qint64 milliseconds)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    return QDateTime::fromMSecsSinceEpoch(milliseconds, QTimeZone::UTC);
+#else
+    return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
+#endif
+}
+
 /// The stamp by one question of our own, where the system is known, and with it the time that
 /// `QFileInfo` gives: it asks for the same, but takes three times as long.
 FileStamp stampOf(const QString& path, const std::string& utf8Path)
@@ -37,8 +47,7 @@ FileStamp stampOf(const QString& path, const std::string& utf8Path)
         return {};
     case Kind::Regular:
     case Kind::Other:
-        return {QDateTime::fromMSecsSinceEpoch(state.changedMs, Qt::UTC),
-                state.kind == Kind::Other};
+        return {universalTime(state.changedMs), state.kind == Kind::Other};
     case Kind::Unknown:
         break;
     }

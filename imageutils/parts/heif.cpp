@@ -99,7 +99,16 @@ heif_reader_grow_status waitForSize(int64_t size, void* data)
                                                : heif_reader_grow_status_size_beyond_eof;
 }
 
-constexpr heif_reader reader = {1, position, read, seek, waitForSize};
+// Newer versions of libheif have more functions, which the first version of the interface lacks.
+constexpr heif_reader reader = [] {
+    heif_reader functions = {};
+    functions.reader_api_version = 1;
+    functions.get_position = position;
+    functions.read = read;
+    functions.seek = seek;
+    functions.wait_for_file_size = waitForSize;
+    return functions;
+}();
 
 bool isOfKnownType(std::streambuf& file)
 {

@@ -96,7 +96,7 @@ void ImageUtilsSizeTest::asksForTheTimeThatQtGives()
         QCOMPARE(state.kind == Kind::Missing, !file.exists());
         const QDateTime changed = file.fileTime(QFileDevice::FileMetadataChangeTime);
         if (file.exists())
-            QCOMPARE(QDateTime::fromMSecsSinceEpoch(state.changedMs, Qt::UTC), changed);
+            QCOMPARE(QDateTime::fromMSecsSinceEpoch(state.changedMs), changed);
     }
 }
 
