@@ -122,9 +122,9 @@ public:
     /// | JPEG 2000 codestream (J2K)  | none                                    | the header's    |
     /// | all others                  | as its reader says                      | the same        |
     ///
-    /// A first answer takes some microseconds to a tenth of a millisecond for these formats, and
-    /// well under a millisecond for PNG, TIFF and raw files. The first file of all that needs
-    /// OpenImageIO costs, once, the loading of its libraries (0.2 s).
+    /// A first answer for these formats takes no longer than opening and reading a small file, for
+    /// PNG, TIFF and raw files some times that (`bench/bench_imagesize`). The first file of all
+    /// that needs OpenImageIO costs, once, the loading of its libraries.
     Q_INVOKABLE static QSize imageSize(const QString& path);
 
     /// Whether `variant` holds a value of some type, a null or empty value included.

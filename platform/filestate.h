@@ -20,7 +20,8 @@ struct FileState
     std::int64_t changedMs = 0;
 };
 
-/// The state of what `path` (UTF-8) names, by one question to the system.
+/// The state of what `path` (UTF-8) names, by one question to the system: Qt answers as well, but
+/// in three times the time.
 FileState fileState(const char* path);
 
 } // namespace Platform
