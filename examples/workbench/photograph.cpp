@@ -49,18 +49,6 @@ int depthOf(const OIIO::ImageSpec& spec)
     return spec.channelformats.empty() && spec.format == OIIO::TypeUInt16 ? CV_16U : CV_32F;
 }
 
-OIIO::TypeDesc typeOf(const cv::Mat& samples)
-{
-    switch (samples.depth()) {
-    case CV_8U:
-        return OIIO::TypeUInt8;
-    case CV_16U:
-        return OIIO::TypeUInt16;
-    default:
-        return OIIO::TypeFloat;
-    }
-}
-
 /// The largest value of a channel of this depth.
 double fullRange(int depth) { return depth == CV_8U ? 255.0 : depth == CV_16U ? 65535.0 : 1.0; }
 
@@ -72,8 +60,9 @@ Result<Photograph> decode(OIIO::ImageInput& input)
     const OIIO::ImageSpec& spec = photograph.spec;
     const int channels = std::min(spec.nchannels, channelsPerPixel);
     photograph.samples.create(spec.height, spec.width, CV_MAKETYPE(depthOf(spec), channels));
-    const bool isRead =
-        input.read_image(0, 0, 0, channels, typeOf(photograph.samples), photograph.samples.data);
+    const bool isAsStored = photograph.samples.depth() != CV_32F; // then nothing is copied
+    const OIIO::TypeDesc type = isAsStored ? OIIO::TypeUnknown : OIIO::TypeFloat;
+    const bool isRead = input.read_image(0, 0, 0, channels, type, photograph.samples.data);
     const QString damage = damageReported(input);
     if (!isRead || !damage.isEmpty())
         return Failure{damage.isEmpty() ? QStringLiteral("cannot be decoded") : damage};

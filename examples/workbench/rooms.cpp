@@ -14,11 +14,11 @@ cv::Mat Room::colours(const cv::Size& size)
         throw std::bad_alloc();
     if (!m_floats || count > m_count) {
         // Large memory is moved without being copied, and what was filled once stays so.
-        void* const grown = std::realloc(m_floats.get(), count * sizeof(float));
+        float* const held = m_floats.release();
+        void* const grown = std::realloc(held, count * sizeof(float));
+        m_floats.reset(grown ? static_cast<float*>(grown) : held);
         if (!grown)
             throw std::bad_alloc();
-        m_floats.release(); // it is there no more
-        m_floats.reset(static_cast<float*>(grown));
         m_count = count;
     }
     return cv::Mat(size, CV_32FC3, m_floats.get());

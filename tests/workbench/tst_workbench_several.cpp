@@ -80,13 +80,17 @@ void WorkbenchSeveralTest::initTestCase()
     m_paths.append(m_paths.mid(0, 2));
     shell(QString("cd '%1' && head -c 3000 a/0.jpg > half.jpg").arg(m_folder.path()));
     m_paths.insert(9, in("half.jpg"));
+    // The thread sanitizer cannot follow OpenCV's pool, which has no threads on one processor. The
+    // photographs' own threads are there all the same.
+    if (qEnvironmentVariableIsSet("TSAN_OPTIONS"))
+        shell("cpu=$(taskset -cp $PPID | sed 's/.*: //;s/[-,].*//') && taskset -cp $cpu $PPID");
 }
 
 void WorkbenchSeveralTest::givesWhatOneAfterTheOtherGives_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::newRow("as many as there are processors") << QStringList();
-    QTest::newRow("more than there are photographs") << QStringList{"--jobs", "99"};
+    QTest::newRow("all at once") << QStringList{"--jobs", "99"};
     QTest::newRow("little memory") << QStringList{"--jobs", "8", "--max-memory", "9"};
 }
 
@@ -112,7 +116,7 @@ void WorkbenchSeveralTest::sharesAFolderWithAnotherProcess()
     for (int i = 0; i < 2; ++i)
         processes[i].start(WORKBENCH_PROGRAM, QStringList{in(i == 0 ? "a" : "b")} + options);
     for (QProcess& process : processes)
-        QVERIFY(process.waitForFinished() && process.exitCode() == 0);
+        QVERIFY(process.waitForFinished(60'000) && process.exitCode() == 0);
     QCOMPARE(filesIn(in("out")).size(), 18);
 }
 
@@ -124,9 +128,9 @@ void WorkbenchSeveralTest::leavesNothingUnfinishedWhenItIsEnded()
         QVERIFY(QFile::link(in("large/0.png"), in(QString("large/%1.png").arg(i))));
     QProcess process;
     process.start(WORKBENCH_PROGRAM, {in("large"), "-o", in("out"), "--headless"});
-    QTRY_VERIFY_WITH_TIMEOUT(!QDir(in("out")).entryList(QDir::Files).isEmpty(), 20'000);
+    QTRY_VERIFY_WITH_TIMEOUT(!QDir(in("out")).entryList(QDir::Files).isEmpty(), 60'000);
     process.terminate();
-    QVERIFY(process.waitForFinished());
+    QVERIFY(process.waitForFinished(60'000));
     QCOMPARE(process.exitStatus(), QProcess::CrashExit); // by the signal, as a shell wants to know
     QVERIFY(process.readAllStandardOutput().contains(" exported, 0 kept, "));
     const QStringList names = filesIn(in("out")).keys();
