@@ -77,6 +77,9 @@ void dropTechnicalMetadata(OIIO::ImageSpec& spec, bool isGrey)
     erase(spec, "(bmp|dpx|gif|jpeg|openexr|png|raw|tiff|webp):.*|compression|planarconfig");
     erase(spec, "ICCProfile:.*|thumbnail_.*|textureformat|(Exif:|tiff:)?Orientation");
     erase(spec, "oiio:(?!ColorSpace$|Gamma$).*");
+    // Four numbers of 16 bits, which OpenImageIO writes as if they had 32: what lies behind them in
+    // the program's memory would be in the file. The preview that they are about is not, either.
+    erase(spec, "Canon:ThumbnailImageValidArea");
     const OIIO::ParamValue* const profile = spec.find_attribute("ICCProfile");
     const bool keepsProfile = profile && profileFits(*profile, isGrey);
     if (profile) // a format would write the colour space by its name as well, and contradict it
