@@ -82,8 +82,9 @@ void QuarterTurn::addXmp(std::string_view packet)
         const std::size_t start = at - (at >= 7 ? 7 : at); // that of "</tiff:O"
         const bool isEnd = packet.substr(start, at - start) == "/tiff:O"sv;
         const bool isTiff = packet.substr(start, at - start).ends_with("tiff:O"sv);
+        const bool isExif = packet.substr(start, at - start).ends_with("exif:O"sv);
         at += name.size();
-        if (isEnd)
+        if (isEnd || isExif) // the latter, of some writers, counts for nobody
             continue;
         std::string_view value = packet.substr(at, 4);
         if (value.starts_with("=\"") || value.starts_with("='"))
