@@ -12,6 +12,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cmath>
 #include <cstring>
@@ -26,18 +27,6 @@ constexpr int depthMask = 7;
 bool isImageFormat(QImage::Format format)
 {
     return format > QImage::Format_Invalid && format < QImage::NImageFormats;
-}
-
-/// Copies the samples `wanted` of a line into `out`, each of `width` floats; before the first and
-/// after the last of the line's `count` samples these are repeated. The samples lie `stride` bytes
-/// apart, and `held` is sample `firstHeld`.
-void gatherLine(const uchar* held, int firstHeld, std::size_t stride, int count, cv::Range wanted,
-                std::size_t width, float* out)
-{
-    for (int i = wanted.start; i < wanted.end; ++i, out += width) {
-        const std::size_t row = std::size_t(std::clamp(i, 0, count - 1) - firstHeld);
-        std::memcpy(out, held + row * stride, width * sizeof(float));
-    }
 }
 
 bool isResizable(const char* function, const cv::Mat& mat)
@@ -75,23 +64,38 @@ bool isSize32FC3(double rows, double cols)
     return rows <= INT_MAX && cols <= INT_MAX && rows * cols * 12 < double(PTRDIFF_MAX);
 }
 
-/// Cuts the rows of `result` into bands whose share of the intermediate picture stays in the cache
-/// and is used again for the next one: memory that is not asked for is not paid for.
+/// The source rows that a row of the result is made of, those beyond the picture left out.
+cv::Range rowsUnder(int resultRow, int sourceRows, float scale, int radius)
+{
+    const int centre = Kernels::centreSamples(resultRow, 1, scale, sourceRows).front();
+    return {std::max(centre - radius, 0), std::min(centre + radius, sourceRows - 1) + 1};
+}
+
+/// Cuts the rows of `result` into bands whose share of the intermediate picture stays in the cache.
 std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, float scale, int radius)
 {
-    constexpr double bandBytes = 4 << 20;
+    constexpr double bandBytes = 1 << 20;
     const double heldRows = std::max(bandBytes / double(result.step[0]), 4.0 * radius);
     const int bandRows = int(std::clamp(heldRows * double(scale), 1.0, double(result.rows)));
     std::vector<ResampleBand> bands;
-    for (int top = 0; top < result.rows; top += bandRows) {
-        const int rows = std::min(bandRows, result.rows - top);
-        const int first = Kernels::centreSamples(top, 1, scale, sourceRows).front();
-        const int last = Kernels::centreSamples(top + rows - 1, 1, scale, sourceRows).front();
-        const cv::Range held(std::max(first - radius, 0),
-                             std::min(last + radius, sourceRows - 1) + 1);
-        bands.push_back({cv::Range(top, top + rows), held, sourceRows});
+    for (int top = 0, known = 0; top < result.rows; top += bandRows) {
+        const int end = std::min(top + bandRows, result.rows);
+        const int needed = rowsUnder(end - 1, sourceRows, scale, radius).end;
+        bands.push_back({cv::Range(top, end), cv::Range(known, needed)});
+        known = needed;
     }
     return bands;
+}
+
+/// The most rows of the intermediate picture that one of the bands needs at once.
+int mostHeldRows(const std::vector<ResampleBand>& bands, int sourceRows, float scale, int radius)
+{
+    int most = 0;
+    for (const ResampleBand& band : bands) {
+        const int first = rowsUnder(band.resultRows.start, sourceRows, scale, radius).start;
+        most = std::max(most, band.newRows.end - first);
+    }
+    return most;
 }
 
 /// `resize` for `function`, whose name begins every line.
@@ -122,18 +126,17 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
     const std::vector<float> weightsY =
         Kernels::computeWeights(int(height), filterB, filterC, float(scaleY), radiusY);
     cv::Mat result(int(height), int(width), CV_32FC3);
-    cv::Mat intermediate;
-    for (const ResampleBand& band : bandsOf(result, mat.rows, float(scaleY), radiusY)) {
-        intermediate.create(std::max(intermediate.rows, band.heldRows.size()), result.cols,
-                            CV_32FC3);
-        cv::parallel_for_(band.heldRows,
-                          ParallelInterpRow32FC3(mat, intermediate, float(scaleX), radiusX,
-                                                 weightsX, band.heldRows.start),
+    // Memory that is not asked for is not paid for: of the intermediate picture there are only the
+    // rows that a band needs, in places that are used again.
+    const std::vector<ResampleBand> bands = bandsOf(result, mat.rows, float(scaleY), radiusY);
+    cv::Mat held(mostHeldRows(bands, mat.rows, float(scaleY), radiusY), result.cols, CV_32FC3);
+    for (const ResampleBand& band : bands) {
+        cv::parallel_for_(band.newRows,
+                          ParallelInterpRow32FC3(mat, held, float(scaleX), radiusX, weightsX), -1);
+        cv::parallel_for_(cv::Range(0, result.cols),
+                          ParallelInterpCols32FC3(held, result, float(scaleY), radiusY, weightsY,
+                                                  band.resultRows, mat.rows),
                           -1);
-        cv::parallel_for_(
-            cv::Range(0, result.cols),
-            ParallelInterpCols32FC3(intermediate, result, float(scaleY), radiusY, weightsY, band),
-            -1);
     }
     return result;
 }
@@ -180,43 +183,46 @@ void ParallelInterpRow32FC3::operator()(const cv::Range& rows) const
 {
     const std::vector<int> centres =
         Kernels::centreSamples(0, m_destination.cols, m_scale, m_source.cols);
-    const std::size_t samples = std::size_t(m_source.cols),
-                      padding = std::size_t(m_radius) * channels32FC3;
-    std::vector<float> line(samples * channels32FC3 + 2 * padding +
-                            1); // vectors read one float more
-    const cv::Range left(-m_radius, 0), right(m_source.cols, m_source.cols + m_radius);
-    float* const inner = line.data() + padding;
-    float* const after = inner + samples * channels32FC3;
-    for (int y = rows.start; y < rows.end; ++y) {
-        const uchar* const row = m_source.ptr(y);
-        gatherLine(row, 0, m_source.elemSize(), m_source.cols, left, channels32FC3, line.data());
-        std::memcpy(inner, row, samples * m_source.elemSize());
-        gatherLine(row, 0, m_source.elemSize(), m_source.cols, right, channels32FC3, after);
-        Kernels::interpolateLineInVectors(line.data(), channels32FC3, centres.data(),
-                                          m_weights.data(), 2 * m_radius + 1, m_destination.cols,
-                                          m_destination.ptr<float>(y - m_firstRow), channels32FC3);
+    const Kernels::Filter filter = {centres.data(), m_weights.data(), 2 * m_radius + 1,
+                                    m_destination.cols};
+    std::vector<float> buffer(Kernels::rowBufferFloats(m_source.cols, filter));
+    for (int y = rows.start; y < rows.end; y += Kernels::rowsAtOnce) {
+        const int count = std::min(Kernels::rowsAtOnce, rows.end - y);
+        std::array<const float*, Kernels::rowsAtOnce> from;
+        std::array<float*, Kernels::rowsAtOnce> to;
+        for (int i = 0; i < count; ++i) {
+            from[std::size_t(i)] = m_source.ptr<float>(y + i);
+            to[std::size_t(i)] = m_destination.ptr<float>((y + i) % m_destination.rows);
+        }
+        Kernels::interpolateRowsInVectors(from.data(), count, m_source.cols, filter, to.data(),
+                                          buffer.data());
     }
 }
 
 void ParallelInterpCols32FC3::operator()(const cv::Range& columns) const
 {
-    constexpr int blockColumns = int(Kernels::vectorBlockFloats / channels32FC3);
-    const auto [rows, held, sourceRows] = m_band;
+    constexpr int blockColumns = 32; // as many as fill the sums that a processor has registers for
     const int taps = 2 * m_radius + 1;
-    std::vector<int> centres = Kernels::centreSamples(rows.start, rows.size(), m_scale, sourceRows);
-    const cv::Range wanted(centres.front() - m_radius, centres.back() + m_radius + 1);
+    std::vector<int> centres =
+        Kernels::centreSamples(m_resultRows.start, m_resultRows.size(), m_scale, m_sourceRows);
+    const int first = centres.front() - m_radius, last = centres.back() + m_radius;
     for (int& centre : centres)
-        centre -= wanted.start + m_radius; // the line begins with the first tap of the first row
-    std::vector<float> line(std::size_t(wanted.size()) * Kernels::vectorBlockFloats + 1);
+        centre -= first + m_radius; // the line begins with the first tap of the first row
+    const Kernels::Filter filter = {
+        centres.data(), m_weights.data() + std::size_t(m_resultRows.start) * std::size_t(taps),
+        taps, m_resultRows.size()};
+    std::vector<float> line(std::size_t(last - first + 1) * blockColumns * channels32FC3);
     for (int x = columns.start; x < columns.end; x += blockColumns) {
         const std::size_t width =
             std::size_t(std::min(blockColumns, columns.end - x)) * channels32FC3;
-        gatherLine(m_source.ptr(0, x), held.start, m_source.step[0], sourceRows, wanted, width,
-                   line.data());
-        Kernels::interpolateLineInVectors(
-            line.data(), width, centres.data(),
-            m_weights.data() + std::size_t(rows.start) * std::size_t(taps), taps, rows.size(),
-            m_destination.ptr<float>(rows.start, x), m_destination.step[0] / sizeof(float));
+        float* sample = line.data();
+        for (int y = first; y <= last; ++y, sample += width) {
+            const int row = std::clamp(y, 0, m_sourceRows - 1) % m_source.rows;
+            std::memcpy(sample, m_source.ptr(row, x), width * sizeof(float));
+        }
+        Kernels::interpolateLineInVectors(line.data(), width, filter,
+                                          m_destination.ptr<float>(m_resultRows.start, x),
+                                          m_destination.step[0] / sizeof(float));
     }
 }
 

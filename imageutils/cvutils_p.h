@@ -107,15 +107,16 @@ private:
     std::vector<cv::Scalar>& m_sums;
 };
 
-/// The horizontal resampling pass over the given rows of a `CV_32FC3` matrix. Row `firstRow` of the
-/// source becomes row 0 of the destination.
+/// The horizontal resampling pass over the given rows of a `CV_32FC3` matrix, several rows at a
+/// time. The destination may have fewer rows than the source and is then used again from its top:
+/// source row y goes to row y modulo their number.
 class ParallelInterpRow32FC3 : public cv::ParallelLoopBody
 {
 public:
     ParallelInterpRow32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
-                           const std::vector<float>& weights, int firstRow = 0)
+                           const std::vector<float>& weights)
         : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
-          m_weights(weights), m_firstRow(firstRow)
+          m_weights(weights)
     {}
     void operator()(const cv::Range& rows) const override;
 
@@ -125,16 +126,14 @@ private:
     float m_scale;
     int m_radius;
     const std::vector<float>& m_weights;
-    int m_firstRow;
 };
 
-/// A part of a picture that is resampled in one go: the rows of the result, and the rows of a
-/// source of `sourceRows` rows that lie in the intermediate matrix.
+/// A part of a picture that is resampled in one go: the rows of the result, and the source rows
+/// that it needs and no part before it did.
 struct ResampleBand
 {
     cv::Range resultRows;
-    cv::Range heldRows;
-    int sourceRows;
+    cv::Range newRows;
 };
 
 /// The vertical resampling pass over the given columns of a `CV_32FC3` matrix. It takes several
@@ -143,19 +142,19 @@ struct ResampleBand
 class ParallelInterpCols32FC3 : public cv::ParallelLoopBody
 {
 public:
-    /// `source` holds the rows `band.heldRows`, and the rows `band.resultRows` of the destination
-    /// are written.
+    /// The source stands for `sourceRows` rows, of which it holds those that `resultRows` of the
+    /// destination need: row y at y modulo its own number of rows.
     ParallelInterpCols32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
-                            const std::vector<float>& weights, const ResampleBand& band)
+                            const std::vector<float>& weights, const cv::Range& resultRows,
+                            int sourceRows)
         : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
-          m_weights(weights), m_band(band)
+          m_weights(weights), m_resultRows(resultRows), m_sourceRows(sourceRows)
     {}
     /// The whole picture in one piece.
     ParallelInterpCols32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
                             const std::vector<float>& weights)
-        : ParallelInterpCols32FC3(
-              source, destination, scale, radius, weights,
-              {cv::Range(0, destination.rows), cv::Range(0, source.rows), source.rows})
+        : ParallelInterpCols32FC3(source, destination, scale, radius, weights,
+                                  cv::Range(0, destination.rows), source.rows)
     {}
     void operator()(const cv::Range& columns) const override;
 
@@ -165,5 +164,6 @@ private:
     float m_scale;
     int m_radius;
     const std::vector<float>& m_weights;
-    ResampleBand m_band;
+    cv::Range m_resultRows;
+    int m_sourceRows;
 };

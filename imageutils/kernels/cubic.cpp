@@ -7,6 +7,8 @@
 namespace Kernels {
 namespace {
 
+constexpr std::size_t channels = 3;
+
 /// Sums one output sample. `Width` fixes the number of floats at compile time, 0 leaves it to
 /// `width`.
 template<std::size_t Width>
@@ -77,16 +79,47 @@ std::vector<int> centreSamples(int first, int length, float scale, int inputLeng
     return centres;
 }
 
-void interpolateLine(const float* line, std::size_t width, const int* centres, const float* weights,
-                     int taps, int length, float* out, std::size_t outStride)
+void interpolateLine(const float* line, std::size_t width, const Filter& filter, float* out,
+                     std::size_t outStride)
 {
-    for (int i = 0; i < length; ++i, weights += taps, out += outStride) {
-        const float* const tap = line + std::size_t(centres[i]) * width;
-        if (width == 3) // a row of pixels; the constant width is worth a factor of 3
-            sumTaps<3>(tap, width, weights, taps, out);
+    const float* weights = filter.weights;
+    for (int i = 0; i < filter.length; ++i, weights += filter.taps, out += outStride) {
+        const float* const tap = line + std::size_t(filter.centres[i]) * width;
+        if (width == channels) // a row of pixels; the constant width is worth a factor of 3
+            sumTaps<channels>(tap, width, weights, filter.taps, out);
         else
-            sumTaps<0>(tap, width, weights, taps, out);
+            sumTaps<0>(tap, width, weights, filter.taps, out);
     }
+}
+
+void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
+                     float* const* out, float* buffer)
+{
+    const std::size_t radius = std::size_t(filter.taps) / 2;
+    float* const inner = buffer + radius * channels;
+    float* const after = inner + std::size_t(samples) * channels;
+    for (int y = 0; y < count; ++y) {
+        std::copy(rows[y], rows[y] + std::size_t(samples) * channels, inner);
+        for (std::size_t i = 0; i < radius; ++i) {
+            std::copy_n(inner, channels, buffer + i * channels);
+            std::copy_n(after - channels, channels, after + i * channels);
+        }
+        interpolateLine(buffer, channels, filter, out[y], channels);
+    }
+}
+
+std::size_t rowBufferFloats(int samples, const Filter& filter)
+{
+    const std::size_t padded = std::size_t(samples) + std::size_t(filter.taps);
+    if (filter.taps > mostTapsInVectors)
+        return padded * channels;
+    int span = 0;
+    for (int i = 0; i < filter.length; i += outputsPerGathering) {
+        const int last = std::min(i + outputsPerGathering, filter.length) - 1;
+        span = std::max(span, filter.centres[last] - filter.centres[i]);
+    }
+    const std::size_t gathered = std::size_t(span) + std::size_t(filter.taps);
+    return std::max(padded, gathered * std::size_t(rowsAtOnce)) * channels;
 }
 
 } // namespace Kernels

@@ -26,20 +26,45 @@ std::vector<float> computeWeights(int length, float filterB, float filterC, floa
 /// on, at most `inputLength` - 1.
 std::vector<int> centreSamples(int first, int length, float scale, int inputLength);
 
-/// Writes `length` output samples of `width` floats, one every `outStride` floats from `out` on:
-/// the sum of the `taps` samples of `line` from sample centres[i] on, weighted by weights[i x taps]
-/// and those after it. `line` begins `taps` / 2 samples before the first input sample and ends as
-/// many after the last.
-void interpolateLine(const float* line, std::size_t width, const int* centres, const float* weights,
-                     int taps, int length, float* out, std::size_t outStride);
+/// One pass over lines of equal length: what each output sample sums. The `taps` input samples of
+/// output sample i lie around sample centres[i] and have the weights from weights[i x taps] on.
+struct Filter
+{
+    const int* centres;
+    const float* weights;
+    int taps;
+    int length; ///< output samples
+};
 
-/// `interpolateLine` in vectors of four floats, with the same bits; its gain is for widths of 3 and
-/// `vectorBlockFloats`, other widths take the plain road. It may read one float beyond `line`.
-void interpolateLineInVectors(const float* line, std::size_t width, const int* centres,
-                              const float* weights, int taps, int length, float* out,
-                              std::size_t outStride);
+/// Writes the output samples of a line, `width` floats each, one every `outStride` floats from
+/// `out` on. `line` begins `taps` / 2 samples before the first input sample and ends as many after
+/// the last.
+void interpolateLine(const float* line, std::size_t width, const Filter& filter, float* out,
+                     std::size_t outStride);
 
-/// The width that keeps all sums of one output sample in registers: 16 columns of pixels.
-constexpr std::size_t vectorBlockFloats = 48;
+/// `interpolateLine` in vectors, with the same bits, for lines of many floats a sample.
+void interpolateLineInVectors(const float* line, std::size_t width, const Filter& filter,
+                              float* out, std::size_t outStride);
+
+/// Resamples `count` rows of `samples` pixels, three floats each: row i from rows[i] to out[i]. The
+/// samples at the ends are repeated outwards. `buffer` has room for `rowBufferFloats`.
+void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
+                     float* const* out, float* buffer);
+
+/// `interpolateRows` in vectors, with the same bits; best for `rowsAtOnce` rows.
+void interpolateRowsInVectors(const float* const* rows, int count, int samples,
+                              const Filter& filter, float* const* out, float* buffer);
+
+/// The floats that `interpolateRows` needs for `filter` and rows of `samples` pixels, in vectors or
+/// not.
+std::size_t rowBufferFloats(int samples, const Filter& filter);
+
+/// The rows that vectors resample together, and the output pixels after which they gather anew.
+constexpr int rowsAtOnce = 8;
+constexpr int outputsPerGathering = 64;
+
+/// Filters of more taps than this, for factors below 0.001, take the plain road across rows: what
+/// vectors gather for them would not stay in a cache.
+constexpr int mostTapsInVectors = 4096;
 
 } // namespace Kernels

@@ -1,78 +1,278 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The filter in vectors of four floats, which every 64-bit processor has, so nothing is chosen at
-// run time. Measured on one core: rows of pixels 3 times, blocks of columns 2 to 3 times as fast as
-// the plain loop. Vectors of eight gained another tenth, as these loops wait for their loads, and
-// would need a choice and a file for each processor.
+// The filter in vectors. Every float of a vector is a sum of its own, which adds its taps in the
+// order of the plain loop, so the bits are the same. Across rows the floats of a vector belong to
+// as many rows: what a row holds side by side is turned first, so that one weight serves all, and
+// turned back at the end. Down the columns they lie side by side already.
 #include <imageutils/kernels/cubic.h>
+#include <imageutils/kernels/vectors.h>
 
+#include <algorithm>
 #include <cstring>
 
-namespace Kernels {
+#define HWY_TARGET_INCLUDE "imageutils/kernels/cubic_vectors.cpp"
+#include <hwy/foreach_target.h> // IWYU pragma: keep
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace Kernels::HWY_NAMESPACE {
 namespace {
 
-using Vector = float __attribute__((vector_size(16)));
-constexpr int lanes = 4;
+#if HWY_TARGET == HWY_SCALAR
 
-Vector load(const float* floats)
+void interpolateLine(const float* line, std::size_t width, const Filter& filter, float* out,
+                     std::size_t outStride)
 {
-    Vector vector;
-    std::memcpy(&vector, floats, sizeof vector);
-    return vector;
+    Kernels::interpolateLine(line, width, filter, out, outStride);
 }
 
-Vector broadcast(float value) { return Vector{value, value, value, value}; }
-
-/// `Outputs` neighbouring pixels at once: each sum waits for its own last addition only, and the
-/// three channels of a tap are one vector, whose fourth lane is thrown away.
-template<int Outputs>
-void sumPixels(const float* line, const int* centres, const float* weights, int taps, float* out)
+void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
+                     float* const* out, float* buffer)
 {
-    Vector sums[Outputs] = {};
-    const float* tap[Outputs];
-    for (int n = 0; n < Outputs; ++n)
-        tap[n] = line + 3 * std::size_t(centres[n]);
-    for (int k = 0; k < taps; ++k) {
-        for (int n = 0; n < Outputs; ++n)
-            sums[n] += broadcast(weights[n * taps + k]) * load(tap[n] + 3 * k);
+    Kernels::interpolateRows(rows, count, samples, filter, out, buffer);
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+constexpr std::size_t channels = 3;
+constexpr std::size_t quad = 4; // the floats of a row that are turned at once, and its outputs
+using Wide = hn::CappedTag<float, rowsAtOnce>;
+using Narrow = hn::CappedTag<float, quad>;
+
+template<typename Tag>
+constexpr std::size_t lanesOf = hn::MaxLanes(Tag());
+
+/// Four floats from `at` on of every fourth row.
+template<typename Tag>
+HWY_INLINE hn::Vec<Tag> loadRows(Tag tag, const float* const* rows, std::size_t at)
+{
+    if constexpr (lanesOf<Tag> == quad) {
+        return hn::LoadU(tag, rows[0] + at);
+    } else {
+        const hn::Half<Tag> half;
+        return hn::Combine(tag, loadRows(half, rows + lanesOf<Tag> / 2, at),
+                           loadRows(half, rows, at));
     }
-    for (int n = 0; n < Outputs; ++n)
-        std::memcpy(out + 3 * n, &sums[n], 3 * sizeof(float));
 }
 
-void sumBlock(const float* tap, const float* weights, int taps, float* out)
+template<typename Tag>
+HWY_INLINE void storeRows(Tag tag, hn::Vec<Tag> vector, float* const* rows, std::size_t at)
 {
-    constexpr int vectors = int(vectorBlockFloats) / lanes;
-    Vector sums[vectors] = {};
-    for (int k = 0; k < taps; ++k, tap += vectorBlockFloats) {
-        const Vector weight = broadcast(weights[k]);
-        for (int n = 0; n < vectors; ++n)
-            sums[n] += weight * load(tap + n * lanes);
+    if constexpr (lanesOf<Tag> == quad) {
+        hn::StoreU(vector, tag, rows[0] + at);
+    } else {
+        const hn::Half<Tag> half;
+        storeRows(half, hn::LowerHalf(half, vector), rows, at);
+        storeRows(half, hn::UpperHalf(half, vector), rows + lanesOf<Tag> / 2, at);
     }
-    std::memcpy(out, sums, sizeof sums);
 }
+
+/// Turns each block of four by four floats: float i of vector j becomes float j of vector i.
+template<typename Tag, typename Vector>
+HWY_INLINE void turn(Tag tag, Vector& a, Vector& b, Vector& c, Vector& d)
+{
+    const hn::RepartitionToWide<Tag> pairs;
+    const auto ab = hn::BitCast(pairs, hn::InterleaveLower(tag, a, b));
+    const auto cd = hn::BitCast(pairs, hn::InterleaveLower(tag, c, d));
+    const auto abUpper = hn::BitCast(pairs, hn::InterleaveUpper(tag, a, b));
+    const auto cdUpper = hn::BitCast(pairs, hn::InterleaveUpper(tag, c, d));
+    a = hn::BitCast(tag, hn::InterleaveLower(pairs, ab, cd));
+    b = hn::BitCast(tag, hn::InterleaveUpper(pairs, ab, cd));
+    c = hn::BitCast(tag, hn::InterleaveLower(pairs, abUpper, cdUpper));
+    d = hn::BitCast(tag, hn::InterleaveUpper(pairs, abUpper, cdUpper));
+}
+
+/// Writes the pixels `first` to `last` of as many rows as a vector has floats: three vectors for
+/// each pixel, whose floats are the rows. Pixels before and after the row repeat its ends.
+template<typename Tag>
+void gatherPixels(Tag tag, const float* const* rows, int samples, int first, int last, float* out)
+{
+    constexpr std::size_t lanes = lanesOf<Tag>, pixel = channels * lanes;
+    const std::size_t begin = std::size_t(std::max(first, 0)),
+                      end = std::size_t(std::min(last, samples - 1)) + 1;
+    float* const inner = out + std::size_t(std::max(-first, 0)) * pixel;
+    float* next = inner;
+    std::size_t at = begin * channels;
+    for (; at + quad <= end * channels; at += quad, next += quad * lanes) {
+        auto a = loadRows(tag, rows, at), b = loadRows(tag, rows + 1, at);
+        auto c = loadRows(tag, rows + 2, at), d = loadRows(tag, rows + 3, at);
+        turn(tag, a, b, c, d);
+        hn::StoreU(a, tag, next);
+        hn::StoreU(b, tag, next + lanes);
+        hn::StoreU(c, tag, next + 2 * lanes);
+        hn::StoreU(d, tag, next + 3 * lanes);
+    }
+    for (; at < end * channels; ++at, next += lanes) {
+        for (std::size_t row = 0; row < lanes; ++row)
+            next[row] = rows[row][at];
+    }
+    for (; out < inner; out += pixel)
+        std::memcpy(out, inner, pixel * sizeof(float));
+    for (int x = int(end); x <= last; ++x, next += pixel)
+        std::memcpy(next, next - pixel, pixel * sizeof(float));
+}
+
+/// Four neighbouring output pixels of as many rows as a vector has floats.
+template<typename Tag>
+HWY_INLINE void sumPixels(Tag tag, const float* const (&pixels)[quad], const float* weights,
+                          std::size_t taps, float* const* out, std::size_t at)
+{
+    constexpr std::size_t lanes = lanesOf<Tag>;
+    hn::Vec<Tag> sums[quad * channels];
+    for (auto& sum : sums)
+        sum = hn::Zero(tag);
+    for (std::size_t k = 0; k < taps; ++k) {
+        for (std::size_t n = 0; n < quad; ++n) {
+            const auto weight = hn::Set(tag, weights[n * taps + k]);
+            const float* const pixel = pixels[n] + k * channels * lanes;
+            for (std::size_t c = 0; c < channels; ++c)
+                sums[n * channels + c] = hn::Add(
+                    sums[n * channels + c], hn::Mul(weight, hn::LoadU(tag, pixel + c * lanes)));
+        }
+    }
+    for (std::size_t n = 0; n < quad * channels; n += quad) {
+        turn(tag, sums[n], sums[n + 1], sums[n + 2], sums[n + 3]);
+        for (std::size_t row = 0; row < quad; ++row)
+            storeRows(tag, sums[n + row], out + row, at + n);
+    }
+}
+
+/// One output pixel of as many rows as a vector has floats.
+template<typename Tag>
+void sumPixel(Tag tag, const float* pixels, const float* weights, std::size_t taps,
+              float* const* out, std::size_t at)
+{
+    constexpr std::size_t lanes = lanesOf<Tag>;
+    for (std::size_t c = 0; c < channels; ++c) {
+        auto sum = hn::Zero(tag);
+        for (std::size_t k = 0; k < taps; ++k)
+            sum = hn::Add(sum, hn::Mul(hn::Set(tag, weights[k]),
+                                       hn::LoadU(tag, pixels + (k * channels + c) * lanes)));
+        float values[lanes];
+        hn::StoreU(sum, tag, values);
+        for (std::size_t row = 0; row < lanes; ++row)
+            out[row][at + c] = values[row];
+    }
+}
+
+/// As many rows as a vector has floats.
+template<typename Tag>
+void interpolateRowsOf(Tag tag, const float* const* rows, int samples, const Filter& filter,
+                       float* const* out, float* buffer)
+{
+    constexpr std::size_t pixel = channels * lanesOf<Tag>;
+    const int radius = filter.taps / 2;
+    const std::size_t taps = std::size_t(filter.taps);
+    for (int begin = 0; begin < filter.length; begin += outputsPerGathering) {
+        const int end = std::min(begin + outputsPerGathering, filter.length);
+        const int* const centres = filter.centres;
+        gatherPixels(tag, rows, samples, centres[begin] - radius, centres[end - 1] + radius,
+                     buffer);
+        const auto pixelsOf = [=](int i) {
+            return buffer + std::size_t(centres[i] - centres[begin]) * pixel;
+        };
+        int i = begin;
+        for (; i + int(quad) <= end; i += int(quad)) {
+            const float* const pixels[] = {pixelsOf(i), pixelsOf(i + 1), pixelsOf(i + 2),
+                                           pixelsOf(i + 3)};
+            sumPixels(tag, pixels, filter.weights + std::size_t(i) * taps, taps, out,
+                      std::size_t(i) * channels);
+        }
+        for (; i < end; ++i)
+            sumPixel(tag, pixelsOf(i), filter.weights + std::size_t(i) * taps, taps, out,
+                     std::size_t(i) * channels);
+    }
+}
+
+void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
+                     float* const* out, float* buffer)
+{
+    constexpr int wide = int(lanesOf<Wide>), narrow = int(lanesOf<Narrow>);
+    if (filter.taps > mostTapsInVectors) {
+        Kernels::interpolateRows(rows, count, samples, filter, out, buffer);
+        return;
+    }
+    int done = 0;
+    for (; done + wide <= count; done += wide)
+        interpolateRowsOf(Wide(), rows + done, samples, filter, out + done, buffer);
+    for (; done + narrow <= count; done += narrow)
+        interpolateRowsOf(Narrow(), rows + done, samples, filter, out + done, buffer);
+    if (done < count) { // the last row stands for those that are missing
+        const float* from[narrow];
+        float* to[narrow];
+        for (int row = 0; row < narrow; ++row) {
+            from[row] = rows[std::min(done + row, count - 1)];
+            to[row] = out[std::min(done + row, count - 1)];
+        }
+        interpolateRowsOf(Narrow(), from, samples, filter, to, buffer);
+    }
+}
+
+/// `Vectors` vectors of one output sample, whose sums stay in registers.
+template<std::size_t Vectors, typename Tag>
+HWY_INLINE void sumFloats(Tag tag, const float* tap, std::size_t width, const float* weights,
+                          int taps, float* out)
+{
+    hn::Vec<Tag> sums[Vectors];
+    for (auto& sum : sums)
+        sum = hn::Zero(tag);
+    for (int k = 0; k < taps; ++k, tap += width) {
+        const auto weight = hn::Set(tag, weights[k]);
+        for (std::size_t n = 0; n < Vectors; ++n)
+            sums[n] = hn::Add(sums[n], hn::Mul(weight, hn::LoadU(tag, tap + n * lanesOf<Tag>)));
+    }
+    for (std::size_t n = 0; n < Vectors; ++n)
+        hn::StoreU(sums[n], tag, out + n * lanesOf<Tag>);
+}
+
+void interpolateLine(const float* line, std::size_t width, const Filter& filter, float* out,
+                     std::size_t outStride)
+{
+    constexpr Wide tag;
+    constexpr std::size_t lanes = lanesOf<Wide>, many = 12;
+    if (width < lanes) {
+        Kernels::interpolateLine(line, width, filter, out, outStride);
+        return;
+    }
+    const float* weights = filter.weights;
+    for (int i = 0; i < filter.length; ++i, weights += filter.taps, out += outStride) {
+        const float* const tap = line + std::size_t(filter.centres[i]) * width;
+        std::size_t j = 0;
+        for (; j + many * lanes <= width; j += many * lanes)
+            sumFloats<many>(tag, tap + j, width, weights, filter.taps, out + j);
+        for (; j + lanes <= width; j += lanes)
+            sumFloats<1>(tag, tap + j, width, weights, filter.taps, out + j);
+        if (j < width) // the last vector once more, further back
+            sumFloats<1>(tag, tap + width - lanes, width, weights, filter.taps,
+                         out + width - lanes);
+    }
+}
+
+#endif
 
 } // namespace
+} // namespace Kernels::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
 
-void interpolateLineInVectors(const float* line, std::size_t width, const int* centres,
-                              const float* weights, int taps, int length, float* out,
-                              std::size_t outStride)
+#if HWY_ONCE
+namespace Kernels {
+
+HWY_EXPORT(interpolateLine);
+HWY_EXPORT(interpolateRows);
+
+void interpolateLineInVectors(const float* line, std::size_t width, const Filter& filter,
+                              float* out, std::size_t outStride)
 {
-    constexpr int outputs = 8;
-    int done = 0;
-    if (width == 3 && outStride == 3) {
-        for (; done + outputs <= length; done += outputs)
-            sumPixels<outputs>(line, centres + done,
-                               weights + std::size_t(done) * std::size_t(taps), taps,
-                               out + std::size_t(done) * 3);
-    } else if (width == vectorBlockFloats) {
-        for (; done < length; ++done)
-            sumBlock(line + std::size_t(centres[done]) * width,
-                     weights + std::size_t(done) * std::size_t(taps), taps,
-                     out + std::size_t(done) * outStride);
-    }
-    interpolateLine(line, width, centres + done, weights + std::size_t(done) * std::size_t(taps),
-                    taps, length - done, out + std::size_t(done) * outStride, outStride);
+    HWY_DYNAMIC_DISPATCH(interpolateLine)(line, width, filter, out, outStride);
+}
+
+void interpolateRowsInVectors(const float* const* rows, int count, int samples,
+                              const Filter& filter, float* const* out, float* buffer)
+{
+    HWY_DYNAMIC_DISPATCH(interpolateRows)(rows, count, samples, filter, out, buffer);
 }
 
 } // namespace Kernels
+#endif

@@ -69,7 +69,6 @@ private Q_SLOTS:
     void upsamplesInWholeSteps();
     void refuses();
     void centreStaysInsideTheLine();
-    void vectorsEqualThePlainLoop();
 };
 
 void CvUtilsResampleTest::equalsAnIndependentEvaluation_data()
@@ -212,27 +211,6 @@ void CvUtilsResampleTest::centreStaysInsideTheLine()
         const std::vector<int> centres = Kernels::centreSamples(0, length, scale, inputLength);
         QCOMPARE(centres.back(), inputLength - 1);
         QVERIFY(std::is_sorted(centres.begin(), centres.end()));
-    }
-}
-
-void CvUtilsResampleTest::vectorsEqualThePlainLoop()
-{
-    const cv::Mat samples = noise(1, 100 * 48, CV_32FC1), weights = noise(1, 40 * 17, CV_32FC1, 2);
-    for (const int taps : {5, 9, 17}) {
-        for (const std::size_t width : {3, 6, 47, 48}) {
-            for (int length = 1; length <= 19; ++length) { // two vectors of outputs, and three
-                const std::vector<int> centres =
-                    Kernels::centreSamples(0, length, 0.7f, 100 - taps - 1);
-                const float* const line = samples.ptr<float>() + length % 4; // odd offsets
-                std::vector<float> plain(20 * 48, -7), vectors = plain;
-                const std::size_t stride = width + std::size_t(length % 2);
-                Kernels::interpolateLine(line, width, centres.data(), weights.ptr<float>(), taps,
-                                         length, plain.data(), stride);
-                Kernels::interpolateLineInVectors(line, width, centres.data(), weights.ptr<float>(),
-                                                  taps, length, vectors.data(), stride);
-                QVERIFY(std::memcmp(plain.data(), vectors.data(), plain.size() * 4) == 0);
-            }
-        }
     }
 }
 
