@@ -146,21 +146,21 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
 void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
 {
     for (int y = rows.start; y < rows.end; ++y)
-        Kernels::makeRowMonochrome(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
+        Kernels::makeRowMonochromeInVectors(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
 }
 
 void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 {
     for (int y = rows.start; y < rows.end; ++y)
-        Kernels::splitRow(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
-                          m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
+        Kernels::splitRowInVectors(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
+                                   m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
 }
 
 void ParallelMerge32FC4::operator()(const cv::Range& rows) const
 {
     for (int y = rows.start; y < rows.end; ++y)
-        Kernels::mergeRow(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y), std::size_t(m_pixels.cols),
-                          m_pixels.ptr<float>(y));
+        Kernels::mergeRowInVectors(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y),
+                                   std::size_t(m_pixels.cols), m_pixels.ptr<float>(y));
 }
 
 void ParallelDetailSum::operator()(const cv::Range& bands) const

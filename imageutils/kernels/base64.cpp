@@ -4,13 +4,9 @@
 #include <array>
 #include <bit>
 #include <cstring>
-#include <string_view>
 
 namespace Kernels {
 namespace {
-
-constexpr std::string_view standardAlphabet =
-    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 // Eight characters are loaded, and six bytes stored, as one integer whose lowest byte comes first.
 static_assert(std::endian::native == std::endian::little);

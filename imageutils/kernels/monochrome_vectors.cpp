@@ -1,96 +1,155 @@
 // SPDX-License-Identifier: Apache-2.0
-//
-// The comparison in vectors of 16 bytes, which every 64-bit processor has, so nothing is chosen at
-// run time. The channels of a pixel are equal when each equals the next: a row is compared with
-// itself one value further on, and the places where a pixel ends are masked out. That pattern
-// repeats after as many vectors as a pixel has channels.
 #include <imageutils/kernels/monochrome.h>
+#include <imageutils/kernels/vectors.h>
 
+#include <algorithm>
 #include <cstring>
 
-namespace Kernels {
+#define HWY_TARGET_INCLUDE "imageutils/kernels/monochrome_vectors.cpp"
+#include <hwy/foreach_target.h> // IWYU pragma: keep
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace Kernels::HWY_NAMESPACE {
 namespace {
 
-using Bytes = std::uint8_t __attribute__((vector_size(16)));
-using Words = std::uint16_t __attribute__((vector_size(16)));
-using Floats = float __attribute__((vector_size(16)));
-using Bits = std::uint64_t __attribute__((vector_size(16)));
+#if HWY_TARGET == HWY_SCALAR
+
+template<typename T>
+bool isRowMonochrome(const T* row, std::size_t count, int channels)
+{
+    return Kernels::isRowMonochrome(row, count, channels);
+}
+
+void makeRowMonochrome(std::uint16_t* row, std::size_t count)
+{
+    Kernels::makeRowMonochrome(row, count);
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
 
 constexpr int mostChannels = 4;
-constexpr std::size_t patternsPerTest =
-    32; // a row that is not grey ends after at most so many patterns
+constexpr std::size_t mostBytes = 32; // of a vector
+// A row that is not grey ends after at most so many patterns.
+constexpr std::size_t patternsPerTest = 32;
 
-template<typename Vector, typename T>
-Vector load(const T* values)
-{
-    Vector vector;
-    std::memcpy(&vector, values, sizeof vector);
-    return vector;
-}
-
-/// `Channels` vectors of all ones, but zeros where the value is the last of its pixel.
-template<typename Vector, typename T, int Channels>
-void fillMasks(Bits (&masks)[Channels])
-{
-    constexpr int lanes = sizeof(Vector) / sizeof(T);
-    unsigned char bytes[sizeof masks];
-    for (int i = 0; i < lanes * Channels; ++i)
-        std::memset(bytes + std::size_t(i) * sizeof(T), i % Channels == Channels - 1 ? 0 : 0xff,
-                    sizeof(T));
-    std::memcpy(masks, bytes, sizeof masks);
-}
-
-template<typename Vector, typename T, int Channels>
+/// The channels of a pixel are equal when each equals the next: a row is compared with itself one
+/// value further on, and the places where a pixel ends are left out. That pattern repeats after as
+/// many vectors as a pixel has channels.
+template<int Channels, typename T>
 bool isRowMonochromeOf(const T* row, std::size_t count)
 {
-    constexpr std::size_t lanes = sizeof(Vector) / sizeof(T); // also the pixels of a pattern
-    Bits masks[Channels];
-    fillMasks<Vector, T>(masks);
+    constexpr hn::CappedTag<T, mostBytes / sizeof(T)> tag;
+    constexpr std::size_t lanes = hn::MaxLanes(tag); // also the pixels of a pattern
+    T inside[lanes * Channels];                      // 1 but where a pixel ends
+    for (std::size_t i = 0; i < lanes * Channels; ++i)
+        inside[i] = i % Channels != Channels - 1;
+    hn::Mask<decltype(tag)> compared[Channels];
+    for (int n = 0; n < Channels; ++n)
+        compared[n] = hn::Ne(hn::LoadU(tag, inside + std::size_t(n) * lanes), hn::Zero(tag));
+
     const std::size_t patterns = count == 0 ? 0 : (count * Channels - 1) / (lanes * Channels);
     for (std::size_t done = 0; done < patterns;) {
-        Bits different = {};
-        const std::size_t until =
-            patterns - done < patternsPerTest ? patterns : done + patternsPerTest;
+        auto different = hn::MaskFromVec(hn::Zero(tag));
+        const std::size_t until = std::min(patterns, done + patternsPerTest);
         for (; done < until; ++done) {
-            for (int n = 0; n < Channels; ++n, row += lanes)
-                different |= (Bits)(load<Vector>(row) != load<Vector>(row + 1)) & masks[n];
+            for (int n = 0; n < Channels; ++n, row += lanes) {
+                const auto values = hn::LoadU(tag, row), next = hn::LoadU(tag, row + 1);
+                different = hn::Or(different, hn::And(hn::Ne(values, next), compared[n]));
+            }
         }
-        if ((different[0] | different[1]) != 0)
+        if (!hn::AllFalse(tag, different))
             return false;
     }
-    return isRowMonochrome(row, count - patterns * lanes, Channels);
+    return Kernels::isRowMonochrome(row, count - patterns * lanes, Channels);
 }
 
-template<typename Vector, typename T>
-bool chooseChannels(const T* row, std::size_t count, int channels)
+template<typename T>
+bool isRowMonochrome(const T* row, std::size_t count, int channels)
 {
     switch (channels) {
     case 2:
-        return isRowMonochromeOf<Vector, T, 2>(row, count);
+        return isRowMonochromeOf<2>(row, count);
     case 3:
-        return isRowMonochromeOf<Vector, T, 3>(row, count);
+        return isRowMonochromeOf<3>(row, count);
     case mostChannels:
-        return isRowMonochromeOf<Vector, T, mostChannels>(row, count);
+        return isRowMonochromeOf<mostChannels>(row, count);
     default:
-        return isRowMonochrome(row, count, channels);
+        return Kernels::isRowMonochrome(row, count, channels);
     }
 }
 
+void makeRowMonochrome(std::uint16_t* row, std::size_t count)
+{
+    constexpr hn::CappedTag<std::uint16_t, mostBytes / 2> tag;
+    constexpr std::size_t lanes = hn::MaxLanes(tag);
+    const auto one = hn::Set(tag, 1);
+    for (; count >= lanes; count -= lanes, row += 3 * lanes) {
+        hn::Vec<decltype(tag)> red, green, blue;
+        hn::LoadInterleaved3(tag, row, red, green, blue);
+        // The sum is 65536 x `carries` + `low`.
+        const auto two = hn::Add(red, green), low = hn::Add(two, blue);
+        const auto carries = hn::Add(hn::IfThenElseZero(hn::Lt(two, red), one),
+                                     hn::IfThenElseZero(hn::Lt(low, two), one));
+        // 65536 is 3 x 21845 + 1. What saturates is 65536, and a third of 65535 is the same.
+        const auto rest = hn::SaturatedAdd(low, carries);
+        const auto third = hn::ShiftRight<1>(hn::MulHigh(rest, hn::Set(tag, 0xAAAB)));
+        const auto mean = hn::Add(third, hn::Mul(carries, hn::Set(tag, 21845)));
+        hn::StoreInterleaved3(mean, mean, mean, tag, row);
+    }
+    Kernels::makeRowMonochrome(row, count);
+}
+
+#endif
+
+bool isRowMonochrome8(const std::uint8_t* row, std::size_t count, int channels)
+{
+    return isRowMonochrome(row, count, channels);
+}
+
+bool isRowMonochrome16(const std::uint16_t* row, std::size_t count, int channels)
+{
+    return isRowMonochrome(row, count, channels);
+}
+
+bool isRowMonochrome32F(const float* row, std::size_t count, int channels)
+{
+    return isRowMonochrome(row, count, channels);
+}
+
 } // namespace
+} // namespace Kernels::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace Kernels {
+
+HWY_EXPORT(isRowMonochrome8);
+HWY_EXPORT(isRowMonochrome16);
+HWY_EXPORT(isRowMonochrome32F);
+HWY_EXPORT(makeRowMonochrome);
 
 bool isRowMonochromeInVectors(const std::uint8_t* row, std::size_t count, int channels)
 {
-    return chooseChannels<Bytes>(row, count, channels);
+    return HWY_DYNAMIC_DISPATCH(isRowMonochrome8)(row, count, channels);
 }
 
 bool isRowMonochromeInVectors(const std::uint16_t* row, std::size_t count, int channels)
 {
-    return chooseChannels<Words>(row, count, channels);
+    return HWY_DYNAMIC_DISPATCH(isRowMonochrome16)(row, count, channels);
 }
 
 bool isRowMonochromeInVectors(const float* row, std::size_t count, int channels)
 {
-    return chooseChannels<Floats>(row, count, channels);
+    return HWY_DYNAMIC_DISPATCH(isRowMonochrome32F)(row, count, channels);
+}
+
+void makeRowMonochromeInVectors(std::uint16_t* row, std::size_t count)
+{
+    HWY_DYNAMIC_DISPATCH(makeRowMonochrome)(row, count);
 }
 
 } // namespace Kernels
+#endif

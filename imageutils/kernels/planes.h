@@ -13,4 +13,8 @@ void splitRow(const float* pixels, std::size_t count, float* chroma, float* alph
 /// Writes three floats of `chroma` and one of `alpha` in turn to `pixels`.
 void mergeRow(const float* chroma, const float* alpha, std::size_t count, float* pixels);
 
+/// The same in vectors.
+void splitRowInVectors(const float* pixels, std::size_t count, float* chroma, float* alpha);
+void mergeRowInVectors(const float* chroma, const float* alpha, std::size_t count, float* pixels);
+
 } // namespace Kernels

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <imageutils/kernels/base64.h>
 #include <imageutils/kernels/cubic.h>
+#include <imageutils/kernels/monochrome.h>
+#include <imageutils/kernels/planes.h>
 #include <imageutils/kernels/vectors.h>
 
 #include <QtTest/QTest>
@@ -7,6 +10,7 @@
 #include <cmath>
 #include <cstring>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -26,6 +30,25 @@ bool sameBits(const std::vector<T>& a, const std::vector<T>& b)
     return std::memcmp(a.data(), b.data(), a.size() * sizeof(T)) == 0;
 }
 
+template<typename T>
+bool findsEveryDifference(int channels)
+{
+    for (std::size_t pixels = 1; pixels <= 70; ++pixels) { // two vectors of bytes and a bit
+        std::vector<T> row(pixels * std::size_t(channels) + 1, T(3));
+        for (std::size_t i = 1; i < row.size(); ++i) // neighbours may differ
+            row[i] = T((i - 1) / std::size_t(channels) % 3);
+        if (!Kernels::isRowMonochromeInVectors(&row[1], pixels, channels))
+            return false;
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            const T value = std::exchange(row[i], T(200));
+            if (Kernels::isRowMonochromeInVectors(&row[1], pixels, channels))
+                return false;
+            row[i] = value;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 /// The loops in vectors, of every instruction set that this processor has, against the plain ones.
@@ -39,6 +62,10 @@ private Q_SLOTS:
     void init();
     void resamplesRows();
     void resamplesColumns();
+    void splitsAndMerges();
+    void makesMonochrome();
+    void findsEverySingleDifference();
+    void encodesAndDecodes();
 };
 
 void KernelsTest::initTestCase_data()
@@ -100,6 +127,71 @@ void KernelsTest::resamplesColumns()
         Kernels::interpolateLine(&line[1], width, filter, &plain[1], width + 2);
         Kernels::interpolateLineInVectors(&line[1], width, filter, &vectors[1], width + 2);
         QVERIFY(sameBits(plain, vectors));
+    }
+}
+
+void KernelsTest::splitsAndMerges()
+{
+    const std::vector<float> pixels = noise<float>(4 * 20 + 1);
+    for (std::size_t count = 0; count <= 20; ++count) {
+        std::vector<float> plain(3 * 20 + 2, -7), vectors = plain, alpha = plain, merged = pixels;
+        Kernels::splitRow(&pixels[1], count, &plain[1], &alpha[1]);
+        std::vector<float> alphaOfVectors = plain;
+        Kernels::splitRowInVectors(&pixels[1], count, &vectors[1], &alphaOfVectors[0]);
+        QVERIFY(sameBits(plain, vectors));
+        QVERIFY(std::memcmp(&alpha[1], &alphaOfVectors[0], count * sizeof(float)) == 0);
+        std::fill_n(merged.begin() + 1, 4 * count, -7.0f);
+        Kernels::mergeRowInVectors(&plain[1], &alpha[1], count, &merged[1]);
+        QVERIFY(sameBits(merged, pixels));
+    }
+}
+
+void KernelsTest::makesMonochrome()
+{
+    std::vector<std::uint16_t> row = noise<std::uint16_t>(3 * 35);
+    const std::uint16_t edges[] = {0, 1, 2, 21845, 32767, 32768, 65533, 65534, 65535};
+    for (std::size_t count = 0; count <= 35; ++count) { // two vectors and a bit
+        std::vector<std::uint16_t> plain = row, vectors = row;
+        Kernels::makeRowMonochrome(&plain[count % 3], count - (count > 34));
+        Kernels::makeRowMonochromeInVectors(&vectors[count % 3], count - (count > 34));
+        QVERIFY(sameBits(plain, vectors));
+        for (std::size_t i = 0; i < row.size(); ++i) // sums around each carry
+            row[i] = edges[(i + count * i / 3) % std::size(edges)];
+    }
+}
+
+void KernelsTest::findsEverySingleDifference()
+{
+    for (const int channels : {2, 3, 4, 5}) {
+        QVERIFY(findsEveryDifference<std::uint8_t>(channels));
+        QVERIFY(findsEveryDifference<std::uint16_t>(channels));
+        QVERIFY(findsEveryDifference<float>(channels));
+    }
+}
+
+void KernelsTest::encodesAndDecodes()
+{
+    const std::vector<std::uint8_t> bytes = noise<std::uint8_t>(111);
+    for (std::size_t count = 0; count <= 110; ++count) {
+        std::string plain(152, '.'), vectors = plain;
+        const std::size_t length =
+            Kernels::encodeBase64(&bytes[1], count, Kernels::standardAlphabet.data(), plain.data());
+        QCOMPARE(Kernels::encodeBase64InVectors(&bytes[1], count, Kernels::standardAlphabet.data(),
+                                                vectors.data()),
+                 length);
+        QCOMPARE(vectors, plain);
+        std::vector<std::uint8_t> decoded((length + 3) / 4 * 3 + 1, 7);
+        QCOMPARE(Kernels::decodeBase64InVectors(vectors.data(), length, decoded.data()), count);
+        QVERIFY(std::equal(&bytes[1], &bytes[1] + count, decoded.begin()) && decoded.back() == 7);
+    }
+    std::string text = QByteArray(96, 0x5B).toBase64().toStdString();
+    for (std::size_t i = 0; i < text.size() * 256; ++i) { // every byte at every place
+        const char before = std::exchange(text[i / 256], char(i % 256));
+        std::vector<std::uint8_t> plain(96), vectors(96);
+        const std::size_t count = Kernels::decodeBase64(text.data(), text.size(), plain.data());
+        QCOMPARE(Kernels::decodeBase64InVectors(text.data(), text.size(), vectors.data()), count);
+        QVERIFY(std::equal(plain.begin(), plain.begin() + std::ptrdiff_t(count), vectors.begin()));
+        text[i / 256] = before;
     }
 }
 

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Four pixels at a time. A pixel of four floats is one vector; where it has three in memory the
+// fourth belongs to the next pixel, which is written after it. The last pixels of a row are left to
+// the plain loop, since nothing may lie after them.
+#include <imageutils/kernels/planes.h>
+#include <imageutils/kernels/vectors.h>
+
+#define HWY_TARGET_INCLUDE "imageutils/kernels/planes_vectors.cpp"
+#include <hwy/foreach_target.h> // IWYU pragma: keep
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace Kernels::HWY_NAMESPACE {
+namespace {
+
+#if HWY_TARGET == HWY_SCALAR
+
+void splitRow(const float* pixels, std::size_t count, float* chroma, float* alpha)
+{
+    Kernels::splitRow(pixels, count, chroma, alpha);
+}
+
+void mergeRow(const float* chroma, const float* alpha, std::size_t count, float* pixels)
+{
+    Kernels::mergeRow(chroma, alpha, count, pixels);
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Quad = hn::CappedTag<float, 4>;
+
+void splitRow(const float* pixels, std::size_t count, float* chroma, float* alpha)
+{
+    constexpr Quad quad;
+    constexpr hn::RepartitionToWide<Quad> pairs;
+    for (; count > 4; count -= 4, pixels += 16, chroma += 12, alpha += 4) {
+        const auto a = hn::LoadU(quad, pixels), b = hn::LoadU(quad, pixels + 4);
+        const auto c = hn::LoadU(quad, pixels + 8), d = hn::LoadU(quad, pixels + 12);
+        hn::StoreU(a, quad, chroma);
+        hn::StoreU(b, quad, chroma + 3);
+        hn::StoreU(c, quad, chroma + 6);
+        hn::StoreU(d, quad, chroma + 9);
+        const auto ab = hn::BitCast(pairs, hn::InterleaveUpper(quad, a, b));
+        const auto cd = hn::BitCast(pairs, hn::InterleaveUpper(quad, c, d));
+        hn::StoreU(hn::BitCast(quad, hn::InterleaveUpper(pairs, ab, cd)), quad, alpha);
+    }
+    Kernels::splitRow(pixels, count, chroma, alpha);
+}
+
+void mergeRow(const float* chroma, const float* alpha, std::size_t count, float* pixels)
+{
+    constexpr Quad quad;
+    const auto colour = hn::FirstN(quad, 3);
+    const auto merge = [=](const float* three, auto fourth, float* pixel) {
+        hn::StoreU(hn::IfThenElse(colour, hn::LoadU(quad, three), fourth), quad, pixel);
+    };
+    for (; count > 4; count -= 4, chroma += 12, alpha += 4, pixels += 16) {
+        const auto opacity = hn::LoadU(quad, alpha);
+        merge(chroma, hn::Broadcast<0>(opacity), pixels);
+        merge(chroma + 3, hn::Broadcast<1>(opacity), pixels + 4);
+        merge(chroma + 6, hn::Broadcast<2>(opacity), pixels + 8);
+        merge(chroma + 9, hn::Broadcast<3>(opacity), pixels + 12);
+    }
+    Kernels::mergeRow(chroma, alpha, count, pixels);
+}
+
+#endif
+
+} // namespace
+} // namespace Kernels::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace Kernels {
+
+HWY_EXPORT(splitRow);
+HWY_EXPORT(mergeRow);
+
+void splitRowInVectors(const float* pixels, std::size_t count, float* chroma, float* alpha)
+{
+    HWY_DYNAMIC_DISPATCH(splitRow)(pixels, count, chroma, alpha);
+}
+
+void mergeRowInVectors(const float* chroma, const float* alpha, std::size_t count, float* pixels)
+{
+    HWY_DYNAMIC_DISPATCH(mergeRow)(chroma, alpha, count, pixels);
+}
+
+} // namespace Kernels
+#endif
