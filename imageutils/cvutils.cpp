@@ -64,38 +64,40 @@ bool isSize32FC3(double rows, double cols)
     return rows <= INT_MAX && cols <= INT_MAX && rows * cols * 12 < double(PTRDIFF_MAX);
 }
 
-/// The source rows that a row of the result is made of, those beyond the picture left out.
-cv::Range rowsUnder(int resultRow, int sourceRows, float scale, int radius)
-{
-    const int centre = Kernels::centreSamples(resultRow, 1, scale, sourceRows).front();
-    return {std::max(centre - radius, 0), std::min(centre + radius, sourceRows - 1) + 1};
-}
-
 /// Cuts the rows of `result` into bands whose share of the intermediate picture stays in the cache.
-std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, float scale, int radius)
+/// Each but the last brings a multiple of the rows that are resampled together.
+ResampleBands bandsOf(const cv::Mat& result, int sourceRows, float scale, int radius)
 {
-    constexpr double bandBytes = 1 << 20;
-    const double heldRows = std::max(bandBytes / double(result.step[0]), 4.0 * radius);
-    const int bandRows = int(std::clamp(heldRows * double(scale), 1.0, double(result.rows)));
-    std::vector<ResampleBand> bands;
-    for (int top = 0, known = 0; top < result.rows; top += bandRows) {
-        const int end = std::min(top + bandRows, result.rows);
-        const int needed = rowsUnder(end - 1, sourceRows, scale, radius).end;
-        bands.push_back({cv::Range(top, end), cv::Range(known, needed)});
-        known = needed;
+    constexpr std::size_t bandBytes = 1 << 20;
+    const std::vector<int> centres = Kernels::centreSamples(0, result.rows, scale, sourceRows);
+    const auto neededRows = [&](int row) {
+        return std::min(centres[std::size_t(row)] + radius, sourceRows - 1) + 1;
+    };
+    // As many as one row of the result needs, so that each band has one.
+    const int wanted = std::max(int(bandBytes / result.step[0]), 2 * radius + 1);
+    const int newRows =
+        (wanted + Kernels::rowsAtOnce - 1) / Kernels::rowsAtOnce * Kernels::rowsAtOnce;
+    ResampleBands bands;
+    for (int top = 0, known = 0; top < result.rows;) {
+        const int begin = top, held = std::min(known + newRows, neededRows(result.rows - 1));
+        while (top < result.rows && neededRows(top) <= held)
+            ++top;
+        bands.bands.push_back({cv::Range(begin, top), cv::Range(known, held)});
+        const int firstHeld = std::max(centres[std::size_t(begin)] - radius, 0);
+        bands.heldRows = std::max(bands.heldRows, held - firstHeld);
+        known = held;
     }
     return bands;
 }
 
-/// The most rows of the intermediate picture that one of the bands needs at once.
-int mostHeldRows(const std::vector<ResampleBand>& bands, int sourceRows, float scale, int radius)
+/// The bytes from one row of the intermediate picture to the next: whole cache lines, and no
+/// multiple of 4096, by which the rows under one sum would drive each other out of the first cache;
+/// `room` leaves a block of columns between them.
+std::size_t heldStride(std::size_t rowBytes)
 {
-    int most = 0;
-    for (const ResampleBand& band : bands) {
-        const int first = rowsUnder(band.resultRows.start, sourceRows, scale, radius).start;
-        most = std::max(most, band.newRows.end - first);
-    }
-    return most;
+    constexpr std::size_t line = 64, period = 4096, room = 7 * line;
+    return rowBytes < period ? (rowBytes + line - 1) / line * line
+                             : (rowBytes - room + period - 1) / period * period + room;
 }
 
 /// `resize` for `function`, whose name begins every line.
@@ -128,8 +130,10 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
     cv::Mat result(int(height), int(width), CV_32FC3);
     // Memory that is not asked for is not paid for: of the intermediate picture there are only the
     // rows that a band needs, in places that are used again.
-    const std::vector<ResampleBand> bands = bandsOf(result, mat.rows, float(scaleY), radiusY);
-    cv::Mat held(mostHeldRows(bands, mat.rows, float(scaleY), radiusY), result.cols, CV_32FC3);
+    const auto [bands, heldRows] = bandsOf(result, mat.rows, float(scaleY), radiusY);
+    const std::size_t stride = heldStride(result.step[0]);
+    const cv::Mat memory(heldRows, int(stride / sizeof(float)), CV_32FC1);
+    cv::Mat held(heldRows, result.cols, CV_32FC3, memory.data, stride);
     for (const ResampleBand& band : bands) {
         cv::parallel_for_(band.newRows,
                           ParallelInterpRow32FC3(mat, held, float(scaleX), radiusX, weightsX), -1);
@@ -201,29 +205,23 @@ void ParallelInterpRow32FC3::operator()(const cv::Range& rows) const
 
 void ParallelInterpCols32FC3::operator()(const cv::Range& columns) const
 {
-    constexpr int blockColumns = 32; // as many as fill the sums that a processor has registers for
     const int taps = 2 * m_radius + 1;
     std::vector<int> centres =
         Kernels::centreSamples(m_resultRows.start, m_resultRows.size(), m_scale, m_sourceRows);
     const int first = centres.front() - m_radius, last = centres.back() + m_radius;
     for (int& centre : centres)
-        centre -= first + m_radius; // the line begins with the first tap of the first row
+        centre -= first + m_radius; // the column begins with the first tap of the first row
+    std::vector<const float*> column;
+    for (int y = first; y <= last; ++y)
+        column.push_back(
+            m_source.ptr<float>(std::clamp(y, 0, m_sourceRows - 1) % m_source.rows, columns.start));
     const Kernels::Filter filter = {
         centres.data(), m_weights.data() + std::size_t(m_resultRows.start) * std::size_t(taps),
         taps, m_resultRows.size()};
-    std::vector<float> line(std::size_t(last - first + 1) * blockColumns * channels32FC3);
-    for (int x = columns.start; x < columns.end; x += blockColumns) {
-        const std::size_t width =
-            std::size_t(std::min(blockColumns, columns.end - x)) * channels32FC3;
-        float* sample = line.data();
-        for (int y = first; y <= last; ++y, sample += width) {
-            const int row = std::clamp(y, 0, m_sourceRows - 1) % m_source.rows;
-            std::memcpy(sample, m_source.ptr(row, x), width * sizeof(float));
-        }
-        Kernels::interpolateLineInVectors(line.data(), width, filter,
-                                          m_destination.ptr<float>(m_resultRows.start, x),
-                                          m_destination.step[0] / sizeof(float));
-    }
+    Kernels::interpolateColumnsInVectors(
+        column.data(), std::size_t(columns.size()) * channels32FC3, filter,
+        m_destination.ptr<float>(m_resultRows.start, columns.start),
+        m_destination.step[0] / sizeof(float));
 }
 
 float CvUtils::depthMaxValue(int depth)

@@ -136,6 +136,12 @@ struct ResampleBand
     cv::Range newRows;
 };
 
+struct ResampleBands
+{
+    std::vector<ResampleBand> bands;
+    int heldRows = 0; ///< the most source rows that one of them needs
+};
+
 /// The vertical resampling pass over the given columns of a `CV_32FC3` matrix. It takes several
 /// columns at a time, so that memory is walked along its rows; one column alone gives the same
 /// bits.

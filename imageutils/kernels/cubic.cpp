@@ -9,19 +9,6 @@ namespace {
 
 constexpr std::size_t channels = 3;
 
-/// Sums one output sample. `Width` fixes the number of floats at compile time, 0 leaves it to
-/// `width`.
-template<std::size_t Width>
-void sumTaps(const float* tap, std::size_t width, const float* weights, int taps, float* sum)
-{
-    const std::size_t count = Width == 0 ? width : Width;
-    std::fill_n(sum, count, 0.0f);
-    for (int k = 0; k < taps; ++k, tap += count) {
-        for (std::size_t j = 0; j < count; ++j)
-            sum[j] += weights[k] * tap[j];
-    }
-}
-
 } // namespace
 
 float cubicKernel(float x, float filterB, float filterC)
@@ -79,16 +66,31 @@ std::vector<int> centreSamples(int first, int length, float scale, int inputLeng
     return centres;
 }
 
-void interpolateLine(const float* line, std::size_t width, const Filter& filter, float* out,
-                     std::size_t outStride)
+void interpolateLine(const float* line, const Filter& filter, float* out)
+{
+    const float* weights = filter.weights;
+    for (int i = 0; i < filter.length; ++i, weights += filter.taps, out += channels) {
+        const float* tap = line + std::size_t(filter.centres[i]) * channels;
+        float sums[channels] = {};
+        for (int k = 0; k < filter.taps; ++k, tap += channels) {
+            for (std::size_t c = 0; c < channels; ++c)
+                sums[c] += weights[k] * tap[c];
+        }
+        std::copy_n(sums, channels, out);
+    }
+}
+
+void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
+                        float* out, std::size_t outStride)
 {
     const float* weights = filter.weights;
     for (int i = 0; i < filter.length; ++i, weights += filter.taps, out += outStride) {
-        const float* const tap = line + std::size_t(filter.centres[i]) * width;
-        if (width == channels) // a row of pixels; the constant width is worth a factor of 3
-            sumTaps<channels>(tap, width, weights, filter.taps, out);
-        else
-            sumTaps<0>(tap, width, weights, filter.taps, out);
+        std::fill_n(out, width, 0.0f);
+        for (int k = 0; k < filter.taps; ++k) {
+            const float* const row = rows[filter.centres[i] + k];
+            for (std::size_t j = 0; j < width; ++j)
+                out[j] += weights[k] * row[j];
+        }
     }
 }
 
@@ -104,7 +106,7 @@ void interpolateRows(const float* const* rows, int count, int samples, const Fil
             std::copy_n(inner, channels, buffer + i * channels);
             std::copy_n(after - channels, channels, after + i * channels);
         }
-        interpolateLine(buffer, channels, filter, out[y], channels);
+        interpolateLine(buffer, filter, out[y]);
     }
 }
 
@@ -119,7 +121,7 @@ std::size_t rowBufferFloats(int samples, const Filter& filter)
         span = std::max(span, filter.centres[last] - filter.centres[i]);
     }
     const std::size_t gathered = std::size_t(span) + std::size_t(filter.taps);
-    return std::max(padded, gathered * std::size_t(rowsAtOnce)) * channels;
+    return std::max(padded, gathered * std::size_t(rowsAtOnce)) * channels + alignmentFloats;
 }
 
 } // namespace Kernels

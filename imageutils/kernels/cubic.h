@@ -36,15 +36,9 @@ struct Filter
     int length; ///< output samples
 };
 
-/// Writes the output samples of a line, `width` floats each, one every `outStride` floats from
-/// `out` on. `line` begins `taps` / 2 samples before the first input sample and ends as many after
-/// the last.
-void interpolateLine(const float* line, std::size_t width, const Filter& filter, float* out,
-                     std::size_t outStride);
-
-/// `interpolateLine` in vectors, with the same bits, for lines of many floats a sample.
-void interpolateLineInVectors(const float* line, std::size_t width, const Filter& filter,
-                              float* out, std::size_t outStride);
+/// Writes the output pixels of a row from `out` on. `line` begins `taps` / 2 pixels before the
+/// first input pixel and ends as many after the last.
+void interpolateLine(const float* line, const Filter& filter, float* out);
 
 /// Resamples `count` rows of `samples` pixels, three floats each: row i from rows[i] to out[i]. The
 /// samples at the ends are repeated outwards. `buffer` has room for `rowBufferFloats`.
@@ -59,9 +53,21 @@ void interpolateRowsInVectors(const float* const* rows, int count, int samples,
 /// not.
 std::size_t rowBufferFloats(int samples, const Filter& filter);
 
+/// Resamples columns, `width` floats side by side: output row i, `outStride` floats after the one
+/// before it, is the sum of the rows from rows[centres[i]] on.
+void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
+                        float* out, std::size_t outStride);
+
+/// `interpolateColumns` in vectors, with the same bits.
+void interpolateColumnsInVectors(const float* const* rows, std::size_t width, const Filter& filter,
+                                 float* out, std::size_t outStride);
+
 /// The rows that vectors resample together, and the output pixels after which they gather anew.
 constexpr int rowsAtOnce = 8;
 constexpr int outputsPerGathering = 64;
+
+/// What vectors leave at the beginning of their buffer, so that none lies across two cache lines.
+constexpr std::size_t alignmentFloats = 16;
 
 /// Filters of more taps than this, for factors below 0.001, take the plain road across rows: what
 /// vectors gather for them would not stay in a cache.

@@ -15,10 +15,10 @@ std::vector<const char*> vectorInstructionSets() { return {"none"}; }
 
 void useVectorInstructionSet(const char*) {}
 
-void interpolateLineInVectors(const float* line, std::size_t width, const Filter& filter,
-                              float* out, std::size_t outStride)
+void interpolateColumnsInVectors(const float* const* rows, std::size_t width, const Filter& filter,
+                                 float* out, std::size_t outStride)
 {
-    interpolateLine(line, width, filter, out, outStride);
+    interpolateColumns(rows, width, filter, out, outStride);
 }
 
 void interpolateRowsInVectors(const float* const* rows, int count, int samples,

@@ -83,6 +83,8 @@ void CvUtilsResampleTest::equalsAnIndependentEvaluation_data()
     QTest::newRow("identity") << cv::Size(19, 17) << 1.0 << 1.0 << third << third;
     QTest::newRow("three, Catmull-Rom") << cv::Size(7, 13) << 3.0 << 0.7 << 0.0f << 0.5f;
     QTest::newRow("eight, interpolating") << cv::Size(11, 9) << 8.0 << 8.0 << 0.0f << 0.0f;
+    QTest::newRow("several bands of wide rows")
+        << cv::Size(700, 600) << 0.5 << 0.6 << third << third;
     QTest::newRow("one row, long") << cv::Size(70000, 1) << 0.3 << 1.0 << third << third;
     QTest::newRow("one column") << cv::Size(1, 301) << 2.0 << 0.37 << third << third;
     QTest::newRow("one pixel") << cv::Size(1, 1) << 5.0 << 5.0 << third << third;

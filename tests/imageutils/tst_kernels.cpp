@@ -116,16 +116,19 @@ void KernelsTest::resamplesRows()
 
 void KernelsTest::resamplesColumns()
 {
-    std::vector<float> line = noise<float>(60 * 210 + 1);
-    line[4000] = INFINITY;
+    std::vector<float> pixels = noise<float>(60 * 210);
+    pixels[4000] = INFINITY;
     int radius = 0;
     const auto weights = Kernels::computeWeights(11, 0, 0.5f, 0.3f, radius);
     const auto centres = Kernels::centreSamples(0, 11, 0.3f, 60 - 2 * radius);
     const Kernels::Filter filter = {centres.data(), weights.data(), 2 * radius + 1, 11};
+    std::vector<const float*> rows;
+    for (std::size_t row = 0; row < 60; ++row)
+        rows.push_back(&pixels[1 + row * 210]);
     for (std::size_t width = 1; width <= 205; ++width) {
         std::vector<float> plain(12 * 207, -7), vectors = plain;
-        Kernels::interpolateLine(&line[1], width, filter, &plain[1], width + 2);
-        Kernels::interpolateLineInVectors(&line[1], width, filter, &vectors[1], width + 2);
+        Kernels::interpolateColumns(rows.data(), width, filter, &plain[1], width + 2);
+        Kernels::interpolateColumnsInVectors(rows.data(), width, filter, &vectors[1], width + 2);
         QVERIFY(sameBits(plain, vectors));
     }
 }
