@@ -4,6 +4,7 @@
 #include <imageutils/cvutils_p.h>
 #include <imageutils/picturewriter.h>
 
+#include <platform/freshpages.h>
 #include <timing/elapsedtime.h>
 
 #include <QtCore/QDebug>
@@ -23,6 +24,32 @@ namespace {
 
 constexpr std::size_t channels32FC3 = 3;
 constexpr int depthMask = 7;
+
+/// Has memory put behind the given rows of a new matrix. A smaller one may lie in memory that the C
+/// library had left over, and asking for what is there costs as much as filling it.
+void backRows(cv::Mat& mat, const cv::Range& rows)
+{
+    constexpr std::size_t surelyFreshBytes = 32 << 20;
+    if (mat.total() * mat.elemSize() >= surelyFreshBytes)
+        Platform::backPages(mat.ptr(rows.start), std::size_t(rows.size()) * mat.step[0]);
+}
+
+/// Calls `convert` for the rows of new matrices after memory was put behind them, a few at a time,
+/// so that what the system has just cleared is still in the cache.
+template<typename Convert>
+void writeFreshRows(const cv::Range& rows, std::initializer_list<cv::Mat*> matrices,
+                    const Convert& convert)
+{
+    constexpr std::size_t blockBytes = 1 << 20;
+    const int blockRows = int(blockBytes / (*matrices.begin())->step[0]) + 1;
+    for (int top = rows.start; top < rows.end; top += blockRows) {
+        const cv::Range block(top, std::min(top + blockRows, rows.end));
+        for (cv::Mat* const mat : matrices)
+            backRows(*mat, block);
+        for (int y = block.start; y < block.end; ++y)
+            convert(y);
+    }
+}
 
 bool isImageFormat(QImage::Format format)
 {
@@ -137,6 +164,7 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
     for (const ResampleBand& band : bands) {
         cv::parallel_for_(band.newRows,
                           ParallelInterpRow32FC3(mat, held, float(scaleX), radiusX, weightsX), -1);
+        cv::parallel_for_(band.resultRows, ParallelFirstTouch(result), cv::getNumThreads());
         cv::parallel_for_(cv::Range(0, result.cols),
                           ParallelInterpCols32FC3(held, result, float(scaleY), radiusY, weightsY,
                                                   band.resultRows, mat.rows),
@@ -153,18 +181,22 @@ void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
         Kernels::makeRowMonochromeInVectors(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
 }
 
+void ParallelFirstTouch::operator()(const cv::Range& rows) const { backRows(m_mat, rows); }
+
 void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 {
-    for (int y = rows.start; y < rows.end; ++y)
+    writeFreshRows(rows, {&m_chroma, &m_alpha}, [this](int y) {
         Kernels::splitRowInVectors(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
                                    m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
+    });
 }
 
 void ParallelMerge32FC4::operator()(const cv::Range& rows) const
 {
-    for (int y = rows.start; y < rows.end; ++y)
+    writeFreshRows(rows, {&m_pixels}, [this](int y) {
         Kernels::mergeRowInVectors(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y),
                                    std::size_t(m_pixels.cols), m_pixels.ptr<float>(y));
+    });
 }
 
 void ParallelDetailSum::operator()(const cv::Range& bands) const

@@ -61,6 +61,17 @@ private:
     cv::Mat& m_mat;
 };
 
+/// Has memory put behind the given rows of a new matrix, which are about to be written.
+class ParallelFirstTouch : public cv::ParallelLoopBody
+{
+public:
+    explicit ParallelFirstTouch(cv::Mat& mat) : m_mat(mat) {}
+    void operator()(const cv::Range& rows) const override;
+
+private:
+    cv::Mat& m_mat;
+};
+
 /// Parts the given rows of a `CV_32FC4` matrix into chroma and alpha.
 class ParallelSplit32FC4 : public cv::ParallelLoopBody
 {
