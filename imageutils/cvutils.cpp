@@ -25,13 +25,12 @@ namespace {
 constexpr std::size_t channels32FC3 = 3;
 constexpr int depthMask = 7;
 
-/// Has memory put behind the given rows of a new matrix. A smaller one may lie in memory that the C
+/// Whether the memory of a new matrix was never touched. A smaller one may lie in memory that the C
 /// library had left over, and asking for what is there costs as much as filling it.
-void backRows(cv::Mat& mat, const cv::Range& rows)
+bool isSurelyFresh(const cv::Mat& mat)
 {
-    constexpr std::size_t surelyFreshBytes = 32 << 20;
-    if (mat.total() * mat.elemSize() >= surelyFreshBytes)
-        Platform::backPages(mat.ptr(rows.start), std::size_t(rows.size()) * mat.step[0]);
+    constexpr std::size_t leftOverBytes = 32 << 20;
+    return mat.total() * mat.elemSize() >= leftOverBytes;
 }
 
 /// Calls `convert` for the rows of new matrices after memory was put behind them, a few at a time,
@@ -44,8 +43,10 @@ void writeFreshRows(const cv::Range& rows, std::initializer_list<cv::Mat*> matri
     const int blockRows = int(blockBytes / (*matrices.begin())->step[0]) + 1;
     for (int top = rows.start; top < rows.end; top += blockRows) {
         const cv::Range block(top, std::min(top + blockRows, rows.end));
-        for (cv::Mat* const mat : matrices)
-            backRows(*mat, block);
+        for (cv::Mat* const mat : matrices) {
+            if (isSurelyFresh(*mat))
+                ParallelFirstTouch{*mat}(block);
+        }
         for (int y = block.start; y < block.end; ++y)
             convert(y);
     }
@@ -91,22 +92,25 @@ bool isSize32FC3(double rows, double cols)
     return rows <= INT_MAX && cols <= INT_MAX && rows * cols * 12 < double(PTRDIFF_MAX);
 }
 
-/// Cuts the rows of `result` into bands whose share of the intermediate picture stays in the cache.
-/// Each but the last brings a multiple of the rows that are resampled together.
+/// Cuts the rows of `result` into bands whose share of it and of the intermediate picture stays in
+/// the cache; smaller bands would let the workers wait for each other more often. Each but the last
+/// brings a multiple of the rows that are resampled together.
 ResampleBands bandsOf(const cv::Mat& result, int sourceRows, float scale, int radius)
 {
-    constexpr std::size_t bandBytes = 1 << 20;
+    constexpr double bandBytes = 4 << 20;
     const std::vector<int> centres = Kernels::centreSamples(0, result.rows, scale, sourceRows);
     const auto neededRows = [&](int row) {
         return std::min(centres[std::size_t(row)] + radius, sourceRows - 1) + 1;
     };
     // As many as one row of the result needs, so that each band has one.
-    const int wanted = std::max(int(bandBytes / result.step[0]), 2 * radius + 1);
+    const double rowBytes = double(result.step[0]) * (1 + double(scale));
+    const int wanted = std::max(int(bandBytes / rowBytes), 2 * radius + 1);
     const int newRows =
         (wanted + Kernels::rowsAtOnce - 1) / Kernels::rowsAtOnce * Kernels::rowsAtOnce;
     ResampleBands bands;
+    const int allRows = neededRows(result.rows - 1);
     for (int top = 0, known = 0; top < result.rows;) {
-        const int begin = top, held = std::min(known + newRows, neededRows(result.rows - 1));
+        const int begin = top, held = known + std::min(newRows, allRows - known);
         while (top < result.rows && neededRows(top) <= held)
             ++top;
         bands.bands.push_back({cv::Range(begin, top), cv::Range(known, held)});
@@ -164,7 +168,8 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
     for (const ResampleBand& band : bands) {
         cv::parallel_for_(band.newRows,
                           ParallelInterpRow32FC3(mat, held, float(scaleX), radiusX, weightsX), -1);
-        cv::parallel_for_(band.resultRows, ParallelFirstTouch(result), cv::getNumThreads());
+        if (isSurelyFresh(result))
+            cv::parallel_for_(band.resultRows, ParallelFirstTouch(result), cv::getNumThreads());
         cv::parallel_for_(cv::Range(0, result.cols),
                           ParallelInterpCols32FC3(held, result, float(scaleY), radiusY, weightsY,
                                                   band.resultRows, mat.rows),
@@ -181,7 +186,10 @@ void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
         Kernels::makeRowMonochromeInVectors(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
 }
 
-void ParallelFirstTouch::operator()(const cv::Range& rows) const { backRows(m_mat, rows); }
+void ParallelFirstTouch::operator()(const cv::Range& rows) const
+{
+    Platform::backPages(m_mat.ptr(rows.start), std::size_t(rows.size()) * m_mat.step[0]);
+}
 
 void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 {
@@ -222,8 +230,8 @@ void ParallelInterpRow32FC3::operator()(const cv::Range& rows) const
     const Kernels::Filter filter = {centres.data(), m_weights.data(), 2 * m_radius + 1,
                                     m_destination.cols};
     std::vector<float> buffer(Kernels::rowBufferFloats(m_source.cols, filter));
-    for (int y = rows.start; y < rows.end; y += Kernels::rowsAtOnce) {
-        const int count = std::min(Kernels::rowsAtOnce, rows.end - y);
+    for (int y = rows.start, count = 0; y < rows.end; y += count) {
+        count = std::min(Kernels::rowsAtOnce, rows.end - y);
         std::array<const float*, Kernels::rowsAtOnce> from;
         std::array<float*, Kernels::rowsAtOnce> to;
         for (int i = 0; i < count; ++i) {
