@@ -25,6 +25,12 @@ namespace {
 constexpr std::size_t channels32FC3 = 3;
 constexpr int depthMask = 7;
 
+template<typename Integer>
+Integer roundUp(Integer value, Integer step)
+{
+    return (value + step - 1) / step * step;
+}
+
 /// Whether the memory of a new matrix was never touched. A smaller one may lie in memory that the C
 /// library had left over, and asking for what is there costs as much as filling it.
 bool isSurelyFresh(const cv::Mat& mat)
@@ -92,31 +98,37 @@ bool isSize32FC3(double rows, double cols)
     return rows <= INT_MAX && cols <= INT_MAX && rows * cols * 12 < double(PTRDIFF_MAX);
 }
 
+ResamplePass passOf(int length, double scale, float filterB, float filterC)
+{
+    ResamplePass pass;
+    pass.scale = float(scale);
+    pass.weights = Kernels::computeWeights(length, filterB, filterC, pass.scale, pass.radius);
+    return pass;
+}
+
 /// Cuts the rows of `result` into bands whose share of it and of the intermediate picture stays in
-/// the cache; smaller bands would let the workers wait for each other more often. Each but the last
-/// brings a multiple of the rows that are resampled together.
-ResampleBands bandsOf(const cv::Mat& result, int sourceRows, float scale, int radius)
+/// the cache, one for each thread at least. Each but the last brings a multiple of the rows that
+/// are resampled together.
+std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, const ResamplePass& down)
 {
     constexpr double bandBytes = 4 << 20;
-    const std::vector<int> centres = Kernels::centreSamples(0, result.rows, scale, sourceRows);
+    const std::vector<int> centres = Kernels::centreSamples(0, result.rows, down.scale, sourceRows);
     const auto neededRows = [&](int row) {
-        return std::min(centres[std::size_t(row)] + radius, sourceRows - 1) + 1;
+        return std::min(centres[std::size_t(row)] + down.radius, sourceRows - 1) + 1;
     };
-    // As many as one row of the result needs, so that each band has one.
-    const double rowBytes = double(result.step[0]) * (1 + double(scale));
-    const int wanted = std::max(int(bandBytes / rowBytes), 2 * radius + 1);
-    const int newRows =
-        (wanted + Kernels::rowsAtOnce - 1) / Kernels::rowsAtOnce * Kernels::rowsAtOnce;
-    ResampleBands bands;
     const int allRows = neededRows(result.rows - 1);
+    const double rowBytes = double(result.step[0]) * (1 + double(down.scale));
+    const int wanted =
+        std::min(int(bandBytes / rowBytes), allRows / std::max(cv::getNumThreads(), 1));
+    // As many as one row of the result needs, so that each band has one.
+    const int newRows = roundUp(std::max(wanted, 2 * down.radius + 1), Kernels::rowsAtOnce);
+    std::vector<ResampleBand> bands;
     for (int top = 0, known = 0; top < result.rows;) {
-        const int begin = top, held = known + std::min(newRows, allRows - known);
-        while (top < result.rows && neededRows(top) <= held)
+        const int begin = top, first = std::max(centres[std::size_t(begin)] - down.radius, 0);
+        known += std::min(newRows, allRows - known);
+        while (top < result.rows && neededRows(top) <= known)
             ++top;
-        bands.bands.push_back({cv::Range(begin, top), cv::Range(known, held)});
-        const int firstHeld = std::max(centres[std::size_t(begin)] - radius, 0);
-        bands.heldRows = std::max(bands.heldRows, held - firstHeld);
-        known = held;
+        bands.push_back({cv::Range(begin, top), cv::Range(first, known)});
     }
     return bands;
 }
@@ -127,8 +139,7 @@ ResampleBands bandsOf(const cv::Mat& result, int sourceRows, float scale, int ra
 std::size_t heldStride(std::size_t rowBytes)
 {
     constexpr std::size_t line = 64, period = 4096, room = 7 * line;
-    return rowBytes < period ? (rowBytes + line - 1) / line * line
-                             : (rowBytes - room + period - 1) / period * period + room;
+    return rowBytes < period ? roundUp(rowBytes, line) : roundUp(rowBytes - room, period) + room;
 }
 
 /// `resize` for `function`, whose name begins every line.
@@ -153,28 +164,16 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
         return {};
     }
 
-    int radiusX = 0, radiusY = 0;
-    const std::vector<float> weightsX =
-        Kernels::computeWeights(int(width), filterB, filterC, float(scaleX), radiusX);
-    const std::vector<float> weightsY =
-        Kernels::computeWeights(int(height), filterB, filterC, float(scaleY), radiusY);
+    const ResamplePass across = passOf(int(width), scaleX, filterB, filterC);
+    const ResamplePass down = passOf(int(height), scaleY, filterB, filterC);
     cv::Mat result(int(height), int(width), CV_32FC3);
-    // Memory that is not asked for is not paid for: of the intermediate picture there are only the
-    // rows that a band needs, in places that are used again.
-    const auto [bands, heldRows] = bandsOf(result, mat.rows, float(scaleY), radiusY);
-    const std::size_t stride = heldStride(result.step[0]);
-    const cv::Mat memory(heldRows, int(stride / sizeof(float)), CV_32FC1);
-    cv::Mat held(heldRows, result.cols, CV_32FC3, memory.data, stride);
-    for (const ResampleBand& band : bands) {
-        cv::parallel_for_(band.newRows,
-                          ParallelInterpRow32FC3(mat, held, float(scaleX), radiusX, weightsX), -1);
-        if (isSurelyFresh(result))
-            cv::parallel_for_(band.resultRows, ParallelFirstTouch(result), cv::getNumThreads());
-        cv::parallel_for_(cv::Range(0, result.cols),
-                          ParallelInterpCols32FC3(held, result, float(scaleY), radiusY, weightsY,
-                                                  band.resultRows, mat.rows),
-                          -1);
-    }
+    const std::vector<ResampleBand> bands = bandsOf(result, mat.rows, down);
+    const ParallelResampleBands body(mat, result, across, down, bands);
+    // Loops inside a loop are not shared out, so a single band is none.
+    if (bands.size() == 1)
+        body(cv::Range(0, 1));
+    else
+        cv::parallel_for_(cv::Range(0, int(bands.size())), body);
     return result;
 }
 
@@ -262,6 +261,32 @@ void ParallelInterpCols32FC3::operator()(const cv::Range& columns) const
         column.data(), std::size_t(columns.size()) * channels32FC3, filter,
         m_destination.ptr<float>(m_resultRows.start, columns.start),
         m_destination.step[0] / sizeof(float));
+}
+
+void ParallelResampleBands::operator()(const cv::Range& bands) const
+{
+    int heldRows = 0;
+    for (int i = bands.start; i < bands.end; ++i)
+        heldRows = std::max(heldRows, m_bands[std::size_t(i)].sourceRows.size());
+    const std::size_t stride = heldStride(m_result.step[0]);
+    const cv::Mat memory(heldRows, int(stride / sizeof(float)), CV_32FC1);
+    cv::Mat held(heldRows, m_result.cols, CV_32FC3, memory.data, stride);
+    int known = 0; // the source rows before this one were resampled for the band before
+    for (int i = bands.start; i < bands.end; ++i) {
+        const auto [resultRows, sourceRows] = m_bands[std::size_t(i)];
+        const cv::Range newRows(std::max(known, sourceRows.start), sourceRows.end);
+        known = sourceRows.end;
+        cv::parallel_for_(newRows,
+                          ParallelInterpRow32FC3(m_source, held, m_across.scale, m_across.radius,
+                                                 m_across.weights),
+                          -1);
+        if (isSurelyFresh(m_result))
+            cv::parallel_for_(resultRows, ParallelFirstTouch(m_result));
+        cv::parallel_for_(cv::Range(0, m_result.cols),
+                          ParallelInterpCols32FC3(held, m_result, m_down.scale, m_down.radius,
+                                                  m_down.weights, resultRows, m_source.rows),
+                          -1);
+    }
 }
 
 float CvUtils::depthMaxValue(int depth)

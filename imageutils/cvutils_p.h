@@ -139,20 +139,6 @@ private:
     const std::vector<float>& m_weights;
 };
 
-/// A part of a picture that is resampled in one go: the rows of the result, and the source rows
-/// that it needs and no part before it did.
-struct ResampleBand
-{
-    cv::Range resultRows;
-    cv::Range newRows;
-};
-
-struct ResampleBands
-{
-    std::vector<ResampleBand> bands;
-    int heldRows = 0; ///< the most source rows that one of them needs
-};
-
 /// The vertical resampling pass over the given columns of a `CV_32FC3` matrix. It takes several
 /// columns at a time, so that memory is walked along its rows; one column alone gives the same
 /// bits.
@@ -183,4 +169,40 @@ private:
     const std::vector<float>& m_weights;
     cv::Range m_resultRows;
     int m_sourceRows;
+};
+
+/// A part of a picture that is resampled in one go: rows of the result, and the source rows that
+/// they are made of.
+struct ResampleBand
+{
+    cv::Range resultRows;
+    cv::Range sourceRows;
+};
+
+/// One pass of a resampling: the factor, the radius that the filter has for it, and its weights.
+struct ResamplePass
+{
+    float scale = 1;
+    int radius = 0;
+    std::vector<float> weights;
+};
+
+/// Resamples the given bands one after the other: the rows of a band across, then its columns down.
+/// Of the intermediate picture it has only the rows that a band needs, in places that are used
+/// again, since memory that is not asked for is not paid for.
+class ParallelResampleBands : public cv::ParallelLoopBody
+{
+public:
+    ParallelResampleBands(const cv::Mat& source, cv::Mat& result, const ResamplePass& across,
+                          const ResamplePass& down, const std::vector<ResampleBand>& bands)
+        : m_source(source), m_result(result), m_across(across), m_down(down), m_bands(bands)
+    {}
+    void operator()(const cv::Range& bands) const override;
+
+private:
+    const cv::Mat& m_source;
+    cv::Mat& m_result;
+    const ResamplePass& m_across;
+    const ResamplePass& m_down;
+    const std::vector<ResampleBand>& m_bands;
 };
