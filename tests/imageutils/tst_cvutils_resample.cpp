@@ -132,8 +132,8 @@ void CvUtilsResampleTest::overshootsBeyondTheLastSample()
 
 void CvUtilsResampleTest::bitsDoNotDependOnThreadsStripesOrBands()
 {
-    cv::Mat source = noise(5000, 97, CV_32FC3); // some 4 MiB: several bands
-    for (const float scale : {1.0f, 1.7f, 0.5f}) {
+    cv::Mat source = noise(5000, 97, CV_32FC3);    // some 4 MiB: several bands
+    for (const float scale : {1.0f, 6.1f, 0.5f}) { // 6.1: memory that is asked for in one go
         if (scale < 1) // spreads as far as its taps reach, and no farther
             source.at<cv::Vec3f>(2500, 50)[1] = INFINITY;
         const int height = int(std::ceil(5000 * double(scale)));
