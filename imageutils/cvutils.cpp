@@ -31,13 +31,7 @@ Integer roundUp(Integer value, Integer step)
     return (value + step - 1) / step * step;
 }
 
-/// Whether the memory of a new matrix was never touched. A smaller one may lie in memory that the C
-/// library had left over, and asking for what is there costs as much as filling it.
-bool isSurelyFresh(const cv::Mat& mat)
-{
-    constexpr std::size_t leftOverBytes = 32 << 20;
-    return mat.total() * mat.elemSize() >= leftOverBytes;
-}
+bool isSurelyFresh(const cv::Mat& mat) { return mat.total() * mat.elemSize() >= surelyFreshBytes; }
 
 /// Calls `convert` for the rows of new matrices after memory was put behind them, a few at a time,
 /// so that what the system has just cleared is still in the cache.

@@ -3,8 +3,10 @@
 // The forms in which matrices travel: bytes, text and lists.
 #include <imageutils/cvutils.h>
 
+#include <imageutils/cvutils_p.h>
 #include <imageutils/kernels/base64.h>
 #include <imageutils/library_p.h>
+#include <platform/freshpages.h>
 
 #include <QtCore/QDebug>
 #include <QtCore/QtEndian>
@@ -30,6 +32,15 @@ constexpr qint32 typeBits = 0xFFF;
 constexpr std::size_t blockBytes = 3 * 1024;
 constexpr std::size_t blockCharacters = 4 * 1024;
 
+/// Makes room for `size` bytes or characters, which are about to be appended.
+template<typename Container>
+void reserveFresh(Container& container, std::size_t size)
+{
+    container.reserve(size);
+    if (size >= surelyFreshBytes)
+        Platform::backPages(container.data(), size);
+}
+
 } // namespace
 
 std::vector<unsigned char> CvUtils::serializeMat(const cv::Mat& mat)
@@ -40,7 +51,7 @@ std::vector<unsigned char> CvUtils::serializeMat(const cv::Mat& mat)
         return bytes;
     }
     const std::size_t rowBytes = std::size_t(mat.cols) * mat.elemSize();
-    bytes.reserve(dataAt + std::size_t(mat.rows) * rowBytes);
+    reserveFresh(bytes, dataAt + std::size_t(mat.rows) * rowBytes);
     bytes.resize(dataAt);
     qToLittleEndian(qint32(mat.type()), &bytes[typeAt]);
     qToLittleEndian(qint32(mat.rows), &bytes[rowsAt]);
@@ -83,6 +94,8 @@ cv::Mat CvUtils::deserializeMat(const std::vector<unsigned char>& bytes)
         return {};
     }
     cv::Mat mat(rows, cols, type);
+    if (elements * elementSize >= surelyFreshBytes)
+        Platform::backPages(mat.data, elements * elementSize);
     if (elements > 0)
         std::memcpy(mat.data, &bytes[dataAt], elements * elementSize);
     return mat;
@@ -91,7 +104,7 @@ cv::Mat CvUtils::deserializeMat(const std::vector<unsigned char>& bytes)
 std::string CvUtils::base64Encode(const std::vector<unsigned char>& bytes)
 {
     std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
+    reserveFresh(text, (bytes.size() + 2) / 3 * 4);
     std::array<char, blockCharacters> block;
     for (std::size_t done = 0; done < bytes.size(); done += blockBytes) {
         const std::size_t count = std::min(blockBytes, bytes.size() - done);
@@ -105,7 +118,7 @@ std::string CvUtils::base64Encode(const std::vector<unsigned char>& bytes)
 std::vector<unsigned char> CvUtils::base64Decode(const std::string& text)
 {
     std::vector<unsigned char> bytes;
-    bytes.reserve((text.size() + 3) / 4 * 3);
+    reserveFresh(bytes, (text.size() + 3) / 4 * 3);
     std::array<unsigned char, blockBytes> block;
     std::size_t decoded = blockBytes; // fewer when a character ended the decoding
     for (std::size_t done = 0; done < text.size() && decoded == blockBytes;

@@ -61,6 +61,10 @@ private:
     cv::Mat& m_mat;
 };
 
+/// New memory of so many bytes was never touched. Less may come out of what the C library had left
+/// over, and asking the system for what is there costs as much as filling it.
+constexpr std::size_t surelyFreshBytes = 32 << 20;
+
 /// Has memory put behind the given rows of a new matrix, which are about to be written.
 class ParallelFirstTouch : public cv::ParallelLoopBody
 {

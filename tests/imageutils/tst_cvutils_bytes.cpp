@@ -66,6 +66,9 @@ void CvUtilsBytesTest::everyTypeComesBack()
             }
         }
     }
+    const cv::Mat large = noise(3100, 2800, CV_32FC1); // whose memory is asked for in one go
+    const std::string text = CvUtils::base64Encode(CvUtils::serializeMat(large));
+    QVERIFY(sameBytes(CvUtils::deserializeMat(CvUtils::base64Decode(text)), large));
 }
 
 void CvUtilsBytesTest::bytesAreTheHeaderAndTheElements()
