@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The key of a nested parameter set of 60 entries beside writing the same map to a data stream.
-#include "ratios.h"
+// The key of a nested parameter set of 60 entries beside hashing the same map as a data stream.
+#include "groups.h"
 
 #include <imageutils/imageutils.h>
 
 #include <QtCore/QDataStream>
 #include <QtCore/QIODevice>
+#include <QtCore/QSize>
 
+namespace Bench {
 namespace {
 
-/// Settings as an image application has them: numbers, switches, names, sizes, a list.
+/// Settings as an image application has them: numbers, switches, names, sizes, lists.
 QVariantMap settings(int depth)
 {
     QVariantMap map;
@@ -26,20 +28,27 @@ QVariantMap settings(int depth)
     }
     if (depth > 0)
         map[QStringLiteral("nested")] = settings(depth - 1);
+    else
+        map[QStringLiteral("opacity")] = 0.5F;
     return map;
 }
 
 } // namespace
 
-int main(int argc, char** argv)
+void hash(const Options& options)
 {
-    const QVariantMap map = settings(3); // 4 levels of 14 entries, and what holds them: 59
-    addOperation("hashParams", "ours", [&] { return NImageUtils::hashParams(map); });
-    addOperation("hashParams", "QDataStream", [&] {
+    const QVariantMap map = settings(3); // 4 levels of 14 entries, what holds them, and one more
+    Contest contest("hashParams", "60 entries");
+    contest.add(
+        Role::Ours, "ours", [&] { return NImageUtils::hashParams(map); },
+        [key = NImageUtils::hashParams(settings(3))](quint64 result) { return result != key; });
+    contest.addYardstick("QDataStream and qHash", [&] { // another number
         QByteArray bytes;
         QDataStream stream(&bytes, QIODevice::WriteOnly);
         stream << map;
-        return bytes;
+        return qHash(bytes, 0);
     });
-    return runBenchmarks(argc, argv);
+    contest.run(options.onOneThread());
 }
+
+} // namespace Bench

@@ -1,66 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Sizes from headers: a kept answer beside the one system query that it costs, by one thread and by
-// eight, and first answers, format by format, beside Qt's reader and opening through OpenImageIO.
-// The pictures, of 12 megapixels, are made here; what this OpenImageIO cannot write is left out.
-#include "ratios.h"
+// Sizes from headers, format by format, as first answers; and kept answers beside the one question
+// to the system that each of them costs. What this machine cannot write is left out.
+#include "groups.h"
+#include "pictures.h"
 
 #include <imageutils/imageutils.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QTemporaryDir>
 #include <QtGui/QImageReader>
-#include <QtGui/QImageWriter>
 
+#include <libheif/heif.h>
 #include <OpenImageIO/imageio.h>
+#include <vips/vips.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <thread>
-#include <vector>
 
+namespace Bench {
 namespace {
-
-bool writePicture(const QString& path)
-{
-    constexpr int width = 4000, height = 3000;
-    std::vector<unsigned char> pixels(std::size_t(width) * height * 3);
-    for (std::size_t i = 0; i < pixels.size(); ++i)
-        pixels[i] = static_cast<unsigned char>(((i / 3) % 251) ^ (i >> 14));
-    const auto output = OIIO::ImageOutput::create(path.toStdString());
-    const OIIO::ImageSpec spec(width, height, 3, OIIO::TypeDesc::UINT8);
-    return output && output->open(path.toStdString(), spec) &&
-           output->write_image(OIIO::TypeDesc::UINT8, pixels.data()) && output->close();
-}
-
-/// The JPEG file at `path` again, in several scans.
-bool writeInScans(const QString& path, const QString& scansPath)
-{
-    QImageWriter writer(scansPath, "jpeg");
-    writer.setProgressiveScanWrite(true);
-    return writer.write(QImage(path));
-}
-
-QSize openThroughOpenImageIO(const QString& path)
-{
-    const auto input = OIIO::ImageInput::open(path.toStdString());
-    return input ? QSize(input->spec().width, input->spec().height) : QSize();
-}
-
-/// 16,000 questions about eight kept files, shared out to threads.
-void askByThreads(const std::vector<QString>& paths, std::size_t count)
-{
-    constexpr std::size_t questions = 16'000;
-    std::vector<std::thread> threads;
-    for (std::size_t i = 0; i < count; ++i) {
-        threads.emplace_back([&paths, i, count] {
-            for (std::size_t k = 0; k < questions / count; ++k)
-                benchmark::DoNotOptimize(NImageUtils::imageSize(paths[(i + k) % paths.size()]));
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-}
 
 /// Asks for the size under one spelling of the path after the other: each is a file of its own to
 /// the cache, which keeps a hundred of them.
@@ -83,44 +44,123 @@ private:
     std::shared_ptr<std::size_t> m_next = std::make_shared<std::size_t>(0);
 };
 
-} // namespace
-
-int main(int argc, char** argv)
+QSize sizeByOpenImageIo(const std::string& path)
 {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath("a.jpg");
-    const auto addFormat = [](const std::string& format, const QString& file) {
-        addOperation(format, "ours", FirstAnswer(file));
-        addOperation(format, "QImageReader", [file] { return QImageReader(file).size(); });
-        addOperation(format, "OpenImageIO", [file] { return openThroughOpenImageIO(file); });
-    };
-    for (const char* const format : {"jpg", "png", "tif", "heic", "avif", "jp2"}) {
-        const QString file = folder.filePath(QStringLiteral("a.") + QLatin1String(format));
-        if (writePicture(file))
-            addFormat(format, file);
-    }
-    if (writeInScans(path, folder.filePath("scans.jpg")))
-        addFormat("jpg in scans", folder.filePath("scans.jpg"));
+    const auto input = OIIO::ImageInput::open(path);
+    return input ? QSize(input->spec().width, input->spec().height) : QSize();
+}
 
-    addOperation("kept", "ours", [path] { return NImageUtils::imageSize(path); });
-    addOperation("kept", "QFileInfo::fileTime",
-                 [path] { return QFileInfo(path).fileTime(QFileDevice::FileMetadataChangeTime); });
-    const std::filesystem::path standardPath(path.toStdString());
-    addOperation("kept", "one stat", [standardPath] {
-        std::error_code error;
-        return std::filesystem::status(standardPath, error).type();
-    });
-    std::vector<QString> kept;
-    for (int i = 0; i < 8; ++i) {
-        kept.push_back(folder.filePath(QString::number(i) + ".jpg"));
-        QFile::copy(path, kept.back());
-        NImageUtils::imageSize(kept.back());
+QSize sizeByVips(const std::string& path)
+{
+    VipsImage* const image = vips_image_new_from_file(path.c_str(), nullptr);
+    if (!image)
+        return {};
+    const QSize size(vips_image_get_width(image), vips_image_get_height(image));
+    g_object_unref(image);
+    return size;
+}
+
+QSize sizeByHeif(const std::string& path)
+{
+    heif_context* const context = heif_context_alloc();
+    heif_image_handle* handle = nullptr;
+    heif_context_read_from_file(context, path.c_str(), nullptr);
+    heif_context_get_primary_image_handle(context, &handle);
+    QSize size;
+    if (handle) {
+        size = QSize(heif_image_handle_get_width(handle), heif_image_handle_get_height(handle));
+        heif_image_handle_release(handle);
     }
-    for (const std::size_t threads : {std::size_t(8), std::size_t(1)}) {
-        addOperation("16000 kept", threads == 1 ? "one thread" : "ours", [kept, threads] {
-            askByThreads(kept, threads);
-            return threads;
+    heif_context_free(context);
+    return size;
+}
+
+void firstAnswers(const QString& folder, const QString& name, const char* format,
+                  const PictureSize& size, const Options& options)
+{
+    const QSize expected(size.cols, size.rows);
+    const QString path = Pictures::make(folder, name, expected);
+    if (path.isEmpty()) {
+        std::printf("imageSize, %s: nothing here writes it\n", format);
+        return;
+    }
+    const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
+    const std::string file = path.toStdString();
+    Contest contest(std::string("imageSize, ") + format, size.name);
+    contest.add(Role::Ours, "ours", FirstAnswer(path), same);
+    contest.add(
+        Role::Peer, "OpenImageIO", [file] { return sizeByOpenImageIo(file); }, same);
+    if (QImageReader(path).size() == expected)
+        contest.add(
+            Role::Peer, "QImageReader", [path] { return QImageReader(path).size(); }, same);
+    if (sizeByHeif(file) == expected)
+        contest.add(
+            Role::Peer, "libheif", [file] { return sizeByHeif(file); }, same);
+    if (sizeByVips(file) == expected)
+        contest.add(
+            Role::Peer, "libvips", [file] { return sizeByVips(file); }, same);
+    contest.run(options);
+}
+
+void keptAnswers(const QString& path, QSize expected, const Options& options)
+{
+    const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
+    Contest contest("imageSize, kept", "one file");
+    contest.add(
+        Role::Ours, "ours", [path] { return NImageUtils::imageSize(path); }, same);
+    contest.addYardstick("QFileInfo::fileTime", [path] {
+        return QFileInfo(path).fileTime(QFileDevice::FileMetadataChangeTime);
+    });
+    contest.addYardstick("stat", [file = std::filesystem::path(path.toStdString())] {
+        return std::filesystem::last_write_time(file);
+    });
+    contest.run(options);
+}
+
+/// Asks `count` times in each of `threads` threads.
+QSize askedOften(const QString& path, int threads, int count)
+{
+    std::vector<std::thread> askers;
+    for (int i = 0; i < threads; ++i) {
+        askers.emplace_back([&path, count] {
+            for (int n = 0; n < count; ++n)
+                NImageUtils::imageSize(path);
         });
     }
-    return runBenchmarks(argc, argv);
+    for (std::thread& asker : askers)
+        asker.join();
+    return NImageUtils::imageSize(path);
 }
+
+void keptAnswersInThreads(const QString& path, QSize expected, const Options& options)
+{
+    constexpr int count = 16000;
+    const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
+    Contest contest("imageSize, kept, 16,000 questions", "one file");
+    contest.add(
+        Role::Ours, "ours, eight threads", [path] { return askedOften(path, 8, count / 8); }, same);
+    contest.addYardstick("ours, one thread", [path] { return askedOften(path, 1, count); });
+    contest.run(options);
+}
+
+} // namespace
+
+void imageSize(const Options& options)
+{
+    const PictureSize size = options.sizes.front();
+    const QString folder =
+        QDir(QDir::tempPath())
+            .filePath(QStringLiteral("imageutils-bench-%1x%2").arg(size.cols).arg(size.rows));
+    QDir().mkpath(folder);
+    for (const auto& [name, format] : {std::pair{"one.jpg", "JPEG in one scan"},
+                                       {"progressive.jpg", "JPEG in several scans"},
+                                       {"a.heic", "HEIC"},
+                                       {"a.avif", "AVIF"},
+                                       {"a.jp2", "JPEG 2000"}})
+        firstAnswers(folder, QLatin1String(name), format, size, options.onOneThread());
+    const QString path = QDir(folder).filePath(QStringLiteral("one.jpg"));
+    keptAnswers(path, QSize(size.cols, size.rows), options.onOneThread());
+    keptAnswersInThreads(path, QSize(size.cols, size.rows), options.onOneThread());
+}
+
+} // namespace Bench

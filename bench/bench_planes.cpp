@@ -1,40 +1,159 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Planes, wrapping and analysis of 12-megapixel float pictures, beside a copy of the larger side.
-#include "ratios.h"
+// Colour and opacity apart and together, beside a copy of the larger side.
+#include "groups.h"
+#include "peers.h"
+#include "plain.h"
 
 #include <imageutils/cvutils.h>
 
 #include <support/matrices.h>
 
-#include <vector>
+#include <algorithm>
 
-int main(int argc, char** argv)
+namespace Bench {
+namespace {
+
+using Planes = std::pair<cv::Mat, cv::Mat>;
+
+constexpr int pairsOfSplit[] = {0, 0, 1, 1, 2, 2, 3, 3}; // of channels, for cv::mixChannels
+
+double differenceOf(const cv::Mat& a, const cv::Mat& b)
 {
-    const cv::Mat colour = TestSupport::noise(3000, 4000, CV_32FC4);
-    cv::Mat chroma, alpha, grey;
-    CvUtils::splitChromaAlpha(colour, chroma, alpha);
-    cv::merge(std::vector<cv::Mat>(3, alpha), grey);
-
-    const auto copy = [colour] { return colour.clone(); };
-    addOperation("split", "ours", [colour] {
-        cv::Mat newChroma, newAlpha;
-        CvUtils::splitChromaAlpha(colour, newChroma, newAlpha);
-        return newChroma;
-    });
-    addOperation("split", "clone", copy);
-    addOperation("merge", "ours",
-                 [chroma, alpha] { return CvUtils::mergeChromaAlpha(chroma, alpha); });
-    addOperation("merge", "clone", copy);
-    // Wrapping is free of copies, so a hundredth of the rows takes the same time.
-    addOperation("wrap", "ours",
-                 [colour] { return CvUtils::matToQImage(colour, QImage::Format_RGBA32FPx4); });
-    addOperation("wrap", "30 rows", [rows = cv::Mat(colour.rowRange(0, 30))] {
-        return CvUtils::matToQImage(rows, QImage::Format_RGBA32FPx4);
-    });
-    addOperation("is monochrome", "ours", [grey] { return CvUtils::isMonochrome(grey); });
-    addOperation("is monochrome", "sum", [grey] { return cv::sum(grey); });
-    addOperation("is luma noise", "ours", [chroma] { return CvUtils::isLumaNoise(chroma); });
-    addOperation("is luma noise", "clone", [chroma] { return chroma.clone(); });
-    return runBenchmarks(argc, argv);
+    return TestSupport::sameBytes(a, b) ? 0 : 1;
 }
+
+/// How far planes are from those of `expected`.
+auto differenceFrom(const Planes& expected)
+{
+    return [expected](const auto& result) {
+        const cv::Size size = expected.first.size();
+        const auto matOf = [size](const auto& plane, int type) -> cv::Mat {
+            if constexpr (std::is_same_v<std::decay_t<decltype(plane)>, cv::Mat>)
+                return plane;
+            else
+                return {size, type, plane.get()};
+        };
+        return differenceOf(matOf(result.first, CV_32FC3), expected.first) +
+               differenceOf(matOf(result.second, CV_32FC1), expected.second);
+    };
+}
+
+void split(const cv::Mat& pixels, const std::string& size, const Options& options)
+{
+    const auto same = differenceFrom(Plain::split(pixels));
+    Contest contest("splitChromaAlpha", size);
+    contest.add(
+        Role::Ours, "ours",
+        [pixels] {
+            Planes result;
+            CvUtils::splitChromaAlpha(pixels, result.first, result.second);
+            return result;
+        },
+        same);
+    contest.add(
+        Role::Plain, "plain loop", [pixels] { return Plain::split(pixels); }, same);
+    contest.add(
+        Role::Peer, "cv::mixChannels",
+        [pixels] {
+            const Planes result{cv::Mat(pixels.size(), CV_32FC3), cv::Mat(pixels.size(), CV_32F)};
+            cv::Mat outputs[] = {result.first, result.second};
+            cv::mixChannels(&pixels, 1, outputs, 2, pairsOfSplit, 4);
+            return result;
+        },
+        same);
+    contest.add(
+        Role::Peer, "cv::split and cv::merge",
+        [pixels] {
+            std::vector<cv::Mat> planes;
+            cv::split(pixels, planes);
+            Planes result{{}, planes.back()};
+            planes.pop_back();
+            cv::merge(planes, result.first);
+            return result;
+        },
+        same);
+    contest.add(
+        Role::Peer, "libvips", [pixels] { return Peers::vipsSplit(pixels); }, same);
+    contest.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
+    contest.run(options);
+}
+
+void merge(const Planes& planes, const cv::Mat& pixels, const std::string& size,
+           const Options& options)
+{
+    const auto same = [pixels](const cv::Mat& result) { return differenceOf(result, pixels); };
+    Contest contest("mergeChromaAlpha", size);
+    contest.add(
+        Role::Ours, "ours",
+        [planes] { return CvUtils::mergeChromaAlpha(planes.first, planes.second); }, same);
+    contest.add(
+        Role::Plain, "plain loop", [planes] { return Plain::merged(planes.first, planes.second); },
+        same);
+    contest.add(
+        Role::Peer, "cv::mixChannels",
+        [planes] {
+            cv::Mat result(planes.first.size(), CV_32FC4);
+            const cv::Mat inputs[] = {planes.first, planes.second};
+            cv::mixChannels(inputs, 2, &result, 1, pairsOfSplit, 4);
+            return result;
+        },
+        same);
+    contest.add(
+        Role::Peer, "libvips", [planes] { return Peers::vipsMerged(planes.first, planes.second); },
+        [pixels](const Peers::GlibMemory& result) {
+            return differenceOf(cv::Mat(pixels.size(), CV_32FC4, result.get()), pixels);
+        });
+    contest.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
+    contest.run(options);
+}
+
+void images(const Planes& planes, const cv::Mat& pixels, const std::string& size,
+            const Options& options)
+{
+    // One image that nobody shares, so that bits() never copies it.
+    const auto image =
+        std::make_shared<QImage>(CvUtils::matToQImage(pixels, QImage::Format_RGBA32FPx4).copy());
+    Contest contest("qimageToMat", size);
+    contest.add(
+        Role::Ours, "ours",
+        [image] {
+            Planes result;
+            CvUtils::qimageToMat(*image, result.first, result.second);
+            return result;
+        },
+        differenceFrom(planes));
+    contest.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
+    contest.run(options);
+
+    Contest back("matToQImage", size);
+    back.add(
+        Role::Ours, "ours",
+        [planes] {
+            cv::Mat alpha = planes.second;
+            return CvUtils::matToQImage(planes.first, alpha);
+        },
+        [pixels](const QImage& result) {
+            return differenceOf(cv::Mat(pixels.size(), CV_32FC4,
+                                        const_cast<uchar*>(result.constBits()),
+                                        std::size_t(result.bytesPerLine())),
+                                pixels);
+        });
+    back.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
+    back.run(options);
+}
+
+} // namespace
+
+void planes(const Options& options)
+{
+    for (const PictureSize& size : options.sizes) {
+        const cv::Mat pixels = TestSupport::noise(size.rows, size.cols, CV_32FC4);
+        const Planes apart = Plain::split(pixels);
+        split(pixels, size.name, options);
+        merge(apart, pixels, size.name, options);
+        images(apart, pixels, size.name, options);
+    }
+}
+
+} // namespace Bench

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Resampling of float colour, a fresh result for every call, beside OpenCV's cubic resize. OpenCV
-// reads four taps whatever the factor, so a reduction by it aliases; ours widens the filter and
-// reads seventeen at 0.25.
-#include "ratios.h"
+// Resampling of float colour by the cubic filter with B = C = 1/3, widened for reductions. OpenCV
+// alone does not widen: it reads four taps whatever the factor, so its reductions alias.
+#include "groups.h"
+#include "peers.h"
+#include "plain.h"
+#include "reference.h"
 
 #include <imageutils/cvutils.h>
 
@@ -11,27 +13,122 @@
 
 #include <opencv2/imgproc.hpp>
 
-int main(int argc, char** argv)
+namespace Bench {
+namespace {
+
+constexpr float third = 0.33333F;
+// What sums in single precision may be off by; libvips looks weights up in a table of 64 phases.
+constexpr double roundings = 5e-4;
+constexpr double phases = 5e-3;
+
+using Reference::Origin;
+constexpr Reference::Filter ourFilter{1.0 / 3, 1.0 / 3, true, Origin::OnSample};
+constexpr Reference::Filter mitchell{1.0 / 3, 1.0 / 3, true, Origin::Areas};
+constexpr Reference::Filter vipsEnlarging{0, 0.5, false, Origin::HalfBefore}; // Catmull and Rom's
+constexpr Reference::Filter openCvCubic{0, 0.75, false, Origin::Areas};
+
+/// The work of one contest, and how results of all kinds are compared with it.
+struct Work
 {
-    const cv::Mat large = TestSupport::noise(3000, 4000, CV_32FC3);
-    const cv::Mat small = TestSupport::noise(1500, 2000, CV_32FC3);
-    struct Work
+    cv::Mat source;
+    double scale;
+    cv::Size size;
+
+    auto differenceFrom(const Reference::Filter& filter) const
     {
-        const char* name;
-        cv::Mat source;
-        double scale;
-    };
-    for (const Work& work : {Work{"12 MP x 0.25", large, 0.25}, Work{"12 MP x 0.5", large, 0.5},
-                             Work{"3 MP x 2", small, 2}}) {
-        const auto [name, source, scale] = work;
-        addOperation(name, "ours", [source = source, scale = scale] {
-            return CvUtils::resize(source, scale, scale, 0, 0, 0.33333f, 0.33333f);
-        });
-        addOperation(name, "OpenCV cubic", [source = source, scale = scale] {
-            cv::Mat result;
-            cv::resize(source, result, cv::Size(), scale, scale, cv::INTER_CUBIC);
-            return result;
-        });
+        return [source = source, scale = scale, size = size, filter](const auto& result) {
+            return Reference::differenceOf(matOf(result, size), source, scale, filter);
+        };
     }
-    return runBenchmarks(argc, argv);
+
+    static cv::Mat matOf(const cv::Mat& mat, cv::Size) { return mat; }
+    static cv::Mat matOf(const Peers::GlibMemory& memory, cv::Size size)
+    {
+        return {size, CV_32FC3, memory.get()};
+    }
+    static cv::Mat matOf(const OIIO::ImageBuf& image, cv::Size size)
+    {
+        return {size, CV_32FC3, const_cast<void*>(image.localpixels())};
+    }
+    static cv::Mat matOf(const std::vector<cv::Mat>& planes, cv::Size size)
+    {
+        return Peers::zimgMerged(planes, size);
+    }
+};
+
+void addOurs(Contest& contest, const Work& work)
+{
+    contest.add(
+        Role::Ours, "ours",
+        [=] { return CvUtils::resize(work.source, work.scale, work.scale, 0, 0, third, third); },
+        work.differenceFrom(ourFilter), roundings);
+    contest.add(
+        Role::Plain, "plain loops, two passes",
+        [=] { return Plain::resized(work.source, work.scale, work.size, third, third); },
+        work.differenceFrom(ourFilter), roundings);
 }
+
+void addPeers(Contest& contest, const Work& work)
+{
+    const auto [source, scale, size] = work;
+    contest.add(
+        Role::Peer, "stb_image_resize",
+        [source = source, size = size] { return Peers::stbResized(source, size); },
+        work.differenceFrom(mitchell), roundings);
+    contest.add(
+        Role::Peer, "libvips",
+        [source = source, size = size] { return Peers::vipsResized(source, size); },
+        work.differenceFrom(scale < 1 ? mitchell : vipsEnlarging), phases);
+    contest.add(
+        Role::Peer, "OpenImageIO",
+        [source = source, size = size] { return Peers::oiioResized(source, size); },
+        work.differenceFrom(mitchell), roundings);
+    contest.add(
+        Role::Peer, "zimg, planes already apart",
+        [planes = Peers::zimgSplit(source), from = source.size(), size = size] {
+            return Peers::zimgResized(planes, from, size);
+        },
+        work.differenceFrom(mitchell), roundings);
+    contest.add(
+        Role::Peer, "zimg, with copies",
+        [source = source, size = size] {
+            return Peers::zimgMerged(
+                Peers::zimgResized(Peers::zimgSplit(source), source.size(), size), size);
+        },
+        work.differenceFrom(mitchell), roundings);
+    contest.add(
+        Role::Peer, "OpenCV cubic (4 taps, aliases)",
+        [source = source, size = size] {
+            cv::Mat result;
+            cv::resize(source, result, size, 0, 0, cv::INTER_CUBIC);
+            return result;
+        },
+        work.differenceFrom(openCvCubic), roundings);
+}
+
+void resampleBy(double scale, const std::string& name, const PictureSize& size,
+                const Options& options)
+{
+    Work work{TestSupport::noise(size.rows, size.cols, CV_32FC3), scale, {}};
+    work.size = CvUtils::resize(work.source, scale, scale, 0, 0, third, third).size();
+    Contest contest("resize " + name, size.name);
+    addOurs(contest, work);
+    addPeers(contest, work);
+    contest.run(options);
+}
+
+} // namespace
+
+void resample(const Options& options)
+{
+    for (const PictureSize& size : options.sizes) {
+        resampleBy(0.25, "to 0.25", size, options);
+        if (&size != &options.sizes.front())
+            continue; // of the larger ones one factor shows how the time grows
+        resampleBy(0.37, "to 0.37", size, options);
+        resampleBy(0.5, "to 0.5", size, options);
+        resampleBy(2, "times 2", {"to " + size.name, size.cols / 2, size.rows / 2}, options);
+    }
+}
+
+} // namespace Bench

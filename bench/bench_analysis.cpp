@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Whether a picture is grey, making it grey, where its noise is, and other depths.
+#include "groups.h"
+#include "plain.h"
+
+#include <imageutils/cvutils.h>
+
+#include <support/matrices.h>
+
+#include <opencv2/imgproc.hpp>
+
+#include <atomic>
+#include <memory>
+
+namespace Bench {
+namespace {
+
+/// Reads all bytes of a matrix and does next to nothing with them.
+std::uint64_t sumOfWords(const cv::Mat& mat)
+{
+    std::atomic<std::uint64_t> total = 0;
+    cv::parallel_for_(cv::Range(0, mat.rows), [&](const cv::Range& rows) {
+        const auto* word = mat.ptr<std::uint64_t>(rows.start);
+        const std::size_t words = std::size_t(rows.size()) * mat.step[0] / sizeof(*word);
+        std::uint64_t sum = 0;
+        for (std::size_t i = 0; i < words; ++i)
+            sum += word[i];
+        total += sum;
+    });
+    return total;
+}
+
+bool isMonochromeByNorm(const cv::Mat& mat)
+{
+    std::vector<cv::Mat> planes;
+    cv::split(mat, planes);
+    return cv::norm(planes[0], planes[1], cv::NORM_INF) == 0 &&
+           cv::norm(planes[1], planes[2], cv::NORM_INF) == 0;
+}
+
+void monochrome(const cv::Mat& mat, bool expected, const std::string& picture,
+                const std::string& size, const Options& options)
+{
+    const auto same = [expected](bool answer) { return answer == expected ? 0 : 1; };
+    Contest contest("isMonochrome, " + picture, size);
+    contest.add(
+        Role::Ours, "ours", [mat] { return CvUtils::isMonochrome(mat); }, same);
+    contest.add(
+        Role::Plain, "plain loop", [mat] { return Plain::isMonochrome(mat); }, same);
+    contest.add(
+        Role::Peer, "cv::split and cv::norm", [mat] { return isMonochromeByNorm(mat); }, same);
+    contest.addYardstick("reading the picture", [mat] { return sumOfWords(mat); });
+    contest.run(options);
+}
+
+cv::Mat greyOf(const cv::Mat& plane)
+{
+    cv::Mat grey;
+    cv::cvtColor(plane, grey, cv::COLOR_GRAY2RGB);
+    return grey;
+}
+
+void makeMonochrome(const PictureSize& size, const Options& options)
+{
+    const cv::Mat colour = TestSupport::noise(size.rows, size.cols, CV_16UC3);
+    cv::Mat expected = colour.clone();
+    Plain::makeMonochrome(expected);
+    const auto same = [expected](const cv::Mat& mat) {
+        return TestSupport::sameBytes(mat, expected) ? 0 : 1;
+    };
+    // In place: after the first call the picture is grey, which changes nothing about the work.
+    const auto add = [&](Contest& contest, Role role, const std::string& name, auto work) {
+        const auto mat = std::make_shared<cv::Mat>(colour.clone());
+        contest.add(
+            role, name,
+            [mat, work] {
+                work(*mat);
+                return *mat;
+            },
+            same);
+    };
+    Contest contest("toMonochrome", size.name);
+    add(contest, Role::Ours, "ours", [](cv::Mat& mat) { CvUtils::toMonochrome(mat); });
+    add(contest, Role::Plain, "plain loop", [](cv::Mat& mat) { Plain::makeMonochrome(mat); });
+    const auto mat = std::make_shared<cv::Mat>(colour.clone());
+    contest.addYardstick("cv::cvtColor to grey and back", [mat] { // other weights
+        cv::Mat grey;
+        cv::cvtColor(*mat, grey, cv::COLOR_RGB2GRAY);
+        cv::cvtColor(grey, *mat, cv::COLOR_GRAY2RGB);
+        return *mat;
+    });
+    contest.run(options);
+}
+
+void lumaNoise(const cv::Mat& mat, const std::string& picture, const std::string& size,
+               const Options& options)
+{
+    const bool expected = Plain::isLumaNoise(mat);
+    const auto same = [expected](bool answer) { return answer == expected ? 0 : 1; };
+    Contest contest("isLumaNoise, " + picture, size);
+    contest.add(
+        Role::Ours, "ours", [mat] { return CvUtils::isLumaNoise(mat); }, same);
+    contest.add(
+        Role::Plain, "OpenCV's calls on the whole picture",
+        [mat] { return Plain::isLumaNoise(mat); }, same);
+    contest.addYardstick("cv::cvtColor alone", [mat] {
+        cv::Mat yuv;
+        cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);
+        return yuv;
+    });
+    contest.run(options);
+}
+
+void conversion(const PictureSize& size, const Options& options)
+{
+    const cv::Mat bytes = TestSupport::noise(size.rows, size.cols, CV_8UC3);
+    const auto byOpenCv = [bytes] {
+        cv::Mat result;
+        bytes.convertTo(result, CV_32F, 1.0F / 255.0F);
+        return result;
+    };
+    const auto same = [expected = byOpenCv()](const cv::Mat& result) {
+        return cv::norm(result, expected, cv::NORM_INF);
+    };
+    Contest contest("convert, 8 bit to float", size.name);
+    contest.add(
+        Role::Ours, "ours", [bytes] { return CvUtils::convert(bytes, CV_32F); }, same, 1e-7);
+    contest.add(Role::Peer, "cv::Mat::convertTo", byOpenCv, same);
+    contest.run(options);
+}
+
+} // namespace
+
+void analysis(const Options& options)
+{
+    for (const PictureSize& size : options.sizes) {
+        const cv::Mat colour = TestSupport::noise(size.rows, size.cols, CV_32FC3);
+        monochrome(greyOf(TestSupport::noise(size.rows, size.cols, CV_32FC1)), true, "grey float",
+                   size.name, options);
+        monochrome(greyOf(TestSupport::noise(size.rows, size.cols, CV_8UC1)), true, "grey 8 bit",
+                   size.name, options);
+        monochrome(colour, false, "coloured float", size.name, options);
+        makeMonochrome(size, options);
+        lumaNoise(colour, "float", size.name, options);
+        lumaNoise(TestSupport::noise(size.rows, size.cols, CV_8UC3), "8 bit", size.name, options);
+        conversion(size, options);
+    }
+}
+
+} // namespace Bench

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Contests of operations that do the same work on the same data in one process.
+namespace Bench {
+
+struct PictureSize
+{
+    std::string name;
+    int cols;
+    int rows;
+};
+
+struct Options
+{
+    std::vector<PictureSize> sizes;
+    std::vector<int> threads;
+    std::string memory;       ///< What results lie in, in a word; the environment decides it.
+    int rounds = 11;          ///< Calls of each contestant at most …
+    double secondsEach = 0.6; ///< … and how long they may take together, of which two are granted.
+    std::string dataPath;     ///< Where the figures are appended; empty: nowhere.
+    bool isSmall = false;     ///< Whether it is only shown that everything runs.
+
+    /// The same without more than one thread, for work that has none.
+    Options onOneThread() const;
+};
+
+enum class Role {
+    Ours,
+    Plain,    ///< The same work in the plainest form.
+    Peer,     ///< Another library that does the same work.
+    Yardstick ///< Something else that a reader knows the cost of, such as copying the data.
+};
+
+struct Contestant
+{
+    Role role;
+    std::string name;
+    std::function<void()> call;         ///< One call, the release of its result included.
+    std::function<double()> difference; ///< How far a result is from the work; none: a yardstick.
+    double tolerance;
+};
+
+/// Keeps the compiler from leaving out what nobody reads.
+void keep(const void* result);
+
+class Contest
+{
+public:
+    Contest(std::string workload, std::string size)
+        : m_workload(std::move(workload)), m_size(std::move(size))
+    {}
+
+    /// `operation` returns a result, of which `difference` says how far it is from the work; more
+    /// than `tolerance` ends the program.
+    template<typename Operation, typename Difference>
+    void add(Role role, const std::string& name, const Operation& operation,
+             const Difference& difference, double tolerance = 0)
+    {
+        m_contestants.push_back({role, name, callOf(operation),
+                                 [=] { return double(difference(operation())); }, tolerance});
+    }
+
+    template<typename Operation>
+    void addYardstick(const std::string& name, const Operation& operation)
+    {
+        m_contestants.push_back({Role::Yardstick, name, callOf(operation), {}, 0});
+    }
+
+    /// For each number of threads: checks every contestant's result, then lets each make one call
+    /// after the other, round by round and each round in another order, and reports the times.
+    void run(const Options& options) const;
+
+private:
+    template<typename Operation>
+    static std::function<void()> callOf(const Operation& operation)
+    {
+        return [operation] {
+            const auto result = operation();
+            keep(&result);
+        };
+    }
+
+    std::string m_workload;
+    std::string m_size;
+    std::vector<Contestant> m_contestants;
+};
+
+} // namespace Bench

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "contest.h"
+
+/// The contests, by what they are about.
+namespace Bench {
+
+void resample(const Options& options);
+void planes(const Options& options);
+void analysis(const Options& options);
+void base64(const Options& options);
+void serialize(const Options& options);
+void hash(const Options& options);
+void imageSize(const Options& options);
+
+} // namespace Bench

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// imageutils-bench [OPTION…] [GROUP…]: the contests of all groups, or of those named.
+#include "groups.h"
+#include "peers.h"
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QCoreApplication>
+
+#include <cstdio>
+#include <exception>
+#include <iterator>
+
+namespace {
+
+struct Group
+{
+    const char* name;
+    void (*run)(const Bench::Options& options);
+};
+
+constexpr Group groups[] = {{"resample", Bench::resample},   {"planes", Bench::planes},
+                            {"analysis", Bench::analysis},   {"base64", Bench::base64},
+                            {"serialize", Bench::serialize}, {"hash", Bench::hash},
+                            {"imagesize", Bench::imageSize}};
+
+const QCommandLineOption smallOption("small", "A small picture once: shows that everything runs.");
+const QCommandLineOption sizesOption("megapixels", "Sizes of pictures: 12, 48.", "LIST", "12,48");
+const QCommandLineOption threadsOption("threads", "Numbers of threads.", "LIST", "1,2");
+const QCommandLineOption
+    memoryOption("memory", "What the allocator gives, for the output; bench/run arranges it.",
+                 "WORD", "fresh");
+const QCommandLineOption dataOption("data", "Append the figures to FILE.", "FILE");
+const QCommandLineOption versionsOption("versions", "Print the versions of the peers.");
+
+std::vector<Bench::PictureSize> sizesOf(const QCommandLineParser& parser)
+{
+    if (parser.isSet(smallOption))
+        return {{"0.08 MP", 320, 240}};
+    std::vector<Bench::PictureSize> sizes;
+    for (const QString& size : parser.value(sizesOption).split(u',')) {
+        if (size == u"12")
+            sizes.push_back({"12 MP", 4000, 3000});
+        if (size == u"48")
+            sizes.push_back({"48 MP", 8000, 6000});
+    }
+    return sizes;
+}
+
+Bench::Options optionsOf(const QCommandLineParser& parser)
+{
+    Bench::Options options;
+    options.sizes = sizesOf(parser);
+    for (const QString& threads : parser.value(threadsOption).split(u','))
+        options.threads.push_back(threads.toInt());
+    options.memory = parser.value(memoryOption).toStdString();
+    options.dataPath = parser.value(dataOption).toStdString();
+    options.isSmall = parser.isSet(smallOption);
+    if (options.isSmall)
+        options.rounds = 1;
+    return options;
+}
+
+/// Some operations log what they took; that is not read here.
+void dropInformation(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    if (type != QtInfoMsg && type != QtDebugMsg)
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+int run(const QCommandLineParser& parser)
+{
+    const Bench::Options options = optionsOf(parser);
+    const QStringList wanted = parser.positionalArguments();
+    for (const QString& name : wanted) {
+        if (std::none_of(std::begin(groups), std::end(groups),
+                         [&](const Group& group) { return name == QLatin1String(group.name); })) {
+            std::fprintf(stderr, "no such group: %s\n", qPrintable(name));
+            return 1;
+        }
+    }
+    for (const Group& group : groups) {
+        if (wanted.isEmpty() || wanted.contains(QLatin1String(group.name)))
+            group.run(options);
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    qInstallMessageHandler(dropInformation);
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOptions(
+        {smallOption, sizesOption, threadsOption, memoryOption, dataOption, versionsOption});
+    parser.addPositionalArgument("GROUP", "resample, planes, analysis, base64, serialize, hash, "
+                                          "imagesize; all when none is named.");
+    parser.process(application);
+    try {
+        Peers::start(argv[0]);
+        if (!parser.isSet(versionsOption))
+            return run(parser);
+        for (const std::string& version : Peers::versions())
+            std::printf("%s\n", version.c_str());
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "imageutils-bench: %s\n", error.what());
+        return 1;
+    }
+}
