@@ -135,16 +135,17 @@ void conversion(const PictureSize& size, const Options& options)
 void analysis(const Options& options)
 {
     for (const PictureSize& size : options.sizes) {
+        const Options forSize = options.forSize(size);
         const cv::Mat colour = TestSupport::noise(size.rows, size.cols, CV_32FC3);
         monochrome(greyOf(TestSupport::noise(size.rows, size.cols, CV_32FC1)), true, "grey float",
-                   size.name, options);
+                   size.name, forSize);
         monochrome(greyOf(TestSupport::noise(size.rows, size.cols, CV_8UC1)), true, "grey 8 bit",
-                   size.name, options);
-        monochrome(colour, false, "coloured float", size.name, options);
-        makeMonochrome(size, options);
-        lumaNoise(colour, "float", size.name, options);
-        lumaNoise(TestSupport::noise(size.rows, size.cols, CV_8UC3), "8 bit", size.name, options);
-        conversion(size, options);
+                   size.name, forSize);
+        monochrome(colour, false, "coloured float", size.name, forSize);
+        makeMonochrome(size, forSize);
+        lumaNoise(colour, "float", size.name, forSize);
+        lumaNoise(TestSupport::noise(size.rows, size.cols, CV_8UC3), "8 bit", size.name, forSize);
+        conversion(size, forSize);
     }
 }
 

@@ -150,9 +150,9 @@ void planes(const Options& options)
     for (const PictureSize& size : options.sizes) {
         const cv::Mat pixels = TestSupport::noise(size.rows, size.cols, CV_32FC4);
         const Planes apart = Plain::split(pixels);
-        split(pixels, size.name, options);
-        merge(apart, pixels, size.name, options);
-        images(apart, pixels, size.name, options);
+        split(pixels, size.name, options.forSize(size));
+        merge(apart, pixels, size.name, options.forSize(size));
+        images(apart, pixels, size.name, options.forSize(size));
     }
 }
 

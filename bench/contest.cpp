@@ -119,6 +119,11 @@ Options Options::onOneThread() const
     return options;
 }
 
+Options Options::forSize(const PictureSize& size) const
+{
+    return &size == &sizes.front() ? *this : onOneThread();
+}
+
 void keep(const void* result)
 {
     [[maybe_unused]] static const void* volatile kept = nullptr;

@@ -22,12 +22,14 @@ struct Options
     std::vector<int> threads;
     std::string memory;       ///< What results lie in, in a word; the environment decides it.
     int rounds = 11;          ///< Calls of each contestant at most …
-    double secondsEach = 0.6; ///< … and how long they may take together, of which two are granted.
+    double secondsEach = 0.4; ///< … and how long they may take together, of which two are granted.
     std::string dataPath;     ///< Where the figures are appended; empty: nowhere.
     bool isSmall = false;     ///< Whether it is only shown that everything runs.
 
-    /// The same without more than one thread, for work that has none.
+    /// The same with one thread only.
     Options onOneThread() const;
+    /// The same for pictures of `size`: the larger ones get one thread only.
+    Options forSize(const PictureSize& size) const;
 };
 
 enum class Role {

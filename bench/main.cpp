@@ -32,6 +32,10 @@ const QCommandLineOption
                  "WORD", "fresh");
 const QCommandLineOption dataOption("data", "Append the figures to FILE.", "FILE");
 const QCommandLineOption versionsOption("versions", "Print the versions of the peers.");
+const QCommandLineOption vectorsOption("vectors", "Print which vectors the library uses here.");
+
+/// The kernels are built for what every 64-bit processor has; nothing is chosen at run time.
+constexpr const char* vectors = "vectors of 16 bytes, chosen when it was built";
 
 std::vector<Bench::PictureSize> sizesOf(const QCommandLineParser& parser)
 {
@@ -99,6 +103,10 @@ int main(int argc, char** argv)
     parser.addPositionalArgument("GROUP", "resample, planes, analysis, base64, serialize, hash, "
                                           "imagesize; all when none is named.");
     parser.process(application);
+    if (parser.isSet(vectorsOption)) {
+        std::printf("%s\n", vectors);
+        return 0;
+    }
     try {
         Peers::start(argv[0]);
         if (!parser.isSet(versionsOption))

@@ -1,0 +1,55 @@
+# SPDX-License-Identifier: Apache-2.0
+"""The figures of one run of bench/run."""
+import collections
+
+Line = collections.namedtuple("Line", "workload size threads memory contestant role difference tolerance rounds least "
+                                      "median peak")
+
+
+def load(path):
+    """What the machine was, as pairs, and the lines of figures."""
+    machine, lines = [], []
+    with open(path, encoding="utf-8") as data:
+        for row in data:
+            if row.startswith("# "):
+                machine.append(tuple(row[2:].strip().split(": ", 1)))
+                continue
+            cells = row.rstrip("\n").split("\t")
+            lines.append(Line(cells[0], cells[1], int(cells[2]), *cells[3:6], *map(float, cells[6:8]), int(cells[8]),
+                              *map(float, cells[9:11]), float(cells[11]) if len(cells) > 11 else 0.0))
+    return machine, lines
+
+
+class Figures:
+    """Least seconds and peak memory by workload and contestant. What was not measured is None."""
+
+    def __init__(self, lines):
+        self._lines = lines
+
+    def lines(self, workload, contestants=("",), **where):
+        """Those of the contestants whose names begin as one of those given."""
+        return [line for line in self._lines if line.workload == workload
+                and line.contestant.startswith(tuple(contestants))
+                and all(getattr(line, name) == value for name, value in where.items())]
+
+    def sizes(self, workload):
+        return list(dict.fromkeys(line.size for line in self.lines(workload)))
+
+    def seconds(self, workload, contestants, **where):
+        """Of the fastest of the contestants; where nothing else is said, on the first size by one thread."""
+        where.setdefault("size", next(iter(self.sizes(workload)), None))
+        if "memory" not in where:
+            where = {"memory": "fresh", "threads": 1, **where}
+        return min((line.least for line in self.lines(workload, contestants, **where) if line.role != "part"),
+                   default=None)
+
+    def ratio(self, workload, contestants, others, **where):
+        """How many times as long as the others the contestants take."""
+        return quotient(self.seconds(workload, contestants, **where), self.seconds(workload, others, **where))
+
+    def peak(self, workload, contestant, size):
+        return max((line.peak for line in self.lines(workload, [contestant], size=size) if line.peak), default=None)
+
+
+def quotient(a, b):
+    return None if a is None or not b else a / b

@@ -1,0 +1,149 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""processes.py BIN DATA [--small]
+
+Whole programs against each other, in turns: starting with the library and without it, and the main job of the
+workbench, decode, analyse, reduce to 0.25 and write a JPEG, against programs that reduce. Appends to DATA what
+imageutils-bench writes there, and the peak memory in bytes: that of processes running at the same time added up.
+"""
+import concurrent.futures
+import glob
+import json
+import os
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+BIN, DATA = sys.argv[1:3]
+SMALL = "--small" in sys.argv[3:]
+CORES = len(os.sched_getaffinity(0))
+PHOTOGRAPHS = sorted(path for folder in ("abstract", "nature")
+                     for path in glob.glob(f"/usr/share/backgrounds/mate/{folder}/*.jpg"))
+MAGICK = next(filter(None, map(shutil.which, ("magick", "convert-im6.q16", "convert"))))
+
+
+def run(command, output=subprocess.DEVNULL):
+    """Begin, end and peak memory of one process."""
+    begin = time.perf_counter()
+    process = subprocess.Popen(command, stdout=output, stderr=subprocess.DEVNULL)
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    if process.returncode != 0:
+        sys.exit(f"processes.py: {process.returncode} from {' '.join(command)}")
+    return begin, time.perf_counter(), usage.ru_maxrss * 1024
+
+
+def run_all(commands):
+    """Seconds and peak memory of commands, as many at a time as there are cores."""
+    with concurrent.futures.ThreadPoolExecutor(CORES) as pool:
+        runs = list(pool.map(run, commands))
+    seconds = max(end for _, end, _ in runs) - min(begin for begin, _, _ in runs)
+    peak = max(sum(memory for begin, end, memory in runs if begin <= moment < end) for moment, _, _ in runs)
+    return seconds, peak
+
+
+def compete(workload, size, contestants, rounds, seconds_each):
+    """Lets (name, role, call) take turns; each call returns its seconds and its peak memory."""
+    samples = {name: [] for name, _, _ in contestants}
+    for _ in range(rounds):
+        for name, _, call in contestants:
+            if len(samples[name]) < 2 or sum(s for s, _ in samples[name]) < seconds_each:
+                samples[name].append(call())
+    ours = min(seconds for seconds, _ in samples[contestants[0][0]])
+    print(f"{workload}, {size}")
+    for name, role, _ in contestants:
+        seconds = sorted(s for s, _ in samples[name])
+        peak = max(p for _, p in samples[name])
+        write(workload, size, name, role, len(seconds), seconds[0], statistics.median_high(seconds), peak)
+        print(f"  {name:34} {seconds[0] * 1e3:11.4f} ms, median {statistics.median_high(seconds) * 1e3:11.4f} "
+              f"{seconds[0] / ours:9.3g} x ours  {peak / 1e6:.0f} MB", flush=True)
+
+
+def write(workload, size, name, role, rounds, least, median, peak=0):
+    """One line of figures; the columns are those of imageutils-bench."""
+    with open(DATA, "a", encoding="utf-8") as data:
+        print(workload, size, CORES, "process", name, role, 0, 0, rounds, least, median, peak, sep="\t", file=data)
+
+
+def starting():
+    def call(program):
+        def seconds_and_peak():
+            begin, end, peak = run([os.path.join(BIN, program)])
+            return end - begin, peak
+        return seconds_and_peak
+
+    compete("start of a program", "whole process",
+            [("with the library", "ours", call("start_linked")),
+             ("with Qt and OpenCV's core only", "yardstick", call("start_bare"))], 2 if SMALL else 31, 4)
+
+
+def check_sizes(photographs, folder, program):
+    """All outputs are there and a quarter as wide and high; whether they round up or to nearest is left open."""
+    def sizes(paths):
+        lines = subprocess.check_output(["vipsheader", *paths], text=True).splitlines()
+        return [tuple(map(int, line.rsplit(": ", 1)[1].split(" ")[0].split("x"))) for line in lines]
+
+    outputs = [os.path.join(folder, os.path.basename(path)) for path in photographs]
+    for path, source, result in zip(photographs, sizes(photographs), sizes(outputs)):
+        if any(abs(r - 0.25 * s) >= 1 for s, r in zip(source, result)):
+            sys.exit(f"processes.py: {program} made {result} of {source}: {path}")
+
+
+def main_job(size, photographs):
+    """The job on photographs: ours in one process, the peers with one process each, as many at a time as cores."""
+    milliseconds = []
+
+    def call(name, commands):
+        def seconds_and_peak():
+            with tempfile.TemporaryDirectory() as folder:
+                result = run_all(commands(folder))
+                check_sizes(photographs, folder, name)
+                return result
+        return seconds_and_peak
+
+    def ours():
+        with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryFile("w+") as report:
+            begin, end, peak = run([os.path.join(BIN, "imageutils-workbench"), "--headless", "--json", "--scale",
+                                    "0.25", "--format", "jpg", "--quality", "95", "--output", folder, *photographs],
+                                   report)
+            check_sizes(photographs, folder, "the workbench")
+            report.seek(0)
+            milliseconds.append([json.loads(line)["milliseconds"] for line in report])
+            return end - begin, peak
+
+    def peer(name, command):
+        def commands(folder):
+            return [command(path, os.path.join(folder, os.path.basename(path))) for path in photographs]
+        return name, "peer", call(name, commands)
+
+    def thumbnail(path, output):
+        width = round(0.25 * int(subprocess.check_output(["vipsheader", "-f", "width", path])))
+        return ["vipsthumbnail", path, "--size", f"{width}x", "-o", output + "[Q=95]"]
+
+    compete("main job", size, [
+        ("ours", "ours", ours),
+        peer("vips resize", lambda path, output: ["vips", "resize", path, output + "[Q=95]", "0.25", "--kernel",
+                                                  "mitchell"]),
+        peer("vipsthumbnail (decodes less, Lanczos)", thumbnail),
+        peer("ImageMagick", lambda path, output: [MAGICK, path, "-filter", "Mitchell", "-resize", "25%", "-quality",
+                                                  "95", output]),
+        peer("oiiotool", lambda path, output: ["oiiotool", path, "--resize:filter=mitchell", "25%", "--quality", "95",
+                                               "-o", output]),
+    ], 1 if SMALL else 3, 6)
+    steps = min(milliseconds, key=lambda run: sum(sum(photograph.values()) for photograph in run))
+    for part, names in (("decode", ["decode"]), ("encode", ["write"]),
+                        ("the library", ["header", "split", "analyse", "resample", "join"])):
+        seconds = sum(photograph.get(name, 0) for photograph in steps for name in names) / 1e3
+        write("main job", size, f"ours: {part}, summed over photographs", "part", 1, seconds, seconds)
+        print(f"  of ours, summed over photographs: {part} {seconds * 1e3:.0f} ms", flush=True)
+
+
+starting()
+if SMALL:
+    main_job("2 photographs", sorted(PHOTOGRAPHS, key=os.path.getsize)[:2])
+else:
+    main_job(f"{len(PHOTOGRAPHS)} photographs", PHOTOGRAPHS)
+    main_job("18 MP alone", [path for path in PHOTOGRAPHS if "5640x3172" in path])
