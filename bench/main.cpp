@@ -98,8 +98,8 @@ int main(int argc, char** argv)
     qInstallMessageHandler(dropInformation);
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOptions(
-        {smallOption, sizesOption, threadsOption, memoryOption, dataOption, versionsOption});
+    parser.addOptions({smallOption, sizesOption, threadsOption, memoryOption, dataOption,
+                       versionsOption, vectorsOption});
     parser.addPositionalArgument("GROUP", "resample, planes, analysis, base64, serialize, hash, "
                                           "imagesize; all when none is named.");
     parser.process(application);

@@ -14,18 +14,18 @@ fail() {
     exit 1
 }
 
-# configure PRESET [ARG…]: makes the build folder ready. Ninja runs CMake again when a CMake file has changed, so one
-# that is configured already is left alone. In CI a warning fails the build.
+# configure PRESET [-DNAME=VALUE…]: makes the build folder ready. Ninja runs CMake again when a CMake file has changed, so
+# one that is configured so already is left alone. In CI a warning fails the build.
 configure() {
-    local preset=$1 strict=OFF
+    local preset=$1 strict=OFF setting
     shift
     [ -z "${CI-}" ] || strict=ON
-    local build="$root/build/$preset"
-    if [ "$build/build.ninja" -nt "$root/CMakePresets.json" ] &&
-        grep -q "^IMAGEUTILS_WARNINGS_AS_ERRORS:BOOL=$strict\$" "$build/CMakeCache.txt"; then
-        return
-    fi
-    (cd "$root" && cmake --preset "$preset" -DIMAGEUTILS_WARNINGS_AS_ERRORS=$strict "$@")
+    local build="$root/build/$preset" settings=("-DIMAGEUTILS_WARNINGS_AS_ERRORS=$strict" "$@") ready=yes
+    [ "$build/build.ninja" -nt "$root/CMakePresets.json" ] || ready=no
+    for setting in "${settings[@]#-D}"; do
+        grep -qs "^${setting%%=*}:[A-Z]*=${setting#*=}\$" "$build/CMakeCache.txt" || ready=no
+    done
+    [ $ready = yes ] || (cd "$root" && cmake --preset "$preset" "${settings[@]}")
 }
 
 # build PRESET [TARGET…]: configures and builds what the preset names, or only the targets.
