@@ -4,6 +4,10 @@
 #include "groups.h"
 #include "peers.h"
 
+#if __has_include(<imageutils/kernels/vectors.h>)
+#include <imageutils/kernels/vectors.h>
+#endif
+
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
 
@@ -34,8 +38,14 @@ const QCommandLineOption dataOption("data", "Append the figures to FILE.", "FILE
 const QCommandLineOption versionsOption("versions", "Print the versions of the peers.");
 const QCommandLineOption vectorsOption("vectors", "Print which vectors the library uses here.");
 
-/// The kernels are built for what every 64-bit processor has; nothing is chosen at run time.
-constexpr const char* vectors = "vectors of 16 bytes, chosen when it was built";
+const char* vectors()
+{
+#if __has_include(<imageutils/kernels/vectors.h>)
+    return Kernels::vectorInstructionSet();
+#else
+    return "vectors of 16 bytes, chosen when it was built";
+#endif
+}
 
 std::vector<Bench::PictureSize> sizesOf(const QCommandLineParser& parser)
 {
@@ -104,7 +114,7 @@ int main(int argc, char** argv)
                                           "imagesize; all when none is named.");
     parser.process(application);
     if (parser.isSet(vectorsOption)) {
-        std::printf("%s\n", vectors);
+        std::printf("%s\n", vectors());
         return 0;
     }
     try {

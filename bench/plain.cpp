@@ -13,28 +13,63 @@
 
 namespace {
 
-/// One pass along the rows, or along the columns, one column at a time.
-cv::Mat resizedAlong(bool rows, const cv::Mat& source, float scale, int length, float filterB,
-                     float filterC)
+/// What one pass sums for each output sample.
+struct Filter
 {
-    const int lines = rows ? source.rows : source.cols;
-    const int samples = rows ? source.cols : source.rows;
-    cv::Mat result(rows ? lines : length, rows ? length : lines, CV_32FC3);
+    Filter(int length, float scale, int inputLength, float filterB, float filterC)
+        : weights(Kernels::computeWeights(length, filterB, filterC, scale, radius)),
+          centres(Kernels::centreSamples(0, length, scale, inputLength))
+    {}
+
     int radius = 0;
-    const auto weights = Kernels::computeWeights(length, filterB, filterC, scale, radius);
-    const auto centres = Kernels::centreSamples(0, length, scale, samples);
-    const std::size_t stride = rows ? 3 : result.step1();
-    cv::parallel_for_(cv::Range(0, lines), [&](const cv::Range& range) {
-        std::vector<cv::Vec3f> line(std::size_t(samples + 2 * radius));
-        for (int n = range.start; n < range.end; ++n) {
-            for (int i = -radius; i < samples + radius; ++i) {
-                const int inside = std::clamp(i, 0, samples - 1);
-                line[std::size_t(i + radius)] =
-                    rows ? source.at<cv::Vec3f>(n, inside) : source.at<cv::Vec3f>(inside, n);
-            }
-            Kernels::interpolateLine(line.front().val, 3, centres.data(), weights.data(),
-                                     2 * radius + 1, length,
-                                     rows ? result.ptr<float>(n) : result.ptr<float>(0, n), stride);
+    std::vector<float> weights;
+    std::vector<int> centres;
+};
+
+/// One line of pixels, which begins `radius` pixels before the first; output pixels lie `stride`
+/// floats apart.
+void resampleLine(const std::vector<cv::Vec3f>& line, const Filter& filter, float* out,
+                  std::size_t stride)
+{
+    const int taps = 2 * filter.radius + 1;
+    const float* weight = filter.weights.data();
+    for (std::size_t i = 0; i < filter.centres.size(); ++i, out += stride) {
+        float sum[3] = {};
+        const cv::Vec3f* tap = &line[std::size_t(filter.centres[i])];
+        for (int k = 0; k < taps; ++k, ++tap, ++weight) {
+            for (int c = 0; c < 3; ++c)
+                sum[c] += *weight * (*tap)[c];
+        }
+        std::copy_n(sum, 3, out);
+    }
+}
+
+cv::Mat resizedAlongRows(const cv::Mat& source, int length, const Filter& filter)
+{
+    cv::Mat result(source.rows, length, CV_32FC3);
+    cv::parallel_for_(cv::Range(0, source.rows), [&](const cv::Range& rows) {
+        std::vector<cv::Vec3f> line(std::size_t(source.cols + 2 * filter.radius));
+        for (int y = rows.start; y < rows.end; ++y) {
+            for (int i = 0; i < int(line.size()); ++i)
+                line[std::size_t(i)] =
+                    source.at<cv::Vec3f>(y, std::clamp(i - filter.radius, 0, source.cols - 1));
+            resampleLine(line, filter, result.ptr<float>(y), 3);
+        }
+    });
+    return result;
+}
+
+/// One column at a time.
+cv::Mat resizedAlongColumns(const cv::Mat& source, int length, const Filter& filter)
+{
+    cv::Mat result(length, source.cols, CV_32FC3);
+    cv::parallel_for_(cv::Range(0, source.cols), [&](const cv::Range& columns) {
+        std::vector<cv::Vec3f> line(std::size_t(source.rows + 2 * filter.radius));
+        for (int x = columns.start; x < columns.end; ++x) {
+            for (int i = 0; i < int(line.size()); ++i)
+                line[std::size_t(i)] =
+                    source.at<cv::Vec3f>(std::clamp(i - filter.radius, 0, source.rows - 1), x);
+            resampleLine(line, filter, result.ptr<float>(0, x), result.step1());
         }
     });
     return result;
@@ -58,8 +93,10 @@ bool areRowsMonochrome(const cv::Mat& mat)
 cv::Mat Plain::resized(const cv::Mat& source, double scale, cv::Size size, float filterB,
                        float filterC)
 {
-    const cv::Mat wide = resizedAlong(true, source, float(scale), size.width, filterB, filterC);
-    return resizedAlong(false, wide, float(scale), size.height, filterB, filterC);
+    const Filter alongRows(size.width, float(scale), source.cols, filterB, filterC);
+    const Filter alongColumns(size.height, float(scale), source.rows, filterB, filterC);
+    return resizedAlongColumns(resizedAlongRows(source, size.width, alongRows), size.height,
+                               alongColumns);
 }
 
 std::pair<cv::Mat, cv::Mat> Plain::split(const cv::Mat& pixels)

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-/// The library's work on whole pictures by its plain kernels, pass after pass: what every faster
-/// form is to be measured against.
+/// The library's work on whole pictures in its plainest form, pass after pass: what every faster
+/// form is measured against.
 namespace Plain {
 
 cv::Mat resized(const cv::Mat& source, double scale, cv::Size size, float filterB, float filterC);

@@ -76,8 +76,9 @@ def starting():
         return seconds_and_peak
 
     compete("start of a program", "whole process",
-            [("with the library", "ours", call("start_linked")),
-             ("with Qt and OpenCV's core only", "yardstick", call("start_bare"))], 2 if SMALL else 31, 4)
+            [("ours", "ours", call("start_ours")),
+             ("Qt and OpenCV's core", "yardstick", call("start_peers")),
+             ("nothing", "yardstick", call("start_nothing"))], 2 if SMALL else 31, 4)
 
 
 def check_sizes(photographs, folder, program):
