@@ -103,7 +103,7 @@ const char* nameOf(Role role)
 std::string differenceText(const Contestant& contestant, double difference)
 {
     if (!contestant.difference)
-        return "(another work)";
+        return "(other work)";
     char text[64];
     std::snprintf(text, sizeof text, "differs by %.1e, allowed %.0e", difference,
                   contestant.tolerance);

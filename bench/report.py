@@ -15,9 +15,9 @@ each result is checked first: *off by* says how far it was from the work, and ho
 what a reader knows the cost of and nobody has to equal. A time is that of the fastest call, the release of its result
 included; the median is in brackets, then how many times as long as ours it took.
 
-*Fresh*: every result lies in memory that the system hands out anew, as a large result does for most callers. *Reused*:
-the allocator gives out again what the call before released. *Plain loops* are the library's reference kernels, pass
-after pass over whole pictures.
+*Fresh*: blocks from 4 MiB on, and so all results, lie in memory that the system hands out anew. *Reused*: the allocator
+gives out again what the call before released. *Plain loops* are the library's work in its plainest form, pass after
+pass over whole pictures.
 """
 
 
