@@ -27,6 +27,15 @@ zimgxx::FilterGraph graphOf(cv::Size from, cv::Size size)
     return zimgxx::FilterGraph::build(formatOf(from), formatOf(size), &params);
 }
 
+/// The columns of the planes that count.
+std::vector<cv::Mat> viewsOf(const std::vector<cv::Mat>& planes, int columns)
+{
+    std::vector<cv::Mat> views(planes.size());
+    for (std::size_t p = 0; p < planes.size(); ++p)
+        views[p] = planes[p].colRange(0, columns);
+    return views;
+}
+
 } // namespace
 
 std::vector<cv::Mat> Peers::zimgPlanes(cv::Size size)
@@ -40,9 +49,7 @@ std::vector<cv::Mat> Peers::zimgPlanes(cv::Size size)
 std::vector<cv::Mat> Peers::zimgSplit(const cv::Mat& source)
 {
     const std::vector<cv::Mat> planes = zimgPlanes(source.size());
-    std::vector<cv::Mat> views;
-    for (const cv::Mat& plane : planes)
-        views.push_back(plane.colRange(0, source.cols));
+    std::vector<cv::Mat> views = viewsOf(planes, source.cols);
     cv::split(source, views);
     return planes;
 }
@@ -69,10 +76,7 @@ std::vector<cv::Mat> Peers::zimgResized(const std::vector<cv::Mat>& planes, cv::
 
 cv::Mat Peers::zimgMerged(const std::vector<cv::Mat>& planes, cv::Size size)
 {
-    std::vector<cv::Mat> views;
-    for (const cv::Mat& plane : planes)
-        views.push_back(plane.colRange(0, size.width));
     cv::Mat result;
-    cv::merge(views, result);
+    cv::merge(viewsOf(planes, size.width), result);
     return result;
 }
