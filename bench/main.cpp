@@ -4,9 +4,7 @@
 #include "groups.h"
 #include "peers.h"
 
-#if __has_include(<imageutils/kernels/vectors.h>)
 #include <imageutils/kernels/vectors.h>
-#endif
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
@@ -37,15 +35,6 @@ const QCommandLineOption
 const QCommandLineOption dataOption("data", "Append the figures to FILE.", "FILE");
 const QCommandLineOption versionsOption("versions", "Print the versions of the peers.");
 const QCommandLineOption vectorsOption("vectors", "Print which vectors the library uses here.");
-
-const char* vectors()
-{
-#if __has_include(<imageutils/kernels/vectors.h>)
-    return Kernels::vectorInstructionSet();
-#else
-    return "vectors of 16 bytes, chosen when it was built";
-#endif
-}
 
 std::vector<Bench::PictureSize> sizesOf(const QCommandLineParser& parser)
 {
@@ -114,7 +103,7 @@ int main(int argc, char** argv)
                                           "imagesize; all when none is named.");
     parser.process(application);
     if (parser.isSet(vectorsOption)) {
-        std::printf("%s\n", vectors());
+        std::printf("%s\n", Kernels::vectorInstructionSet());
         return 0;
     }
     try {
