@@ -360,14 +360,14 @@ void CvUtils::splitChromaAlpha(const cv::Mat& mat, cv::Mat& chroma, cv::Mat& alp
         input.dims == 2) { // the road of every decoded photograph: one pass
         cv::parallel_for_(cv::Range(0, input.rows), ParallelSplit32FC4(input, newChroma, newAlpha),
                           -1);
-    } else if (channels == 4 || channels == 2) {
+    } else if (channels != 4 && channels != 2) {
+        qCritical() << "Unsupported amount of channels in splitChromaAlpha:" << channels;
+    } else if (!input.empty()) { // else there are no planes
         std::vector<cv::Mat> planes;
         cv::split(input, planes);
         newAlpha = planes.back();
         planes.pop_back();
         cv::merge(planes, newChroma);
-    } else {
-        qCritical() << "Unsupported amount of channels in splitChromaAlpha:" << channels;
     }
     chroma = newChroma;
     alpha = newAlpha;
@@ -386,6 +386,7 @@ cv::Mat CvUtils::mergeChromaAlpha(const cv::Mat& chroma, const cv::Mat& alpha)
     std::vector<cv::Mat> planes;
     if (chroma.channels() == 3) {
         cv::split(chroma, planes);
+        planes.resize(3); // there are none of a matrix without pixels, which does not fit the alpha
     } else if (chroma.channels() == 1) {
         planes = {chroma};
     } else {
@@ -408,7 +409,13 @@ bool CvUtils::qimageToMat(QImage& image, cv::Mat& chroma, cv::Mat& alpha)
         qCritical() << "qimageToMat: pixels must be four 32-bit floats, got bits:" << image.depth();
         return false;
     }
-    const cv::Mat pixels(image.height(), image.width(), CV_32FC4, image.bits(),
+    // Asked first: an image that detaches may get another row stride, or find no memory.
+    uchar* const bits = image.bits();
+    if (!bits) {
+        qCritical() << "qimageToMat: no memory for pixels of its own, got image:" << image;
+        return false;
+    }
+    const cv::Mat pixels(image.height(), image.width(), CV_32FC4, bits,
                          std::size_t(image.bytesPerLine()));
     splitChromaAlpha(pixels, chroma, alpha);
     return true;

@@ -151,10 +151,10 @@ void CvUtilsImageTest::imageAndPlanesRoundTrip()
     const cv::Mat pixels = noise(30, 44, CV_32FC4), half = noise(15, 22, CV_32FC1);
     cv::Mat chroma, alpha, small = half, none(3, 0, CV_8UC3), stretched;
     {
-        QImage image = CvUtils::matToQImage(asView(pixels), QImage::Format_RGBA32FPx4);
+        const QImage shared = CvUtils::matToQImage(asView(pixels), QImage::Format_RGBA32FPx4);
+        QImage image = shared; // which gets rows without gaps
         QVERIFY(CvUtils::qimageToMat(image, chroma, alpha));
     }
-    QVERIFY(chroma.type() == CV_32FC3 && alpha.type() == CV_32FC1);
     cv::resize(half, stretched, chroma.size());
     const cv::Mat opaque(chroma.size(), CV_32FC1, cv::Scalar(1.0));
     LogCapture log;
@@ -179,8 +179,8 @@ void CvUtilsImageTest::refusesImagesAndPlanes()
     const cv::Mat chromaBefore = chroma, alphaBefore = alpha;
     LogCapture log;
     QImage null, half(4, 4, QImage::Format_RGBA16FPx4);
-    QVERIFY(!CvUtils::qimageToMat(null, chroma, alpha));
-    QVERIFY(!CvUtils::qimageToMat(half, chroma, alpha));
+    for (QImage* const image : {&null, &half})
+        QVERIFY(!CvUtils::qimageToMat(*image, chroma, alpha));
     cv::Mat wide(2, 3, CV_64FC1), small(1, 1, CV_8UC1);
     QVERIFY(CvUtils::matToQImage(numbered(2, 3, CV_32FC4), alpha).isNull());
     QVERIFY(CvUtils::matToQImage(cv::Mat(), alpha).isNull());
@@ -193,6 +193,8 @@ void CvUtilsImageTest::refusesImagesAndPlanes()
     QVERIFY(chroma.type() == CV_8UC2 && alpha.type() == CV_8UC1 && alpha.size() == two.size());
     CvUtils::splitChromaAlpha(one, chroma, alpha);
     QVERIFY(chroma.empty() && alpha.size() == two.size());
+    CvUtils::splitChromaAlpha(cv::Mat(0, 3, CV_8UC4), chroma, alpha);
+    QVERIFY(chroma.type() == CV_8UC3 && chroma.size() == cv::Size(3, 0) && alpha.cols == 3);
     QVERIFY(CvUtils::mergeChromaAlpha(two, one).data == two.data);
     QVERIFY_EXCEPTION_THROWN(CvUtils::mergeChromaAlpha(chromaBefore, one), cv::Exception);
     const QString channels = "critical: Unsupported amount of channels in ";
@@ -215,7 +217,6 @@ void CvUtilsImageTest::findsMonochrome()
             QVERIFY(!CvUtils::isMonochrome(view));
         }
     }
-    QVERIFY(CvUtils::isMonochrome(noise(5, 5, CV_8UC1)));
     QVERIFY(CvUtils::isMonochrome(cv::Mat(1, 1, CV_32FC1, cv::Scalar(NAN))));
     QVERIFY(!CvUtils::isMonochrome(cv::Mat(1, 1, CV_32FC3, cv::Scalar::all(NAN))));
     QVERIFY(CvUtils::isMonochrome(cv::Mat(1, 1, CV_32FC2, cv::Scalar(0.0, -0.0))));
