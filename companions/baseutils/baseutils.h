@@ -29,7 +29,7 @@ public:
     /// "" of a name without a '.'.
     static QString getExtension(const QString& filePath);
 
-    /// The `file:` URL of the local path `string`, a relative URL for a relative path.
+    /// The `file:` URL of the local path `string`; "file:a.png" for the relative path "a.png".
     static QUrl stringToUrl(const QString& string);
 
     /// The local path of `url`, the inverse of `stringToUrl`; for a URL that is not local, its full
