@@ -116,9 +116,11 @@ void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, i
 std::unique_ptr<OIIO::ImageOutput> writerFor(const QString& extension)
 {
     // OpenImageIO also "writes" to terminals and to nowhere: only formats of pictures count.
-    if (!NImageUtils::supportedFileFormats().contains(extension.toLower()))
+    // Icons cannot be read back: OpenImageIO's reader writes beyond its memory.
+    const QString lower = extension.toLower();
+    if (!NImageUtils::supportedFileFormats().contains(lower) || lower == QLatin1String("ico"))
         return nullptr;
-    auto writer = OIIO::ImageOutput::create(extension.toLower().toStdString());
+    auto writer = OIIO::ImageOutput::create(lower.toStdString());
     OIIO::geterror(true); // else the next one to ask gets the answer
     return writer;
 }

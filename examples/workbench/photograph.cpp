@@ -14,6 +14,7 @@
 #include <atomic>
 #include <climits>
 #include <new>
+#include <string_view>
 
 namespace {
 
@@ -192,6 +193,8 @@ Result<Photograph> readPhotograph(const QString& path, qint64 maxPixels)
     const OIIO::ImageSpec& spec = input->spec();
     if (spec.width < 1 || spec.height < 1 || spec.nchannels < 1 || spec.deep)
         return Failure{QStringLiteral("holds no picture")};
+    if (std::string_view(input->format_name()) == "ico") // its reader writes beyond its memory
+        return Failure{QStringLiteral("is an icon and no photograph")};
     if (const auto refusal = refuseSize(spec.width, spec.height, maxPixels))
         return *refusal;
     return decode(*input);
