@@ -32,9 +32,11 @@ QRect largestCrop(const cv::Size& size, double radians)
 
 Result<Planes> turnedAndCropped(const Planes& planes, double degrees)
 {
-    if (std::fmod(degrees, 360.0) == 0.0)
+    // Without whole turns, which would take the digits of the library's angle in single precision.
+    const double turn = std::remainder(degrees, 360.0);
+    if (turn == 0.0)
         return planes;
-    const double radians = degrees * std::numbers::pi / 180.0;
+    const double radians = turn * std::numbers::pi / 180.0;
     const QRect crop = largestCrop(planes.chroma.size(), radians);
     const QRect region = NImageUtils::getBoundingRect(crop, radians);
     const QRect picture(0, 0, planes.chroma.cols, planes.chroma.rows);
