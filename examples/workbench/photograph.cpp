@@ -177,8 +177,8 @@ std::optional<Failure> refuseSize(double width, double height, qint64 maxPixels)
     if (width * height <= double(maxPixels) && std::max(width, height) <= INT_MAX)
         return {};
     return Failure{QStringLiteral("%1 x %2 pixels are more than --max-megapixels allows (%3)")
-                       .arg(width, 0, 'f', 0)
-                       .arg(height, 0, 'f', 0)
+                       .arg(width, 0, 'g', 10)
+                       .arg(height, 0, 'g', 10)
                        .arg(maxPixels / 1'000'000)};
 }
 
