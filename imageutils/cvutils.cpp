@@ -522,8 +522,7 @@ void CvUtils::toMonochrome(cv::Mat& mat)
 
 bool CvUtils::isLumaNoise(const cv::Mat& mat)
 {
-    // A picture that OpenCV refuses is handed over whole, for its exception; the rest in bands of
-    // about 256 KiB.
+    // In bands of about 256 KiB; what has no rows is handed over whole, for OpenCV's exception.
     constexpr std::size_t bandBytes = 256 << 10;
     const bool inBands = mat.dims == 2 && !mat.empty();
     const int bandRows = inBands

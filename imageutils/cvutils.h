@@ -65,12 +65,11 @@ IMAGEUTILS_EXPORT void splitChromaAlpha(const cv::Mat& mat, cv::Mat& chroma, cv:
 IMAGEUTILS_EXPORT cv::Mat mergeChromaAlpha(const cv::Mat& chroma, const cv::Mat& alpha);
 
 /// Splits an image whose pixels are four 32-bit floats R, G, B, A (`QImage::Format_RGBA32FPx4`)
-/// into `chroma`
-/// (`CV_32FC3`) and `alpha` (`CV_32FC1`), which stay valid without the image. The pixels are
-/// reached through `QImage::bits()`, so an image that shares its data detaches first.
+/// into `chroma` (`CV_32FC3`) and `alpha` (`CV_32FC1`), which stay valid without the image. The
+/// pixels are reached through `QImage::bits()`, so an image that shares its data detaches first.
 ///
-/// `false` with a critical line, the outputs untouched, for a null image and for a format of fewer
-/// than 128 bits per pixel.
+/// `false` with a critical line, the outputs untouched, for a null image, for a format of fewer
+/// than 128 bits per pixel, and where there is no memory to detach.
 IMAGEUTILS_EXPORT bool qimageToMat(QImage& image, cv::Mat& chroma, cv::Mat& alpha);
 
 /// The `QImage::Format_RGBA32FPx4` image of a `CV_32FC3` chroma and a `CV_32FC1` alpha; an empty

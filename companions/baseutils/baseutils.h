@@ -25,8 +25,7 @@ public:
     static QString getPath(const QString& filePath);
 
     /// What follows the last '.' of the last component, in the letter case given: "gz" of
-    /// "/a/b.tar.gz",
-    /// "" of a name without a '.'.
+    /// "/a/b.tar.gz", "" of a name without a '.'.
     static QString getExtension(const QString& filePath);
 
     /// The `file:` URL of the local path `string`; "file:a.png" for the relative path "a.png".
