@@ -13,6 +13,8 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <cstring>
+
 namespace Bench {
 namespace {
 
@@ -108,6 +110,11 @@ void addPeers(Contest& contest, const Work& work)
             return result;
         },
         work.differenceFrom(openCvCubic), roundings);
+    contest.addYardstick("filling the result with zeros", [size = size] {
+        cv::Mat result(size, CV_32FC3);
+        std::memset(result.data, 0, result.total() * result.elemSize());
+        return result;
+    });
 }
 
 void resampleBy(double scale, const std::string& name, const PictureSize& size,
