@@ -129,9 +129,10 @@ std::optional<QStringList> recentFiles()
 {
     const QSettings settings;
     const QVariant value = settings.value(QStringLiteral("recentFiles"));
-    // An application without an organisation's name has no settings, which QSettings calls an
-    // error.
-    const bool named = !QCoreApplication::organizationName().isEmpty();
+    // An application without an organisation has no settings, which QSettings calls an error; for
+    // one without a name it takes the domain.
+    const bool named = !QCoreApplication::organizationName().isEmpty() ||
+                       !QCoreApplication::organizationDomain().isEmpty();
     if (named && settings.status() != QSettings::NoError)
         return {};
     switch (value.typeId()) {

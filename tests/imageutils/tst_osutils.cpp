@@ -155,7 +155,8 @@ void OSUtilsTest::makeApplication(const QString& kind)
     if (kind == "ended")
         m_application.reset();
     m_inThread = kind == "thread";
-    QCoreApplication::setOrganizationName("Test");
+    QCoreApplication::setOrganizationName(kind == "domain" ? "" : "Test");
+    QCoreApplication::setOrganizationDomain(kind == "domain" ? "example.org" : "");
     QCoreApplication::setApplicationName("app");
 }
 
