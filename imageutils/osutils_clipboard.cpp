@@ -117,7 +117,9 @@ QString savedBitmap(const QImage& image)
     case Platform::Entry::OwnFile:
         return path;
     case Platform::Entry::Missing:
-        return writeNewFile(path, png) ? path : QString();
+        // Another program may have pasted the same bitmap meanwhile.
+        return writeNewFile(path, png) || entryAt(path) == Platform::Entry::OwnFile ? path
+                                                                                    : QString();
     case Platform::Entry::Other:
         break;
     }
