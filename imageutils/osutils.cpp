@@ -233,6 +233,8 @@ void OSUtils::openFolder(const QUrl& path)
 
 void OSUtils::writeTextToFile(const QString& fileName, const QString& text)
 {
+    if (fileName.contains(QChar::Null)) // the system would write to the file named before it
+        return;
     QFile file(fileName);
     if (file.open(QIODevice::WriteOnly))
         file.write(text.toUtf8());
