@@ -173,11 +173,11 @@ MonitorProfile profileOfFile(const QString& path)
 {
     QFile file(path);
     // Only a regular file: opening a pipe would wait for its other end.
-    if (!QFileInfo(path).isFile() || !file.open(QFile::ReadOnly) ||
-        std::size_t(file.size()) > MaxProfileBytes)
+    if (!QFileInfo(path).isFile() || !file.open(QFile::ReadOnly))
         return {MonitorProfileStep::CannotOpen, {}};
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFile::NoError)
+    // By what is read: the sizes of some files, as in /proc, say nothing.
+    const QByteArray bytes = file.read(qint64(MaxProfileBytes) + 1);
+    if (file.error() != QFile::NoError || std::size_t(bytes.size()) > MaxProfileBytes)
         return {MonitorProfileStep::CannotOpen, {}};
     return checked(Bytes(bytes.begin(), bytes.end()));
 }
