@@ -3,6 +3,7 @@
 
 #include <platform/windows/widestring.h>
 
+#include <algorithm>
 #include <windows.h>
 
 namespace {
@@ -24,8 +25,10 @@ std::wstring ownFolder()
 HMODULE opened(const char* part)
 {
     for (const char* const folder : {IMAGEUTILS_PART_FOLDERS}) {
-        const std::wstring file =
+        // With backslashes alone, as the altered search path wants it.
+        std::wstring file =
             ownFolder() + Platform::wideString(std::string(folder) + '\\' + part + ".dll");
+        std::replace(file.begin(), file.end(), L'/', L'\\');
         if (HMODULE library = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))
             return library;
     }
