@@ -27,6 +27,9 @@ class QDir;
 /// else, and without a `QGuiApplication`, these things count as missing: the operation then gives
 /// the result and the log line that it has for that, or does nothing and writes one warning.
 ///
+/// The facts about the machine come from one engine for the whole program, which has no lock: one
+/// thread at a time asks for them.
+///
 /// Log lines have no category; those about windows begin with "[Window]".
 class IMAGEUTILS_EXPORT OSUtils : public QObject
 {
@@ -84,7 +87,8 @@ public:
     /// The colour space of the monitor that the active window is on, or of the primary one, from
     /// its ICC profile; an info line names it. sRGB with a warning where the system has no profile,
     /// does not tell or cannot read it; an invalid colour space with a warning where Qt cannot use
-    /// it. May wait a second for the desktop's colour service. GUI thread only: elsewhere sRGB.
+    /// it. May wait a second for the desktop's colour service, and longer for a system bus that
+    /// accepts a connection and then says nothing. GUI thread only: elsewhere sRGB.
     Q_INVOKABLE static QColorSpace getMonitorColorSpace();
     /// Whether the text of `path`, taken as a path, names something that exists. A URL made from a
     /// plain path works; the text of a `file:` URL is no path and gives false.

@@ -28,7 +28,8 @@ inline constexpr std::size_t MaxProfileBytes = std::size_t(16) << 20;
 
 /// The ICC profile of the monitor under the active window. `screenName` (UTF-8) names that monitor
 /// where the window system has names for them. Called on the thread of the user interface, while an
-/// application object lives; services are waited for no longer than `limit` together.
+/// application object lives; services are waited for no longer than `limit` together, once
+/// connected.
 MonitorProfile monitorProfile(const std::string& screenName, std::chrono::milliseconds limit);
 
 } // namespace Platform
