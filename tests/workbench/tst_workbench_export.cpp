@@ -78,9 +78,6 @@ private Q_SLOTS:
     void fitsTheWholePicture_data();
     void fitsTheWholePicture();
     void keepsColoursBesideTransparency();
-    void keepsWhatIsUpToDate_data();
-    void keepsWhatIsUpToDate();
-    void keepsTheSourcesFolderFromGrowing();
     void writesBitmaps();
     void printsJson();
     void turnsAndMakesThumbnails();
@@ -320,56 +317,6 @@ void WorkbenchExportTest::keepsColoursBesideTransparency()
         QVERIFY(alpha < 0.1F || (after.at(x, 8, 0) > 0.95F && after.at(x, 8, 1) < 0.05F));
     }
     QVERIFY(edges > 0);
-}
-
-void WorkbenchExportTest::keepsWhatIsUpToDate_data()
-{
-    QTest::addColumn<QString>("format");
-    for (const char* format : {"tiff", "bmp"}) // the record in the file, and beside it
-        QTest::newRow(format) << QString::fromLatin1(format);
-}
-
-void WorkbenchExportTest::keepsWhatIsUpToDate()
-{
-    QFETCH(QString, format);
-    const QString source = in("photo.png");
-    const QString output = in(QString("out/photo.") + format);
-    makePicture(source, OIIO::ImageSpec(32, 32, 3, OIIO::TypeUInt8));
-    shell(QString("mkdir '%1' && echo mine > '%2'").arg(in("out"), output));
-    const QStringList arguments{source, "-o", in("out"), "--format", format};
-    const auto outcome = [](const Run& run) {
-        return std::pair(run.output.last(), run.output.value(1).section(QLatin1Char('/'), -1));
-    };
-    const QString exportedOne = "1 exported, 0 kept, 0 failed";
-    const QString keptOne = "0 exported, 1 kept, 0 failed";
-    const QString second = QString("photo-2.") + format;
-    const QString third = QString("photo-3.") + format;
-
-    QCOMPARE(outcome(run(arguments)),
-             std::pair(exportedOne, second)); // not over the user's own file
-    QCOMPARE(outcome(run(arguments)), std::pair(keptOne, second));
-    QCOMPARE(outcome(run(arguments + QStringList{"--scale", "0.5"})),
-             std::pair(exportedOne, third));
-    QCOMPARE(outcome(run(arguments)), std::pair(keptOne, second));
-    QFile file(source);
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-3),
-                             QFileDevice::FileModificationTime));
-    file.close();
-    QCOMPARE(outcome(run(arguments)),
-             std::pair(exportedOne, QString("photo-4.") + format)); // the source has changed
-    QFile mine(output);
-    QVERIFY(mine.open(QIODevice::ReadOnly));
-    QCOMPARE(mine.readAll(), QByteArray("mine\n"));
-}
-
-void WorkbenchExportTest::keepsTheSourcesFolderFromGrowing()
-{
-    makePicture(in("photo.png"), OIIO::ImageSpec(32, 32, 3, OIIO::TypeUInt8));
-    for (const char* format : {"tiff", "tiff", "webp", "webp"})
-        run({m_folder->path(), "-o", m_folder->path(), "--format", QString::fromLatin1(format)});
-    QCOMPARE(QDir(m_folder->path()).entryList({"*.*f*", "*.webp"}),
-             QStringList({"photo.tiff", "photo.webp"}));
 }
 
 void WorkbenchExportTest::writesBitmaps()

@@ -16,17 +16,11 @@ QStringList lines(const QByteArray& text)
 
 } // namespace
 
-Workbench::Run Workbench::run(const QStringList& arguments, int fileBlocks)
+Workbench::Run Workbench::run(const QStringList& arguments)
 {
-    QStringList command{QStringLiteral(WORKBENCH_PROGRAM), QStringLiteral("--headless")};
-    if (fileBlocks > 0) // the shell's own limit, as a user would set it
-        command = QStringList{QStringLiteral("sh"), QStringLiteral("-c"),
-                              QStringLiteral("ulimit -f %1; exec \"$@\"").arg(fileBlocks),
-                              QStringLiteral("sh")} +
-                  command;
     QProcess process;
-    const QString program = command.takeFirst();
-    process.start(program, command + arguments);
+    process.start(QStringLiteral(WORKBENCH_PROGRAM),
+                  QStringList{QStringLiteral("--headless")} + arguments);
     Run run;
     if (!process.waitForFinished(60'000)) {
         process.kill();
@@ -37,11 +31,6 @@ Workbench::Run Workbench::run(const QStringList& arguments, int fileBlocks)
     run.output = lines(process.readAllStandardOutput());
     run.errors = lines(process.readAllStandardError());
     return run;
-}
-
-void Workbench::shell(const QString& command)
-{
-    QCOMPARE(QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), command}), 0);
 }
 
 float Workbench::sampleAt(int x, int y, int c)

@@ -18,12 +18,8 @@ struct Run
     QStringList errors;
 };
 
-/// Runs the program without a window. With `fileBlocks`, files may grow to that many blocks of 512
-/// bytes only.
-Run run(const QStringList& arguments, int fileBlocks = 0);
-
-/// Runs a shell command that must succeed.
-void shell(const QString& command);
+/// Runs the program without a window.
+Run run(const QStringList& arguments);
 
 /// The sample of channel `c` at (x, y) of the pictures that makePicture() writes: one of 256
 /// values, without a pattern, so that neighbours differ and compression gains nothing.

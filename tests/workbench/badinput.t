@@ -1,0 +1,151 @@
+What is no photograph gets one line each, and the good one is exported:
+
+  $ noise() { oiiotool --pattern noise:type=uniform:min=0:max=1 "$1" 3 -d uint8 -o "$2"; }
+  $ noise 8x8 good.png
+  $ mkdir bad && cd bad
+  $ true > empty.jpg
+  $ echo text | tee text.jpg > text.txt
+  $ mkdir folder.jpg
+  $ mkfifo pipe.jpg
+  $ ln -s /dev/zero device.jpg
+  $ ln -s nowhere nothing.jpg
+  $ ln -s itself.jpg itself.jpg
+  $ printf '\0\0\2\0\0\0\0\0\0\0\0\0\377\377\377\377\30\0' > huge.tga
+  $ printf 'P6\n-4 -5\n255\n' > negative.ppm
+  $ for format in bmp exr gif hdr jp2 jpg png ppm tga tif webp; do
+  >   noise 64x48 whole.$format
+  >   head -c $(($(stat -c %s whole.$format) / 2)) whole.$format > half.$format
+  > done
+  $ rm whole.*
+  $ imageutils-workbench --headless missing.jpg *.* text.jpg/below.jpg ../good.png -o ../out > ../table
+  missing.jpg: no such file
+  device.jpg: is not a regular file
+  empty.jpg: is empty
+  folder.jpg: the folder holds no photographs
+  half.bmp: ?* (glob)
+  half.exr: ?* (glob)
+  half.gif: ?* (glob)
+  half.hdr: ?* (glob)
+  half.jp2: ?* (glob)
+  half.jpg: ?* (glob)
+  half.png: ?* (glob)
+  half.ppm: ?* (glob)
+  half.tga: ?* (glob)
+  half.tif: ?* (glob)
+  half.webp: ?* (glob)
+  huge.tga: 65535 x 65535 pixels are more than --max-megapixels allows (250)
+  itself.jpg: no such file
+  negative.ppm: ?* (glob)
+  nothing.jpg: no such file
+  pipe.jpg: is not a regular file
+  text.jpg: Could not get image size: * (glob)
+  text.txt: is not named as a photograph
+  text.jpg/below.jpg: no such file
+  [1]
+  $ cd ..
+  $ tail -n 1 table
+  1 exported, 0 kept, 23 failed
+  $ ls -A out
+  good.tiff
+
+A name that is no text, in a folder and named by the user, where Qt's own lists would leave it out or name another file:
+
+  $ mkdir names && cp good.png names/ && cp good.png names/"$(printf 'b\377.png')"
+  $ imageutils-workbench --headless names -o texts > table
+  names/b\xef\xbf\xbd.png: name is not valid UTF-8 (esc)
+  [1]
+  $ ls texts
+  good.tiff
+  $ imageutils-workbench --headless names/"$(printf 'b\377.png')" -o texts > table
+  names/b\xef\xbf\xbd.png: name is not valid UTF-8 (esc)
+  [1]
+
+Formats that cannot be written, or not from this source, and icons, which OpenImageIO 2.4 crashes on:
+
+  $ cp good.png good.psd
+  $ /usr/bin/python3 -c 'from PIL import Image; Image.new("RGB", (16, 16)).save("icon.ico")'
+  $ for format in dds term null x/../../y preserve ico; do
+  >   imageutils-workbench --headless good.psd -o none --format $format > table || echo $?
+  > done
+  good.psd: *cannot be written* (glob)
+  1
+  good.psd: *cannot be written* (glob)
+  1
+  good.psd: *cannot be written* (glob)
+  1
+  good.psd: *cannot be written* (glob)
+  1
+  good.psd: *cannot be written* (glob)
+  1
+  good.psd: *cannot be written* (glob)
+  1
+  $ imageutils-workbench --headless icon.ico -o none > table
+  icon.ico: ?* (glob)
+  [1]
+  $ ls none
+  ls: cannot access 'none': No such file or directory
+  [2]
+
+Folders that cannot be written:
+
+  $ for folder in good.png/out /proc/out; do imageutils-workbench --headless good.png -o $folder > table || echo $?; done
+  *good.png/out* (glob)
+  1
+  */proc/out* (glob)
+  1
+
+A full disk, for writers that fail at once, in the middle, and with the last bytes only: nothing is left of the picture.
+
+  $ noise 256x256 large.png && cp large.png before.png
+  $ for options in "8 tiff" "8 png" "8 jpg" "8 exr" "8 sgi" "8 webp" "8 bmp" "1 tiff" "8 jpg --bitmap"; do
+  >   set -- $options
+  >   (ulimit -f $1; imageutils-workbench --headless large.png good.png -o full --format $2 $3 2>&1 > table)
+  >   echo "$options: $?, left: $(find full \( -name 'large*' -o -name '.?*' \))"
+  > done | grep -v '^good.png'
+  large.png: cannot be written* (glob)
+  8 tiff: 1, left: 
+  large.png: cannot be written* (glob)
+  8 png: 1, left: 
+  large.png: cannot be written* (glob)
+  8 jpg: 1, left: 
+  large.png: cannot be written* (glob)
+  8 exr: 1, left: 
+  large.png: cannot be written* (glob)
+  8 sgi: 1, left: 
+  large.png: cannot be written* (glob)
+  8 webp: 1, left: 
+  large.png: cannot be written* (glob)
+  8 bmp: 1, left: 
+  large.png: cannot be written* (glob)
+  1 tiff: 1, left: 
+  large.png: cannot be written* (glob)
+  8 jpg --bitmap: 1, left: 
+  $ cmp large.png before.png
+
+Wrong command lines, with one line each:
+
+  $ while read -r arguments; do
+  >   imageutils-workbench --headless $arguments good.png > table 2> said
+  >   echo "$arguments: $?, lines: $(cat table said | wc -l), $(wc -l < said) of them errors"
+  > done << END
+  > --scale 0
+  > --scale nan
+  > --scale 1e999
+  > --scale x
+  > --max-width -1
+  > --filter 1
+  > --filter 1,2,3
+  > --filter inf,0
+  > --quality 0
+  > --unknown
+  > END
+  --scale 0: 2, lines: 1, 1 of them errors
+  --scale nan: 2, lines: 1, 1 of them errors
+  --scale 1e999: 2, lines: 1, 1 of them errors
+  --scale x: 2, lines: 1, 1 of them errors
+  --max-width -1: 2, lines: 1, 1 of them errors
+  --filter 1: 2, lines: 1, 1 of them errors
+  --filter 1,2,3: 2, lines: 1, 1 of them errors
+  --filter inf,0: 2, lines: 1, 1 of them errors
+  --quality 0: 2, lines: 1, 1 of them errors
+  --unknown: 2, lines: 1, 1 of them errors
