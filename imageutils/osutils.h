@@ -201,7 +201,7 @@ public:
     /// 5.6 GiB, Apple machines, all others. Sides below 0 count as 0; at most INT_MAX.
     Q_INVOKABLE int estimateRescueETASeconds(QSize inputSize, int deviceId);
     /// Replaces the contents of the file `fileName` by `text` in UTF-8 without a byte-order mark,
-    /// or makes it. Failures are not reported.
+    /// or makes it. Failures, of which a name with a null character is one, are not reported.
     Q_INVOKABLE void writeTextToFile(const QString& fileName, const QString& text);
 
 private:

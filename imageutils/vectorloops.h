@@ -8,7 +8,7 @@
 
 /// The loops that come in vectors, and the name of the instruction set that these are made of. The
 /// vectors are a part of their own, because Highway measures the clock of the machine while it is
-/// loaded: a third of what a start takes.
+/// loaded: a quarter of what a start took.
 struct VectorLoops
 {
     const char* (*instructionSet)();
