@@ -4,7 +4,6 @@
 #include <imageutils/cvutils_p.h>
 #include <imageutils/picturewriter.h>
 
-#include <platform/freshpages.h>
 #include <timing/elapsedtime.h>
 
 #include <QtCore/QDebug>
@@ -31,22 +30,20 @@ Integer roundUp(Integer value, Integer step)
     return (value + step - 1) / step * step;
 }
 
-bool isSurelyFresh(const cv::Mat& mat) { return mat.total() * mat.elemSize() >= surelyFreshBytes; }
-
-/// Calls `convert` for the rows of new matrices after memory was put behind them, a few at a time,
-/// so that what the system has just cleared is still in the cache.
+/// Calls `convert` for the rows of new matrices, the widest of which has `rowBytes` in a row, after
+/// memory was put behind them, a few at a time, so that what the system has just cleared is still
+/// in the cache.
 template<typename Convert>
-void writeFreshRows(const cv::Range& rows, std::initializer_list<cv::Mat*> matrices,
+void writeFreshRows(const cv::Range& rows, std::size_t rowBytes,
+                    std::initializer_list<const ParallelFirstTouch*> touches,
                     const Convert& convert)
 {
     constexpr std::size_t blockBytes = 1 << 20;
-    const int blockRows = int(blockBytes / (*matrices.begin())->step[0]) + 1;
+    const int blockRows = int(blockBytes / rowBytes) + 1;
     for (int top = rows.start; top < rows.end; top += blockRows) {
         const cv::Range block(top, std::min(top + blockRows, rows.end));
-        for (cv::Mat* const mat : matrices) {
-            if (isSurelyFresh(*mat))
-                ParallelFirstTouch{*mat}(block);
-        }
+        for (const ParallelFirstTouch* const touch : touches)
+            (*touch)(block);
         for (int y = block.start; y < block.end; ++y)
             convert(y);
     }
@@ -181,12 +178,12 @@ void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
 
 void ParallelFirstTouch::operator()(const cv::Range& rows) const
 {
-    Platform::backPages(m_mat.ptr(rows.start), std::size_t(rows.size()) * m_mat.step[0]);
+    m_pages.back(m_mat.ptr(rows.start), std::size_t(rows.size()) * m_mat.step[0]);
 }
 
 void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 {
-    writeFreshRows(rows, {&m_chroma, &m_alpha}, [this](int y) {
+    writeFreshRows(rows, m_chroma.step[0], {&m_touchChroma, &m_touchAlpha}, [this](int y) {
         Kernels::splitRowInVectors(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
                                    m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
     });
@@ -194,7 +191,7 @@ void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 
 void ParallelMerge32FC4::operator()(const cv::Range& rows) const
 {
-    writeFreshRows(rows, {&m_pixels}, [this](int y) {
+    writeFreshRows(rows, m_pixels.step[0], {&m_touch}, [this](int y) {
         Kernels::mergeRowInVectors(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y),
                                    std::size_t(m_pixels.cols), m_pixels.ptr<float>(y));
     });
@@ -274,8 +271,7 @@ void ParallelResampleBands::operator()(const cv::Range& bands) const
                           ParallelInterpRow32FC3(m_source, held, m_across.scale, m_across.radius,
                                                  m_across.weights),
                           -1);
-        if (isSurelyFresh(m_result))
-            cv::parallel_for_(resultRows, ParallelFirstTouch(m_result));
+        m_touch(resultRows);
         cv::parallel_for_(cv::Range(0, m_result.cols),
                           ParallelInterpCols32FC3(held, m_result, m_down.scale, m_down.radius,
                                                   m_down.weights, resultRows, m_source.rows),

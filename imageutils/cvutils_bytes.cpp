@@ -37,8 +37,7 @@ template<typename Container>
 void reserveFresh(Container& container, std::size_t size)
 {
     container.reserve(size);
-    if (size >= surelyFreshBytes)
-        Platform::backPages(container.data(), size);
+    Platform::FreshPages(container.data(), size).back(container.data(), size);
 }
 
 } // namespace
@@ -94,8 +93,7 @@ cv::Mat CvUtils::deserializeMat(const std::vector<unsigned char>& bytes)
         return {};
     }
     cv::Mat mat(rows, cols, type);
-    if (elements * elementSize >= surelyFreshBytes)
-        Platform::backPages(mat.data, elements * elementSize);
+    ParallelFirstTouch{mat}(cv::Range(0, rows));
     if (elements > 0)
         std::memcpy(mat.data, &bytes[dataAt], elements * elementSize);
     return mat;

@@ -4,6 +4,7 @@
 #include <imageutils/kernels/cubic.h>
 #include <imageutils/kernels/monochrome.h>
 #include <imageutils/kernels/planes.h>
+#include <platform/freshpages.h>
 
 #include <opencv2/core.hpp>
 
@@ -61,19 +62,18 @@ private:
     cv::Mat& m_mat;
 };
 
-/// New memory of so many bytes was never touched. Less may come out of what the C library had left
-/// over, and asking the system for what is there costs as much as filling it.
-constexpr std::size_t surelyFreshBytes = 32 << 20;
-
 /// Has memory put behind the given rows of a new matrix, which are about to be written.
 class ParallelFirstTouch : public cv::ParallelLoopBody
 {
 public:
-    explicit ParallelFirstTouch(cv::Mat& mat) : m_mat(mat) {}
+    explicit ParallelFirstTouch(cv::Mat& mat)
+        : m_mat(mat), m_pages(mat.data, mat.total() * mat.elemSize())
+    {}
     void operator()(const cv::Range& rows) const override;
 
 private:
     cv::Mat& m_mat;
+    mutable Platform::FreshPages m_pages;
 };
 
 /// Parts the given rows of a `CV_32FC4` matrix into chroma and alpha.
@@ -81,7 +81,8 @@ class ParallelSplit32FC4 : public cv::ParallelLoopBody
 {
 public:
     ParallelSplit32FC4(const cv::Mat& pixels, cv::Mat& chroma, cv::Mat& alpha)
-        : m_pixels(pixels), m_chroma(chroma), m_alpha(alpha)
+        : m_pixels(pixels), m_chroma(chroma), m_alpha(alpha), m_touchChroma(chroma),
+          m_touchAlpha(alpha)
     {}
     void operator()(const cv::Range& rows) const override;
 
@@ -89,6 +90,7 @@ private:
     const cv::Mat& m_pixels;
     cv::Mat& m_chroma;
     cv::Mat& m_alpha;
+    ParallelFirstTouch m_touchChroma, m_touchAlpha;
 };
 
 /// Joins the given rows of chroma and alpha to a `CV_32FC4` matrix.
@@ -96,7 +98,7 @@ class ParallelMerge32FC4 : public cv::ParallelLoopBody
 {
 public:
     ParallelMerge32FC4(const cv::Mat& chroma, const cv::Mat& alpha, cv::Mat& pixels)
-        : m_chroma(chroma), m_alpha(alpha), m_pixels(pixels)
+        : m_chroma(chroma), m_alpha(alpha), m_pixels(pixels), m_touch(pixels)
     {}
     void operator()(const cv::Range& rows) const override;
 
@@ -104,6 +106,7 @@ private:
     const cv::Mat& m_chroma;
     const cv::Mat& m_alpha;
     cv::Mat& m_pixels;
+    ParallelFirstTouch m_touch;
 };
 
 /// Sums the absolute Laplacian of Y, U and V over bands of rows that stay in the cache; each band
@@ -199,13 +202,15 @@ class ParallelResampleBands : public cv::ParallelLoopBody
 public:
     ParallelResampleBands(const cv::Mat& source, cv::Mat& result, const ResamplePass& across,
                           const ResamplePass& down, const std::vector<ResampleBand>& bands)
-        : m_source(source), m_result(result), m_across(across), m_down(down), m_bands(bands)
+        : m_source(source), m_result(result), m_touch(result), m_across(across), m_down(down),
+          m_bands(bands)
     {}
     void operator()(const cv::Range& bands) const override;
 
 private:
     const cv::Mat& m_source;
     cv::Mat& m_result;
+    ParallelFirstTouch m_touch;
     const ResamplePass& m_across;
     const ResamplePass& m_down;
     const std::vector<ResampleBand>& m_bands;

@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/freshpages.h>
 
-void Platform::backPages(void*, std::size_t) {}
+namespace Platform {
+
+FreshPages::FreshPages(void*, std::size_t) {}
+
+void FreshPages::back(void*, std::size_t) {}
+
+} // namespace Platform

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/freshpages.h>
 
+namespace Platform {
+
 // Nothing: what there is (PrefetchVirtualMemory) fetches pages that have been written out, no new
 // ones.
-void Platform::backPages(void*, std::size_t) {}
+FreshPages::FreshPages(void*, std::size_t) {}
+
+void FreshPages::back(void*, std::size_t) {}
+
+} // namespace Platform
