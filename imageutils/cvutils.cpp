@@ -2,6 +2,7 @@
 #include <imageutils/cvutils.h>
 
 #include <imageutils/cvutils_p.h>
+#include <imageutils/picturefilters.h>
 #include <imageutils/picturewriter.h>
 
 #include <timing/elapsedtime.h>
@@ -205,9 +206,9 @@ void ParallelDetailSum::operator()(const cv::Range& bands) const
         // One more row on either side, which the Laplacian of a part of a matrix reads as its
         // border; where the picture ends it reflects instead.
         const cv::Range around(std::max(rows.start - 1, 0), std::min(rows.end + 1, m_mat.rows));
-        cv::cvtColor(m_mat.rowRange(around), yuv, cv::COLOR_RGB2YUV);
+        m_filters.convertColor(m_mat.rowRange(around), yuv, cv::COLOR_RGB2YUV);
         const cv::Mat inner = yuv.rowRange(rows.start - around.start, rows.end - around.start);
-        cv::Laplacian(inner, detail, yuv.depth(), 1, 1.0, 0.0, cv::BORDER_DEFAULT);
+        m_filters.laplacian(inner, detail);
         magnitude = cv::abs(detail);
         m_sums[std::size_t(band)] = cv::sum(magnitude);
     }
@@ -425,16 +426,20 @@ QImage CvUtils::matToQImage(const cv::Mat& chroma, cv::Mat& alpha)
                     << chroma.type() << alpha.type();
         return {};
     }
+    const bool isFiltered = alpha.size() != chroma.size();
+    const PictureFilters* const filters = isFiltered ? pictureFilters("matToQImage") : nullptr;
+    if (isFiltered && !filters)
+        return {};
     cv::Mat result;
     const qint64 start = ElapsedTime::monotonicNanoseconds();
     if (alpha.empty()) {
         qInfo() << "No alpha mat needed, using generic RGB -> RGBA conversion";
-        cv::cvtColor(chroma, result,
-                     cv::COLOR_BGR2BGRA); // adds an opaque channel; the order of the others stays
+        // Adds an opaque channel; the order of the others stays.
+        filters->convertColor(chroma, result, cv::COLOR_BGR2BGRA);
     } else {
-        if (alpha.size() != chroma.size()) {
+        if (isFiltered) {
             qWarning() << "Alpha mat is different size, using generic upscaling to make it merge.";
-            cv::resize(alpha, alpha, chroma.size(), 0, 0, cv::INTER_LINEAR);
+            filters->resizeLinear(alpha, alpha, chroma.size());
         }
         result = mergeChromaAlpha(chroma, alpha);
     }
@@ -518,6 +523,9 @@ void CvUtils::toMonochrome(cv::Mat& mat)
 
 bool CvUtils::isLumaNoise(const cv::Mat& mat)
 {
+    const PictureFilters* const filters = pictureFilters("isLumaNoise");
+    if (!filters)
+        return false;
     // In bands of about 256 KiB; what has no rows is handed over whole, for OpenCV's exception.
     constexpr std::size_t bandBytes = 256 << 10;
     const bool inBands = mat.dims == 2 && !mat.empty();
@@ -526,7 +534,8 @@ bool CvUtils::isLumaNoise(const cv::Mat& mat)
                                               std::size_t(2), std::size_t(mat.rows) + 2))
                              : 1;
     std::vector<cv::Scalar> sums(inBands ? std::size_t((mat.rows + bandRows - 1) / bandRows) : 1);
-    cv::parallel_for_(cv::Range(0, int(sums.size())), ParallelDetailSum(mat, bandRows, sums), -1);
+    cv::parallel_for_(cv::Range(0, int(sums.size())),
+                      ParallelDetailSum(*filters, mat, bandRows, sums), -1);
     const cv::Scalar sum = std::accumulate(sums.begin(), sums.end(), cv::Scalar());
     const cv::Scalar mean = sum / double(mat.total());
     const float ratio = float(mean[0] / (mean[1] + mean[2]) * 0.25);
@@ -551,9 +560,5 @@ void CvUtils::imwrite(const QString& path, const cv::Mat& mat, int colorConversi
         qCritical() << "imwrite: OpenCV's codecs cannot be loaded:" << error.c_str();
         return;
     }
-    cv::Mat working;
-    cv::resize(mat, working, cv::Size(), double(scale), double(scale), cv::INTER_LINEAR);
-    working.convertTo(working, CV_8UC3, double(alpha), double(beta));
-    cv::cvtColor(working, working, colorConversion);
-    write(path.toStdString(), working);
+    write(path.toStdString(), mat, colorConversion, double(alpha), double(beta), double(scale));
 }

@@ -23,7 +23,10 @@
 /// All functions are free of state and may run on any thread. Views (parts of a larger matrix) are
 /// walked by their own row stride. A function with nothing to change returns its input as a header
 /// copy that shares the pixels; every other result is a new buffer. No function throws by itself; a
-/// `cv::Exception` of OpenCV reaches the caller unchanged.
+/// `cv::Exception` of OpenCV reaches the caller unchanged. Those that need OpenCV's imgproc
+/// (`matToQImage` of an alpha that does not fit, `isLumaNoise`, `applyRotation`) open it when they
+/// are first called, as `imwrite` does OpenCV's codecs; where it is not installed they give a null
+/// image, `false` or an empty matrix, and a critical line.
 namespace CvUtils {
 
 /// The image over the pixels of `mat`, without copying them: `format` must be the format whose

@@ -12,6 +12,8 @@
 #include <optional>
 #include <vector>
 
+struct PictureFilters;
+
 namespace CvUtils {
 
 /// The value that stands for full intensity at the OpenCV depth code `depth`; 1 and a warning for
@@ -114,12 +116,14 @@ private:
 class ParallelDetailSum : public cv::ParallelLoopBody
 {
 public:
-    ParallelDetailSum(const cv::Mat& mat, int bandRows, std::vector<cv::Scalar>& sums)
-        : m_mat(mat), m_bandRows(bandRows), m_sums(sums)
+    ParallelDetailSum(const PictureFilters& filters, const cv::Mat& mat, int bandRows,
+                      std::vector<cv::Scalar>& sums)
+        : m_filters(filters), m_mat(mat), m_bandRows(bandRows), m_sums(sums)
     {}
     void operator()(const cv::Range& bands) const override;
 
 private:
+    const PictureFilters& m_filters;
     const cv::Mat& m_mat;
     int m_bandRows;
     std::vector<cv::Scalar>& m_sums;

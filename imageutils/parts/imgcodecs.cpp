@@ -5,10 +5,16 @@
 #include <imageutils/picturewriter.h>
 
 #include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 
 extern "C" IMAGEUTILS_EXPORT WritePicturePart imageutilsPart;
 
-bool imageutilsPart(const std::string& utf8Path, const cv::Mat& mat)
+bool imageutilsPart(const std::string& utf8Path, const cv::Mat& mat, int colorConversion,
+                    double alpha, double beta, double scale)
 {
-    return cv::imwrite(utf8Path, mat);
+    cv::Mat working;
+    cv::resize(mat, working, cv::Size(), scale, scale, cv::INTER_LINEAR);
+    working.convertTo(working, CV_8UC3, alpha, beta);
+    cv::cvtColor(working, working, colorConversion);
+    return cv::imwrite(utf8Path, working);
 }
