@@ -3,8 +3,9 @@
 """processes.py BIN DATA [--small]
 
 Whole programs against each other, in turns: starting with the library and without it, and the main job of the
-workbench, decode, analyse, reduce to 0.25 and write a JPEG, against programs that reduce. Appends to DATA what
-imageutils-bench writes there, and the peak memory in bytes: that of processes running at the same time added up.
+workbench, decode, analyse, reduce to 0.25 and write a JPEG, against programs that reduce. Then calls with pauses
+between, in which the system may take memory away. Appends to DATA what imageutils-bench writes there, and the peak
+memory in bytes: that of processes running at the same time added up.
 """
 import concurrent.futures
 import glob
@@ -142,7 +143,24 @@ def main_job(size, photographs):
         print(f"  of ours, summed over photographs: {part} {seconds * 1e3:.0f} ms", flush=True)
 
 
+def pausing():
+    """One call in each second, by workers as many as there are cores: what the rare slow one takes counts, too."""
+    rounds, pause = (2, 0) if SMALL else (100, 1)
+    workload = "resize times 2, a second after the last"
+    print(f"{workload}, to 12 MP")
+    for name, role, program in (("ours", "ours", "after_pause"),
+                                ("memory comes page by page", "yardstick", "after_pause_untouched")):
+        lines = subprocess.check_output([os.path.join(BIN, program), str(rounds), str(pause)], text=True).split()
+        seconds = sorted(map(float, lines))
+        median = statistics.median_high(seconds)
+        write(workload, "to 12 MP", name, role, rounds, seconds[0], median)
+        write(workload, f"slowest of {rounds} calls", name, role, rounds, seconds[-1], seconds[-1])
+        print(f"  {name:34} {seconds[0] * 1e3:11.4f} ms, median {median * 1e3:11.4f}, slowest {seconds[-1] * 1e3:.4f}",
+              flush=True)
+
+
 starting()
+pausing()
 if SMALL:
     main_job("2 photographs", sorted(PHOTOGRAPHS, key=os.path.getsize)[:2])
 else:

@@ -43,6 +43,12 @@ def resampling(figures):
                     figures.seconds("resize to 0.25", OURS, threads=threads)))
 
 
+    work = "resize times 2, a second after the last"
+    slowest = next((size for size in figures.sizes(work) if size.startswith("slowest")), None)
+    yield at_most(work, "the slowest of 100 calls no longer than with memory page by page", 1, figures.ratio(
+        work, OURS, ["memory"], size=slowest, memory="process"))
+
+
 def pixels(figures):
     for work in ("splitChromaAlpha", "mergeChromaAlpha", "qimageToMat", "matToQImage"):
         yield at_most(work, "no longer than clone() of the larger side", 1, figures.ratio(work, OURS, ["clone()"]))

@@ -24,7 +24,7 @@ public:
 private:
     [[maybe_unused]] std::byte* m_begin = nullptr;
     [[maybe_unused]] std::byte* m_end = nullptr;
-    std::atomic<std::int64_t> m_savedNs = 0;
+    std::atomic<std::int64_t> m_toSpendNs = 0;
 };
 
 } // namespace Platform

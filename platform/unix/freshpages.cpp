@@ -16,8 +16,8 @@ constexpr std::size_t largePage = 2 << 20;
 
 // A large page is cleared in 0.1 to 0.3 ms; small pages of as much take 0.5 to 1. But where the
 // machine has given that piece of its free memory back to its host, a large page takes 4 ms and
-// more, which small ones mostly come around. So large pages may spend what they save and little
-// more: the whole is never slower than with small ones by more than one such page.
+// more, which small ones mostly come around. So half of what quick pages save may be spent on slow
+// ones, which are quick the next time, and a little more; what is left gets small pages.
 constexpr std::int64_t smallPagesNs = 500'000;
 constexpr std::int64_t lentNs = 500'000;
 
@@ -68,7 +68,7 @@ FreshPages::FreshPages(void* begin, std::size_t bytes)
     m_begin = first;
     m_end = end;
     if (madvise(m_begin, std::size_t(m_end - m_begin), MADV_HUGEPAGE) == 0)
-        m_savedNs = lentNs;
+        m_toSpendNs = lentNs;
 }
 
 void FreshPages::back(void* begin, std::size_t bytes)
@@ -76,14 +76,15 @@ void FreshPages::back(void* begin, std::size_t bytes)
     const std::size_t page = smallPage();
     std::byte* at = std::max(roundDown(static_cast<std::byte*>(begin), page), m_begin);
     std::byte* const end = std::min(roundUp(static_cast<std::byte*>(begin) + bytes, page), m_end);
-    while (at < end && m_savedNs > 0) {
+    while (at < end && m_toSpendNs > 0) {
         std::byte* const large = roundDown(at, largePage);
         std::byte* const next = std::min(large + largePage, m_end);
         const std::int64_t started = elapsedNs();
         populate(std::max(large, m_begin), next);
         const std::int64_t saved = smallPagesNs - (elapsedNs() - started);
-        const std::int64_t before = m_savedNs.fetch_add(saved);
-        if (before > 0 && before + saved <= 0)
+        const std::int64_t change = saved > 0 ? saved / 2 : saved;
+        const std::int64_t before = m_toSpendNs.fetch_add(change);
+        if (before > 0 && before + change <= 0)
             madvise(m_begin, std::size_t(m_end - m_begin), MADV_NOHUGEPAGE);
         at = next;
     }
