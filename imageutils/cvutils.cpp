@@ -280,6 +280,12 @@ void ParallelResampleBands::operator()(const cv::Range& bands) const
     }
 }
 
+void CvUtils::backWhole(cv::Mat& mat)
+{
+    const std::size_t bytes = mat.total() * mat.elemSize();
+    Platform::FreshPages(mat.data, bytes).back(mat.data, bytes);
+}
+
 float CvUtils::depthMaxValue(int depth)
 {
     switch (depth) {
@@ -335,7 +341,8 @@ cv::Mat CvUtils::convert(const cv::Mat& mat, int depth)
     if (type == mat.type())
         return mat;
     const double scale = depthMaxValue(depth) / depthMaxValue(mat.depth());
-    cv::Mat result;
+    cv::Mat result(mat.dims, mat.size.p, type);
+    backWhole(result);
     mat.convertTo(result, type, scale, 0.0);
     return result;
 }

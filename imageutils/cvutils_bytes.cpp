@@ -93,7 +93,7 @@ cv::Mat CvUtils::deserializeMat(const std::vector<unsigned char>& bytes)
         return {};
     }
     cv::Mat mat(rows, cols, type);
-    ParallelFirstTouch{mat}(cv::Range(0, rows));
+    backWhole(mat);
     if (elements > 0)
         std::memcpy(mat.data, &bytes[dataAt], elements * elementSize);
     return mat;

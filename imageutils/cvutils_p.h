@@ -27,6 +27,9 @@ void deleteMat(void* info);
 /// any rectangle for others.
 std::optional<cv::Rect> enclosingRect(const cv::RotatedRect& rect);
 
+/// Has memory put behind all of a new matrix, for a function of OpenCV that is about to fill it.
+void backWhole(cv::Mat& mat);
+
 } // namespace CvUtils
 
 /// Clears its flag when a pixel of the given rows has channels that differ. The flag is read once

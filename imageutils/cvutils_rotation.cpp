@@ -125,6 +125,7 @@ cv::Mat CvUtils::applyRotation(const cv::Mat& mat, const cv::RotatedRect& rect)
     if (!filters)
         return {};
     cv::Mat output(cvRound(size.height), cvRound(size.width), mat.type());
+    backWhole(output);
     filters->warp(mat, output, output.size(), source.data(), destination.data());
     return output;
 }
