@@ -22,6 +22,8 @@ public:
     void back(void* begin, std::size_t bytes);
 
 private:
+    void backLargePage(std::byte* begin);
+
     [[maybe_unused]] std::byte* m_begin = nullptr;
     [[maybe_unused]] std::byte* m_end = nullptr;
     std::atomic<std::int64_t> m_toSpendNs = 0;

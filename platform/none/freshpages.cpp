@@ -7,4 +7,6 @@ FreshPages::FreshPages(void*, std::size_t) {}
 
 void FreshPages::back(void*, std::size_t) {}
 
+void FreshPages::backLargePage(std::byte*) {}
+
 } // namespace Platform
