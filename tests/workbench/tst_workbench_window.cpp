@@ -1,9 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "workbench.h"
-
 #include <QtCore/QFile>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 #include <QtCore/QMimeData>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
@@ -60,7 +56,6 @@ class WorkbenchWindowTest : public QObject
 private Q_SLOTS:
     void showsBeforeAndAfter();
     void pastesFilesAndOpensWhereItWasClosed();
-    void printsTheMachine();
 };
 
 void WorkbenchWindowTest::showsBeforeAndAfter()
@@ -90,7 +85,7 @@ void WorkbenchWindowTest::pastesFilesAndOpensWhereItWasClosed()
 {
     const QTemporaryDir folder;
     const auto at = [&folder](const char* name) { return folder.filePath(QLatin1String(name)); };
-    Workbench::makePicture(at("a.png"), OIIO::ImageSpec(40, 30, 3, OIIO::TypeDesc::UINT8));
+    QVERIFY(QImage(40, 30, QImage::Format_RGB32).save(at("a.png")));
     QVERIFY(QFile::copy(at("a.png"), at("b c.png")));
     const auto place = [] { // empty while there is no window
         const QByteArray geometry = onWindow({"getwindowgeometry", "--shell"});
@@ -127,18 +122,6 @@ void WorkbenchWindowTest::pastesFilesAndOpensWhereItWasClosed()
     QTRY_VERIFY_WITH_TIMEOUT((isBack = isBack || place() == chosen), 20'000);
     window.terminate();
     QVERIFY(window.waitForFinished());
-}
-
-void WorkbenchWindowTest::printsTheMachine()
-{
-    const Workbench::Run text = Workbench::run({"--machine"});
-    const Workbench::Run json = Workbench::run({"--machine", "--json"});
-    QCOMPARE(json.output.size(), 1);
-    const QJsonObject facts = QJsonDocument::fromJson(json.output.first().toUtf8()).object();
-    QVERIFY(facts["memoryGiB"].toDouble() >= facts["availableGiB"].toDouble());
-    QVERIFY(facts["availableGiB"].toDouble() > 0);
-    QCOMPARE(text.output.value(1).mid(12), facts["processor"].toString());
-    QCOMPARE(text.errors + json.errors, QStringList());
 }
 
 QTEST_MAIN(WorkbenchWindowTest)

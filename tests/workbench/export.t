@@ -1,0 +1,237 @@
+  $ noise() { oiiotool --pattern noise:type=uniform:min=0:max=1 "$@"; }
+  $ export_it() { imageutils-workbench --headless "$@" > table || cat table; }
+  $ alike() { # MOST ARGUMENT…: two pictures that differ by no more
+  >   oiiotool "${@:2}" --fail $1 --hardfail $1 --diff > said || cat said
+  > }
+  $ same() { # FILE FILE: with colours as they are stored
+  >   alike 1e-6 --iconfig oiio:UnassociatedAlpha 1 "$1" --iconfig oiio:UnassociatedAlpha 1 "$2"
+  > }
+
+Samples, channels and the camera's data come over as they are, where the format can hold them.
+
+  $ while read source channels names type format; do
+  >   noise 37x33 $channels --chnames $names -d $type --attrib oiio:UnassociatedAlpha 1 --attrib Make Maker \
+  >     --attrib FNumber 2.8 -o photo.$source
+  >   rm -rf out && export_it photo.$source -o out --format $format
+  >   result=$(ls out/* | grep -v workbench)
+  >   oiiotool --info $result | tr -s ' '
+  >   same photo.$source $result
+  >   exiftool -S -Make -FNumber $result 2> said
+  > done << END
+  > png 4 R,G,B,A uint16 tiff
+  > png 4 R,G,B,A uint16 PRESERVE
+  > png 4 R,G,B,A uint8 tga
+  > png 2 Y,A uint16 tiff
+  > png 2 Y,A uint16 png
+  > jpg 1 Y uint8 tiff
+  > jpg 3 R,G,B uint8 png
+  > jpg 3 R,G,B uint8 jp2
+  > tif 3 R,G,B uint16 tiff
+  > tif 4 R,G,B,A uint8 png
+  > ppm 3 R,G,B uint8 sgi
+  > exr 3 R,G,B float tiff
+  > END
+  out/photo.tiff : 37 x 33, 4 channel, uint16 tiff
+  Make: Maker
+  out/photo.png : 37 x 33, 4 channel, uint16 png
+  Make: Maker
+  out/photo.tga : 37 x 33, 4 channel, uint8 targa
+  out/photo.tiff : 37 x 33, 2 channel, uint16 tiff
+  Make: Maker
+  out/photo.png : 37 x 33, 2 channel, uint16 png
+  Make: Maker
+  out/photo.tiff : 37 x 33, 1 channel, uint8 tiff
+  Make: Maker
+  FNumber: 2.8
+  out/photo.png : 37 x 33, 3 channel, uint8 png
+  Make: Maker
+  FNumber: 2.8
+  out/photo.jp2 : 37 x 33, 3 channel, uint8 jpeg2000
+  out/photo.tiff : 37 x 33, 3 channel, uint16 tiff
+  Make: Maker
+  FNumber: 2.8
+  out/photo.png : 37 x 33, 4 channel, uint8 png
+  Make: Maker
+  FNumber: 2.8
+  out/photo.sgi : 37 x 33, 3 channel, uint8 sgi
+  out/photo.tiff : 37 x 33, 3 channel, float tiff
+  Make: Maker
+  FNumber: 2.8
+
+OpenEXR holds colours that are multiplied by alpha.
+
+  $ noise 37x33 4 -d uint16 -o alpha.png
+  $ export_it alpha.png -o out --format exr
+  $ alike 2e-5 alpha.png out/alpha.exr
+
+The camera's data, the profile and the turn as other programs read them.
+
+  $ /usr/bin/python3 -c 'from PIL.ImageCms import *
+  > open("rgb.icc", "wb").write(ImageCmsProfile(createProfile("sRGB")).tobytes())'
+  $ noise 32x16 3 -d uint8 --iccread rgb.icc --orientation 6 --attrib Make Maker --attrib FNumber 2.8 \
+  >   --attrib Exif:PhotographicSensitivity 400 --attrib Exif:DateTimeOriginal '2024:05:06 07:08:09' -o photo.jpg
+  $ for format in tiff jpg png; do
+  >   export_it photo.jpg -o data --format $format
+  >   exiftool -S -Warning -Orientation -ImageSize -Make -FNumber -ISO -RecommendedExposureIndex -DateTimeOriginal \
+  >     data/photo.$format
+  >   exiftool -b -ICC_Profile data/photo.$format | cmp - rgb.icc
+  > done
+  Orientation: Horizontal (normal)
+  ImageSize: 16x32
+  Make: Maker
+  FNumber: 2.8
+  RecommendedExposureIndex: 400
+  DateTimeOriginal: 2024:05:06 07:08:09
+  Orientation: Horizontal (normal)
+  ImageSize: 16x32
+  Make: Maker
+  FNumber: 2.8
+  ISO: 400
+  DateTimeOriginal: 2024:05:06 07:08:09
+  Orientation: Horizontal (normal)
+  ImageSize: 16x32
+  Make: Maker
+  FNumber: 2.8
+  ISO: 400
+  DateTimeOriginal: 2024:05:06 07:08:09
+
+CMYK comes out as RGB, without its profile.
+
+  $ { head -c 16 /dev/zero; printf CMYK; head -c 16 /dev/zero; printf acsp; head -c 92 /dev/zero; } > cmyk.icc
+  $ noise 16x16 3 -d uint8 -o rgb.tif
+  $ oiiotool rgb.tif --iccread cmyk.icc --attrib tiff:ColorSpace CMYK -o cmyk.tif
+  $ export_it cmyk.tif -o out
+  $ exiftool -S -q -SamplesPerPixel -ICC_Profile cmyk.tif out/cmyk.tiff
+  SamplesPerPixel: 4
+  ICC_Profile: (Binary data 132 bytes, use -b option to extract)
+  SamplesPerPixel: 3
+  $ alike 0.02 rgb.tif out/cmyk.tiff
+
+Every orientation comes out upright; the ninth is none.
+
+  $ mkdir turned
+  $ noise 17x9 3 -d uint8 -o stored.png
+  $ oiiotool stored.png $(for turn in 1 2 3 4 5 6 7 8 9; do echo --attrib Orientation $turn -o turned/$turn.tif; done)
+  $ export_it turned -o upright
+  $ /usr/bin/python3 -c 'from PIL import Image, ImageOps
+  > for turn in range(1, 10):
+  >   picture = Image.open("stored.png")
+  >   picture.getexif()[0x112] = turn
+  >   shown, upright = ImageOps.exif_transpose(picture), Image.open(f"upright/{turn}.tiff")
+  >   print(turn, upright.size, shown.tobytes() == upright.tobytes())'
+  1 (17, 9) True
+  2 (17, 9) True
+  3 (17, 9) True
+  4 (17, 9) True
+  5 (9, 17) True
+  6 (9, 17) True
+  7 (9, 17) True
+  8 (9, 17) True
+  9 (17, 9) True
+  $ exiftool -q -if '$Orientation# != 1' -FileName upright
+  [2]
+
+What a format without alpha cannot hold stands on white.
+
+  $ noise 16x16 4 -d uint16 -o glass.png
+  $ export_it glass.png -o out --format ppm
+  $ alike 0.00197 glass.png --pattern constant:color=1,1,1,1 16x16 4 --over --ch R,G,B out/glass.ppm
+
+The picture fits whole: a ramp from corner to corner is the ramp made as large as what comes out, whose last sample lies
+inside.
+
+  $ ramp='--pattern fill:topleft=0,0,.5:topright=1,0,.5:bottomleft=0,1,.5:bottomright=1,1,.5'
+  $ oiiotool $ramp 301x201 3 -d float -o ramp.tif
+  $ while read size rows options; do
+  >   rm -rf out && export_it ramp.tif -o out $options
+  >   alike $(echo "1.6 $rows" | awk '{ print $1 / $2 }') $ramp $size 3 out/ramp.tiff
+  > done << END
+  > 100x67 67 --max-width 100
+  > 150x100 100 --max-height 100
+  > 30x20 20 --max-width 30 --max-height 150
+  > 30x20 20 --scale 0.1 --max-width 100
+  > 301x201 201 --max-width 5000
+  > 903x603 201 --scale 3
+  > 400x267 201 --scale 3 --max-width 400
+  > 1x1 1 --max-width 1
+  > 151x101 101 --scale 0.5 --filter 0,0.5
+  > END
+
+Red, beside green that nothing shows: what is half transparent between them is red.
+
+  $ oiiotool --pattern constant:color=0,1,0,0 64x64 4 --fill:color=1,0,0,1 31x64 --attrib oiio:UnassociatedAlpha 1 \
+  >   -d uint8 -o edge.png
+  $ export_it edge.png -o out --scale 0.25
+  $ oiiotool --dumpdata out/edge.tiff | sed -n 's/.*, 8): \(.*\) (.*/\1/p' | uniq -c
+        7 255 0 0 255
+        1 240 0 0 240
+        1 49 0 0 49
+        7 0 0 0 0
+
+A bitmap beside it.
+
+  $ noise 31x8 3 -d uint8 -o small.png
+  $ export_it small.png -o bitmap --bitmap
+  $ same small.png bitmap/small.bmp
+  $ export_it small.png -o bitmap --bitmap
+  $ tail -n 1 table
+  0 exported, 1 kept, 0 failed
+
+As JSON, whatever the name.
+
+  $ noise 20x10 1 -d uint8 -o grey.png
+  $ mv grey.png "$(printf 'gr\303\244y "1"\n.png')"
+  $ imageutils-workbench --headless gr* missing.jpg -o out --json > lines
+  missing.jpg: no such file
+  1 exported, 0 kept, 1 failed
+  [1]
+  $ /usr/bin/python3 -c 'import json, os
+  > for facts in map(json.loads, open("lines")):
+  >   print(*[ascii(facts.get(name)) for name in ("file", "grey", "stored", "error")])
+  >   print(os.path.isfile(facts.get("output", "")), "decode" in facts.get("milliseconds", ""))'
+  'gr\xe4y "1"\n.png' True [20, 10] None
+  True True
+  'missing.jpg' None None 'no such file'
+  False False
+
+Dark above and bright below, turned clockwise: the left is bright, and the right dark. Named as a format whose pictures
+always get a thumbnail, which is made anew when it is older than its picture, and only then.
+
+  $ oiiotool --pattern constant:color=1,1,1 200x100 3 --fill:color=0,0,0 200x50 -d uint8 -o photo.jpg
+  $ mv photo.jpg photo.heic
+  $ turn() {
+  >   imageutils-workbench --headless photo.heic -o turn --rotate 10 --json |
+  >     grep -oE '"(kept|output)":[^,]*|VOLK_Thumbnail_[0-9]*.jpeg'
+  > }
+  $ turn
+  "kept":false
+  "output":"turn/photo.tiff"
+  VOLK_Thumbnail_*.jpeg (glob)
+  $ /usr/bin/python3 -c 'from PIL import Image
+  > picture = Image.open("turn/photo.tiff")
+  > right, bottom = picture.size
+  > print(right / bottom, *[picture.getpixel((x, bottom // 2))[0] // 26 for x in (2, right - 3)])'
+  2.0 9 0
+  $ oiiotool --info $TMPDIR/VOLK* | tr -s ' ' | sed 's/.*: //'
+  200 x 100, 3 channel, uint8 jpeg
+  $ turn
+  "kept":true
+  "output":"turn/photo.tiff"
+  $ touch -d '3 days ago' $TMPDIR/VOLK*
+  $ turn
+  "kept":false
+  "output":"turn/photo.tiff"
+  VOLK_Thumbnail_*.jpeg (glob)
+  $ find $TMPDIR -name 'VOLK*' -mtime -1 | wc -l
+  1
+  $ ls turn
+  photo.tiff
+
+The machine, in words and as JSON, without a window or a photograph.
+
+  $ imageutils-workbench --headless --machine > words
+  $ imageutils-workbench --headless --machine --json > line
+  $ /usr/bin/python3 -c 'import json
+  > facts = json.load(open("line"))
+  > print(0 < facts["availableGiB"] <= facts["memoryGiB"], facts["processor"] == open("words").readlines()[1].strip()[12:])'
+  True True
