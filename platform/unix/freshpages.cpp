@@ -74,6 +74,8 @@ FreshPages::FreshPages(void* begin, std::size_t bytes)
 
 void FreshPages::back(void* begin, std::size_t bytes)
 {
+    if (!m_begin)
+        return;
     const std::size_t page = smallPage();
     std::byte* at = std::max(roundDown(static_cast<std::byte*>(begin), page), m_begin);
     std::byte* const end = std::min(roundUp(static_cast<std::byte*>(begin) + bytes, page), m_end);
