@@ -42,7 +42,6 @@ def resampling(figures):
                     figures.seconds("resize to 0.25", OURS, size="48 MP", threads=threads),
                     figures.seconds("resize to 0.25", OURS, threads=threads)))
 
-
     work = "resize times 2, a second after the last"
     slowest = next((size for size in figures.sizes(work) if size.startswith("slowest")), None)
     yield at_most(work, "the slowest of 100 calls no longer than with memory page by page", 1, figures.ratio(

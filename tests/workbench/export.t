@@ -144,6 +144,7 @@ inside.
   $ oiiotool $ramp 301x201 3 -d float -o ramp.tif
   $ while read size rows options; do
   >   rm -rf out && export_it ramp.tif -o out $options
+  >   exiftool -S -ImageSize out/ramp.tiff
   >   alike $(echo "1.6 $rows" | awk '{ print $1 / $2 }') $ramp $size 3 out/ramp.tiff
   > done << END
   > 100x67 67 --max-width 100
@@ -156,6 +157,15 @@ inside.
   > 1x1 1 --max-width 1
   > 151x101 101 --scale 0.5 --filter 0,0.5
   > END
+  ImageSize: 100x67
+  ImageSize: 150x100
+  ImageSize: 30x20
+  ImageSize: 30x20
+  ImageSize: 301x201
+  ImageSize: 903x603
+  ImageSize: 400x267
+  ImageSize: 1x1
+  ImageSize: 151x101
 
 Red, beside green that nothing shows: what is half transparent between them is red.
 
