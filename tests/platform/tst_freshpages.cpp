@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Memory that is asked for in one go holds what it held, wherever the askings begin and end.
+#include <platform/freshpages.h>
+
+#include <QtTest/QtTest>
+
+#include <memory>
+#include <thread>
+#include <vector>
+
+class FreshPagesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void leavesWhatWasWritten_data()
+    {
+        constexpr size_t mib = 1 << 20;
+        QTest::addColumn<size_t>("bytes");
+        QTest::addColumn<size_t>("offset"); // of the block within memory of the allocator's
+        QTest::addColumn<size_t>("step");   // from one asking to the next
+        QTest::newRow("nothing") << size_t(0) << size_t(0) << size_t(1);
+        QTest::newRow("less than a page") << size_t(100) << size_t(60) << size_t(7);
+        QTest::newRow("just too small") << 4 * mib - 1 << size_t(0) << mib;
+        QTest::newRow("rows that end within pages")
+            << 24 * mib + 12345 << size_t(16) << size_t(3 * 66'671);
+        QTest::newRow("whole large pages") << 32 * mib << size_t(0) << 2 * mib;
+        QTest::newRow("all at once") << 64 * mib << size_t(1) << 64 * mib;
+    }
+    void leavesWhatWasWritten()
+    {
+        QFETCH(const size_t, bytes);
+        QFETCH(const size_t, offset);
+        QFETCH(const size_t, step);
+        for (int again = 0; again < 3; ++again) { // the second finds out what the first has seen
+            const std::unique_ptr<uchar[]> memory(new uchar[offset + bytes + 1]);
+            uchar* const block = memory.get() + offset;
+            const auto valueAt = [](size_t i) { return uchar(i / 4093 % 251 + 1); };
+            block[bytes] = 255;
+            Platform::FreshPages pages(block, bytes);
+            const auto write =
+                [&](size_t first) { // every second step; the ends of pages are shared
+                    for (size_t at = first * step; at < bytes; at += 2 * step) {
+                        const size_t end = std::min(at + step, bytes);
+                        pages.back(block + at, end - at);
+                        for (size_t i = at; i < end; ++i)
+                            block[i] = valueAt(i);
+                    }
+                };
+            std::thread other(write, 1);
+            write(0);
+            other.join();
+            pages.back(block, bytes);
+            size_t differing = block[bytes] == 255 ? 0 : 1;
+            for (size_t i = 0; i < bytes; ++i)
+                differing += block[i] != valueAt(i);
+            QCOMPARE(differing, size_t(0));
+        }
+    }
+};
+
+QTEST_APPLESS_MAIN(FreshPagesTest)
+#include "tst_freshpages.moc"
