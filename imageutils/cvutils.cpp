@@ -103,7 +103,7 @@ ResamplePass passOf(int length, double scale, float filterB, float filterC)
 /// are resampled together.
 std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, const ResamplePass& down)
 {
-    constexpr double bandBytes = 2 << 20;
+    constexpr double bandBytes = 3 << 20;
     const std::vector<int> centres = Kernels::centreSamples(0, result.rows, down.scale, sourceRows);
     const auto neededRows = [&](int row) {
         return std::min(centres[std::size_t(row)] + down.radius, sourceRows - 1) + 1;
