@@ -17,7 +17,8 @@ function(imageutils_add_companion name)
     set_target_properties(${name} PROPERTIES
         OUTPUT_NAME imageutils-${name}
         VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR})
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        ${beside_themselves})
     target_include_directories(${name} PUBLIC
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/companions>"
         "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>"

@@ -11,9 +11,12 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-# Installed libraries find each other beside themselves, programs find them from bin, wherever the prefix is moved.
+# Installed programs find the libraries from bin, and these each other beside themselves, wherever the prefix is moved.
+# The libraries do so where they are built, too: CMake would pad their path with empty entries, in which every start of a
+# program looks for Qt, each of them the current folder.
 file(RELATIVE_PATH bin_to_lib "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
-set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${bin_to_lib}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
+set(beside_themselves INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
