@@ -31,6 +31,14 @@ struct Times
     }
 };
 
+/// Drives out of the caches what the call before read and wrote, as the next photograph does.
+void emptyCaches()
+{
+    static const std::vector<unsigned> memory(std::size_t(32) << 20, 1); // larger than they are
+    const unsigned sum = std::accumulate(memory.begin(), memory.end(), 0U);
+    keep(&sum);
+}
+
 double secondsPerCall(const std::function<void()>& call, int calls)
 {
     const auto start = std::chrono::steady_clock::now();
@@ -52,11 +60,6 @@ double checkedDifference(const Contestant& contestant, const std::string& title)
     return difference;
 }
 
-bool hasTimeLeft(const Times& times, const Options& options)
-{
-    return times.samples.size() < 2 || times.total() < options.secondsEach;
-}
-
 void takeSample(const std::function<void()>& call, bool isSmall, Times& times)
 {
     if (times.calls == 0) {
@@ -70,16 +73,27 @@ void takeSample(const std::function<void()>& call, bool isSmall, Times& times)
     times.samples.push_back(secondsPerCall(call, times.calls));
 }
 
+void takeTurn(const Contestant& contestant, const Options& options, Times& times)
+{
+    const double before = times.total();
+    for (int i = 0; i < options.callsInARow; ++i) {
+        emptyCaches();
+        takeSample(contestant.call, options.isSmall, times);
+        if (times.total() - before >= options.secondsEach / options.turns)
+            return;
+    }
+}
+
 std::vector<Times> timesOf(const std::vector<Contestant>& contestants, const Options& options)
 {
     const std::size_t count = contestants.size();
     std::vector<Times> times(count);
-    for (std::size_t round = 0; round < std::size_t(options.rounds); ++round) {
+    for (std::size_t turn = 0; turn < std::size_t(options.turns); ++turn) {
         for (std::size_t place = 0; place < count; ++place) {
-            // Another order in each round: nobody always comes after the one that fills the cache.
-            const std::size_t i = (round + (round % 2 ? count - place : place)) % count;
-            if (hasTimeLeft(times[i], options))
-                takeSample(contestants[i].call, options.isSmall, times[i]);
+            // Another order each time: nobody always comes after the one that fills the cache.
+            const std::size_t i = (turn + (turn % 2 ? count - place : place)) % count;
+            if (times[i].samples.size() < 2 || times[i].total() < options.secondsEach)
+                takeTurn(contestants[i], options, times[i]);
         }
     }
     return times;

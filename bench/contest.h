@@ -20,11 +20,13 @@ struct Options
 {
     std::vector<PictureSize> sizes;
     std::vector<int> threads;
-    std::string memory;       ///< What results lie in, in a word; the environment decides it.
-    int rounds = 11;          ///< Calls of each contestant at most …
-    double secondsEach = 0.4; ///< … and how long they may take together, of which two are granted.
-    std::string dataPath;     ///< Where the figures are appended; empty: nowhere.
-    bool isSmall = false;     ///< Whether it is only shown that everything runs.
+    std::string memory;   ///< What results lie in, in a word; the environment decides it.
+    int turns = 3;        ///< Of each contestant at most …
+    int callsInARow = 12; ///< … and calls in each of its turns: which memory a call gets depends
+                          ///< on how long ago the last was.
+    double secondsEach = 2; ///< How long the calls may take together, of which two are granted.
+    std::string dataPath;   ///< Where the figures are appended; empty: nowhere.
+    bool isSmall = false;   ///< Whether it is only shown that everything runs.
 
     /// The same with one thread only.
     Options onOneThread() const;

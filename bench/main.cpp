@@ -9,6 +9,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iterator>
@@ -32,6 +33,8 @@ const QCommandLineOption threadsOption("threads", "Numbers of threads.", "LIST",
 const QCommandLineOption
     memoryOption("memory", "What the allocator gives, for the output; bench/run arranges it.",
                  "WORD", "fresh");
+const QCommandLineOption inARowOption("in-a-row", "Calls in each turn of a contestant.", "NUMBER",
+                                      "12");
 const QCommandLineOption dataOption("data", "Append the figures to FILE.", "FILE");
 const QCommandLineOption versionsOption("versions", "Print the versions of the peers.");
 const QCommandLineOption vectorsOption("vectors", "Print which vectors the library uses here.");
@@ -59,8 +62,11 @@ Bench::Options optionsOf(const QCommandLineParser& parser)
     options.memory = parser.value(memoryOption).toStdString();
     options.dataPath = parser.value(dataOption).toStdString();
     options.isSmall = parser.isSet(smallOption);
+    options.callsInARow = std::max(parser.value(inARowOption).toInt(), 1);
+    if (options.callsInARow == 1)
+        options.turns = 12;
     if (options.isSmall)
-        options.rounds = 1;
+        options.turns = options.callsInARow = 1;
     return options;
 }
 
@@ -97,8 +103,8 @@ int main(int argc, char** argv)
     qInstallMessageHandler(dropInformation);
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOptions({smallOption, sizesOption, threadsOption, memoryOption, dataOption,
-                       versionsOption, vectorsOption});
+    parser.addOptions({smallOption, sizesOption, threadsOption, memoryOption, inARowOption,
+                       dataOption, versionsOption, vectorsOption});
     parser.addPositionalArgument("GROUP", "resample, planes, analysis, base64, serialize, hash, "
                                           "imagesize; all when none is named.");
     parser.process(application);

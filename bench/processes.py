@@ -79,7 +79,7 @@ def starting():
     compete("start of a program", "whole process",
             [("ours", "ours", call("start_ours")),
              ("Qt and OpenCV's core", "yardstick", call("start_peers")),
-             ("nothing", "yardstick", call("start_nothing"))], 2 if SMALL else 31, 4)
+             ("nothing", "yardstick", call("start_nothing"))], 2 if SMALL else 101, 4)
 
 
 def check_sizes(photographs, folder, program):

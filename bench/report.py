@@ -10,14 +10,19 @@ from promises import promises
 
 INTRODUCTION = """# Performance
 The library beside others that do the same work on the same data, as `bench/run` measured it in one run; it writes this
-page, and [the plot](performance.svg), from [its figures](performance.tsv). Contestants take turns call by call, and
-each result is checked first: *off by* says how far it was from the work, and how far it may be. *(other work)* marks
-what a reader knows the cost of and nobody has to equal. A time is that of the fastest call, the release of its result
-included; the median is in brackets, then how many times as long as ours it took.
+page, and [the plot](performance.svg), from [its figures](performance.tsv). Contestants take turns of up to a dozen calls
+in a row, with empty caches before each, as a program calls that works through photographs. Each result is checked
+first: *off by* says how far it was from the work, and how far it may be. *(other work)* marks what a reader knows the
+cost of and nobody has to equal. A time is that of the fastest call, the release of its result included; the median is
+in brackets, then how many times as long as ours it took.
 
 *Fresh*: blocks from 4 MiB on, and so all results, lie in memory that the system hands out anew. *Reused*: the allocator
 gives out again what the call before released. *Plain loops* are the library's work in its plainest form, pass after
 pass over whole pictures.
+
+Memory is most of the work of large results, and a virtual machine that gives what is free back to its host within
+seconds needs long to get it again. Calls in a row are spared that; *a second after the last* shows the other end, and
+`imageutils-bench --in-a-row 1` a turn for each call.
 """
 
 
