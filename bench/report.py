@@ -21,8 +21,9 @@ gives out again what the call before released. *Plain loops* are the library's w
 pass over whole pictures.
 
 Memory is most of the work of large results, and a virtual machine that gives what is free back to its host within
-seconds needs long to get it again. Calls in a row are spared that; *a second after the last* shows the other end, and
-`imageutils-bench --in-a-row 1` a turn for each call.
+seconds needs long to get it again. Calls in a row are spared that, and what is promised of work in one process is said
+of them. *Call by call*, where a turn is one call and seconds of others lie between two, shows the other end; so does
+*a second after the last*.
 """
 
 
