@@ -9,5 +9,5 @@
 
 int main()
 {
-    return !QColor(1, 2, 3).isValid() || !QJSValue(1).isNumber() || cv::getTickCount() < 0;
+    return QColor::colorNames().isEmpty() || !QJSValue(1).isNumber() || cv::getTickCount() < 0;
 }

@@ -22,6 +22,7 @@ configure() {
     [ -z "${CI-}" ] || strict=ON
     local build="$root/build/$preset" settings=("-DIMAGEUTILS_WARNINGS_AS_ERRORS=$strict" "$@") ready=yes
     [ "$build/build.ninja" -nt "$root/CMakePresets.json" ] || ready=no
+    [ "$build/build.ninja" -nt /var/lib/dpkg/status ] || ready=no # what was installed since is looked for
     for setting in "${settings[@]#-D}"; do
         grep -qs "^${setting%%=*}:[A-Z]*=${setting#*=}\$" "$build/CMakeCache.txt" || ready=no
     done
