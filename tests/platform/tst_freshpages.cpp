@@ -5,9 +5,9 @@
 
 #include <QtTest/QtTest>
 
+#include <algorithm>
 #include <memory>
 #include <thread>
-#include <vector>
 
 class FreshPagesTest : public QObject
 {
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QFETCH(const size_t, bytes);
         QFETCH(const size_t, offset);
         QFETCH(const size_t, step);
-        for (int again = 0; again < 3; ++again) { // the second finds out what the first has seen
+        for (int again = 0; again < 3; ++again) { // a block in a row may get other pages
             const std::unique_ptr<uchar[]> memory(new uchar[offset + bytes + 1]);
             uchar* const block = memory.get() + offset;
             const auto valueAt = [](size_t i) { return uchar(i / 4093 % 251 + 1); };
