@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "exporter.h"
 
+#include "atomicfile.h"
 #include "checkedfile.h"
 #include "console.h"
 #include "pngexif.h"
-#include "wholefile.h"
 
 #include <imageutils/cvutils.h>
 
@@ -70,7 +70,7 @@ bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool 
 }
 
 /// Why the file is not whole; empty when it is.
-QString failureToWrite(WholeFile& whole, const QImage& image, const OIIO::ImageSpec& header)
+QString failureToWrite(AtomicFile& whole, const QImage& image, const OIIO::ImageSpec& header)
 {
     const QString extension = QFileInfo(whole.file().fileName()).suffix();
     CheckedFile file(whole.file()); // outlives the writer, which may close only as it goes away
@@ -105,7 +105,7 @@ Result<QString> exportPicture(QImage& image, const OIIO::ImageSpec& header,
 {
     const Console::SilencedErrors silenced; // some writers report there and to the caller
     const QFileInfo wanted(wantedPath);
-    auto whole = WholeFile::create(wanted.path(), wanted.suffix());
+    auto whole = AtomicFile::create(wanted.path(), wanted.suffix());
     if (!whole)
         return whole.failure();
     packChannels(image, header.nchannels);
@@ -118,7 +118,7 @@ Result<QString> exportPicture(QImage& image, const OIIO::ImageSpec& header,
 Result<QString> exportBitmap(const cv::Mat& chroma, const QString& wantedPath)
 {
     const QFileInfo wanted(wantedPath);
-    auto whole = WholeFile::create(wanted.path(), wanted.suffix());
+    auto whole = AtomicFile::create(wanted.path(), wanted.suffix());
     if (!whole)
         return whole.failure();
     const QString path = (*whole)->file().fileName();

@@ -34,7 +34,7 @@ int jobsFor(const Options& options)
 }
 
 /// For half of the photographs in work: the library's loops use several processors by themselves.
-int roomsFor(const Options& options) { return (jobsFor(options) + 1) / 2; }
+int buffersFor(const Options& options) { return (jobsFor(options) + 1) / 2; }
 
 /// A machine that does not tell how much it has gets no limit.
 qint64 memoryFor(const Options& options)
@@ -86,7 +86,7 @@ private:
 
 Run::Run(const Options& options, const QList<Source>& sources)
     : m_options(options), m_report(options, sources), m_resources{MemoryBudget(memoryFor(options)),
-                                                                  Rooms(roomsFor(options))}
+                                                                  BufferPool(buffersFor(options))}
 {
     QHash<QString, qsizetype> lastOfName;
     for (const Source& source : sources) {

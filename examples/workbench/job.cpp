@@ -3,7 +3,7 @@
 
 #include "crop.h"
 #include "exporter.h"
-#include "keep.h"
+#include "exportrecord.h"
 #include "messages.h"
 #include "photograph.h"
 #include "resample.h"
@@ -85,7 +85,7 @@ Output outputOf(const QString& path, const Options& options, const QString& exte
 {
     const QString name = NImageUtils::getBaseName(path) + QLatin1Char('.') + extension;
     return {QDir(options.outputFolder).filePath(name),
-            Keep::recordFor(path, settingsText(options, extension, isBitmap))};
+            ExportRecord::recordFor(path, settingsText(options, extension, isBitmap))};
 }
 
 /// The bytes that the pixels of a photograph take while it is in work, as measured.
@@ -137,7 +137,7 @@ private:
     JobResult& m_result;
 
     MemoryBudget::Share m_memory; // given back when the pixels are gone
-    Rooms::Key m_key;             // of the room that the colours are in, likewise
+    BufferPool::Lease m_lease;    // of the room that the colours are in, likewise
     Output m_picture;
     Output m_bitmap;
     std::unique_ptr<OIIO::ImageOutput> m_writer;
@@ -172,12 +172,12 @@ Refusal Job::run()
     m_memory = m_resources.memory.take(memoryFor(m_result.size, m_outputSize, m_options), m_stop);
     if (Refusal refusal = take({{Step::Decode, &Job::decode}}))
         return refusal;
-    m_key = m_resources.rooms.take(m_stop);
+    m_lease = m_resources.buffers.take(m_stop);
     if (Refusal refusal = take({{Step::Split, &Job::split},
                                 {Step::Analyse, &Job::analyse},
                                 {Step::Resample, &Job::resample}}))
         return refusal;
-    m_key.giveBack();
+    m_lease.release();
     return take(
         {{Step::Bitmap, &Job::writeBitmap}, {Step::Join, &Job::join}, {Step::Write, &Job::write}});
 }
@@ -222,9 +222,9 @@ Refusal Job::readHeader()
 
 bool Job::findKept()
 {
-    m_result.output = Keep::find(m_picture.wantedPath, m_picture.record);
+    m_result.output = ExportRecord::find(m_picture.wantedPath, m_picture.record);
     if (m_options.bitmap)
-        m_result.bitmap = Keep::find(m_bitmap.wantedPath, m_bitmap.record);
+        m_result.bitmap = ExportRecord::find(m_bitmap.wantedPath, m_bitmap.record);
     m_result.isKept = !m_result.output.isEmpty() &&
                       (!m_options.bitmap || !m_result.bitmap.isEmpty()) && !m_isThumbnailDue;
     if (!m_result.output.isEmpty())
@@ -246,7 +246,7 @@ Refusal Job::decode()
 
 Refusal Job::split()
 {
-    Result<Planes> planes = splitPhotograph(m_photograph, m_key.room());
+    Result<Planes> planes = splitPhotograph(m_photograph, m_lease.buffer());
     if (!planes)
         return planes.failure();
     m_planes = std::move(*planes);
@@ -276,7 +276,7 @@ Refusal Job::resample()
     if (!planes)
         return planes.failure();
     m_planes = std::move(*planes);
-    if (m_key.room().holds(m_planes.chroma)) // nothing was to be done
+    if (m_lease.buffer().holds(m_planes.chroma)) // nothing was to be done
         m_planes.chroma = m_planes.chroma.clone();
     m_result.outputSize = fit->size;
     return {};
@@ -328,7 +328,7 @@ QString Job::remembered(const Result<QString>& path, const QString& record)
 {
     if (!path)
         return {};
-    if (const auto failure = Keep::remember(*path, record))
+    if (const auto failure = ExportRecord::remember(*path, record))
         m_result.warnings.append(
             QStringLiteral("cannot be kept next time: %1").arg(failure->reason));
     return *path;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "bufferpool.h"
 #include "memorybudget.h"
 #include "options.h"
-#include "rooms.h"
 
 #include <metadata/nexiftoolmetadata.h>
 
@@ -45,7 +45,7 @@ struct JobResult
 struct Resources
 {
     MemoryBudget memory;
-    Rooms rooms;
+    BufferPool buffers;
 };
 
 /// Takes the photograph at `path` down the road: size from the header, format, decoding, planes,

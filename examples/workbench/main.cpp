@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "atomicfile.h"
 #include "headless.h"
 #include "machine.h"
 #include "messages.h"
 #include "options.h"
 #include "sources.h"
 #include "terminal.h"
-#include "wholefile.h"
 #include "window.h"
 
 #include <QtCore/QCoreApplication>
@@ -111,6 +111,6 @@ int main(int argc, char** argv)
     }
     const QList<Source> sources =
         findSources(paths, arguments.undecodable, line.options.outputFolder);
-    WholeFile::sweep(line.options.outputFolder);
+    AtomicFile::sweep(line.options.outputFolder);
     return isWindowed ? runWindow(line.options, sources) : runHeadless(line.options, sources);
 }

@@ -157,10 +157,10 @@ QSize uprightSize(const Photograph& photograph)
     return {size.width, size.height};
 }
 
-Result<Planes> splitPhotograph(const Photograph& photograph, Room& room)
+Result<Planes> splitPhotograph(const Photograph& photograph, PixelBuffer& buffer)
 {
     const cv::Size size = uprightSize(photograph.samples.size(), orientationOf(photograph));
-    Planes planes{room.colours(size), {}, photograph.isAssociated};
+    Planes planes{buffer.colours(size), {}, photograph.isAssociated};
     if (photograph.hasAlpha)
         planes.alpha.create(size, CV_32FC1);
     const ParallelSplit split(photograph, planes);

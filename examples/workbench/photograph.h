@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "bufferpool.h"
 #include "planes.h"
 #include "result.h"
-#include "rooms.h"
 
 #include <QtCore/QSize>
 
@@ -30,8 +30,8 @@ QSize uprightSize(const Photograph& photograph);
 
 /// `photograph` upright, split by the library. Values are those of the file, full range = 1; a grey
 /// value stands in all three colours; the alpha is empty where the file has none and where nothing
-/// is transparent. The colours lie in `room`, which is made larger where it is too small.
-Result<Planes> splitPhotograph(const Photograph& photograph, Room& room);
+/// is transparent. The colours lie in `buffer`, which is made larger where it is too small.
+Result<Planes> splitPhotograph(const Photograph& photograph, PixelBuffer& buffer);
 
 /// Why a picture of `width` x `height` is too large for a limit of `maxPixels`; nothing when it is
 /// not.

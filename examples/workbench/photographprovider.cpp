@@ -36,8 +36,8 @@ QImage fitted(const Photograph& photograph, QSize bounds)
     options.maxWidth = bounds.width();
     options.maxHeight = bounds.height();
     const auto fit = fitFor(uprightSize(photograph), options);
-    Room room;
-    const auto planes = splitPhotograph(photograph, room);
+    PixelBuffer buffer;
+    const auto planes = splitPhotograph(photograph, buffer);
     if (!fit || !planes)
         return {};
     auto small = resampled(*planes, *fit, {});

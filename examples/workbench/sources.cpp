@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sources.h"
 
-#include "keep.h"
+#include "exportrecord.h"
 
 #include <imageutils/imageutils.h>
 
@@ -39,7 +39,7 @@ bool isPhotographIn(const Source& source)
 
 bool isOwnOutput(const Source& source)
 {
-    return QFileInfo(source.path).isFile() && Keep::isOutput(source.path);
+    return QFileInfo(source.path).isFile() && ExportRecord::isOutput(source.path);
 }
 
 QList<Source> photographsIn(const QString& folder, bool skipOutputs)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "thumbnail.h"
 
+#include "atomicfile.h"
 #include "exporter.h"
 #include "resample.h"
-#include "wholefile.h"
 
 #include <imageutils/cvutils.h>
 #include <imageutils/imageutils.h>
@@ -63,7 +63,7 @@ Result<QString> writeThumbnail(const Planes& planes, const QString& path, int qu
     header.attribute("CompressionQuality", quality);
     if (!makeWay(thumbnail))
         return Failure{QStringLiteral("%1 is in the way").arg(thumbnail)};
-    WholeFile::sweep(QFileInfo(thumbnail).path());
+    AtomicFile::sweep(QFileInfo(thumbnail).path());
     Result<QString> written = exportPicture(image, header, thumbnail);
     if (written) // the folder is everybody's, the picture is not
         QFile::setPermissions(*written, QFile::ReadOwner | QFile::WriteOwner);

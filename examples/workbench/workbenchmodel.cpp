@@ -86,7 +86,7 @@ std::optional<WorkbenchModel::Task> WorkbenchModel::nextTask(const std::stop_tok
 /// On the worker: leaves every change of the entries to the thread of the window.
 void WorkbenchModel::work(const std::stop_token& stop)
 {
-    Resources resources{MemoryBudget(0), Rooms(1)}; // one photograph has whatever it needs
+    Resources resources{MemoryBudget(0), BufferPool(1)}; // one photograph has whatever it needs
     while (const std::optional<Task> task = nextTask(stop)) {
         const auto& [row, source] = *task;
         const auto onStep = [this, row = row](Step step) {

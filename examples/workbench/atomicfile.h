@@ -9,14 +9,14 @@
 
 /// A file that appears under its name when it is complete, or not at all: written under a random
 /// name in the same folder, and removed from there unless it was published.
-class WholeFile
+class AtomicFile
 {
 public:
     /// A new empty file in `folder`, which is made when it is missing. Its name ends in
     /// ".`extension`".
-    static Result<std::unique_ptr<WholeFile>> create(const QString& folder,
-                                                     const QString& extension);
-    ~WholeFile();
+    static Result<std::unique_ptr<AtomicFile>> create(const QString& folder,
+                                                      const QString& extension);
+    ~AtomicFile();
 
     /// The file, open for reading and writing.
     QFile& file() { return m_file; }
@@ -29,7 +29,7 @@ public:
     static void sweep(const QString& folder);
 
 private:
-    explicit WholeFile(const QString& path) : m_file(path) {}
+    explicit AtomicFile(const QString& path) : m_file(path) {}
 
     QFile m_file;
 };

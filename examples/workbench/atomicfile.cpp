@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "wholefile.h"
+#include "atomicfile.h"
 
 #include <imageutils/imageutils.h>
 
@@ -46,13 +46,13 @@ QString numbered(const QString& path)
 
 } // namespace
 
-Result<std::unique_ptr<WholeFile>> WholeFile::create(const QString& folder,
-                                                     const QString& extension)
+Result<std::unique_ptr<AtomicFile>> AtomicFile::create(const QString& folder,
+                                                       const QString& extension)
 {
     if (!QDir().mkpath(folder))
         return Failure{QStringLiteral("cannot make the folder %1").arg(folder)};
     for (;;) {
-        std::unique_ptr<WholeFile> file(new WholeFile(randomPath(folder, extension)));
+        std::unique_ptr<AtomicFile> file(new AtomicFile(randomPath(folder, extension)));
         if (file->m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly))
             return file;
         if (!isTaken(file->m_file.fileName()))
@@ -61,13 +61,13 @@ Result<std::unique_ptr<WholeFile>> WholeFile::create(const QString& folder,
     }
 }
 
-WholeFile::~WholeFile()
+AtomicFile::~AtomicFile()
 {
     m_file.close();
     QFile::remove(m_file.fileName()); // m_file.remove() does not where the last bytes fail
 }
 
-Result<QString> WholeFile::publish(const QString& wantedPath)
+Result<QString> AtomicFile::publish(const QString& wantedPath)
 {
     m_file.close(); // the last bytes may fail only here
     if (m_file.error() != QFileDevice::NoError)
@@ -90,7 +90,7 @@ Result<QString> WholeFile::publish(const QString& wantedPath)
     }
 }
 
-void WholeFile::sweep(const QString& folder)
+void AtomicFile::sweep(const QString& folder)
 {
     const QDateTime yesterday = QDateTime::currentDateTime().addDays(-1);
     const QFileInfoList leftovers = QDir(folder).entryInfoList(

@@ -8,7 +8,7 @@
 /// How a later run finds out that an output is up to date: every output carries a record of its
 /// source, the source's time and all settings, in its own metadata or, where its format has no
 /// place for it, in a small file beside it.
-namespace Keep {
+namespace ExportRecord {
 
 /// The record of an output that is made from `sourcePath`, as it is now, with `settings`. It names
 /// the program and a digest, so that a picture that is given away does not tell where it was made.
@@ -25,4 +25,4 @@ bool isOutput(const QString& path);
 /// unless the file itself carries it.
 std::optional<Failure> remember(const QString& path, const QString& record);
 
-} // namespace Keep
+} // namespace ExportRecord

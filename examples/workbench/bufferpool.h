@@ -11,7 +11,7 @@
 
 /// Memory for the colours of a whole picture in floats, the largest thing that a photograph needs.
 /// It is used again for the next one: to get memory from the system takes longer than to fill it.
-class Room
+class PixelBuffer
 {
 public:
     /// Colours of `size`, which are there while the room is and until it is used again. What they
@@ -34,34 +34,34 @@ private:
 };
 
 /// A few rooms, for those of many photographs that are between being decoded and being written.
-class Rooms
+class BufferPool
 {
 public:
-    explicit Rooms(int count) : m_free(std::size_t(count)) {}
+    explicit BufferPool(int count) : m_free(std::size_t(count)) {}
 
     /// A room that nobody else has while this lives.
-    class Key
+    class Lease
     {
     public:
-        Key() = default;
-        Key(Rooms& rooms, Room room) : m_rooms(&rooms), m_room(std::move(room)) {}
-        Key(Key&& other) noexcept;
-        Key& operator=(Key&& other) noexcept;
-        ~Key() { giveBack(); }
+        Lease() = default;
+        Lease(BufferPool& pool, PixelBuffer buffer) : m_pool(&pool), m_buffer(std::move(buffer)) {}
+        Lease(Lease&& other) noexcept;
+        Lease& operator=(Lease&& other) noexcept;
+        ~Lease() { release(); }
 
-        Room& room() { return m_room; }
-        void giveBack();
+        PixelBuffer& buffer() { return m_buffer; }
+        void release();
 
     private:
-        Rooms* m_rooms = nullptr;
-        Room m_room;
+        BufferPool* m_pool = nullptr;
+        PixelBuffer m_buffer;
     };
 
     /// Waits for a room that is free; gives none when `stop` is requested meanwhile.
-    Key take(const std::stop_token& stop);
+    Lease take(const std::stop_token& stop);
 
 private:
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
-    std::vector<Room> m_free;
+    std::vector<PixelBuffer> m_free;
 };

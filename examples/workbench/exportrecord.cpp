@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "keep.h"
+#include "exportrecord.h"
 
+#include "atomicfile.h"
 #include "console.h"
-#include "wholefile.h"
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDateTime>
@@ -63,7 +63,7 @@ bool hasNote(const QString& path, const QString& record)
 
 } // namespace
 
-QString Keep::recordFor(const QString& sourcePath, const QString& settings)
+QString ExportRecord::recordFor(const QString& sourcePath, const QString& settings)
 {
     const QFileInfo source(sourcePath);
     const QStringList facts{source.canonicalFilePath(), timeOf(source),
@@ -74,7 +74,7 @@ QString Keep::recordFor(const QString& sourcePath, const QString& settings)
                                          QString::fromLatin1(digest.toHex().left(32)));
 }
 
-QString Keep::find(const QString& wantedPath, const QString& record)
+QString ExportRecord::find(const QString& wantedPath, const QString& record)
 {
     const QFileInfo wanted(wantedPath);
     QString path = wantedPath;
@@ -89,13 +89,13 @@ QString Keep::find(const QString& wantedPath, const QString& record)
     return {};
 }
 
-bool Keep::isOutput(const QString& path)
+bool ExportRecord::isOutput(const QString& path)
 {
     QFile note(notePathOf(path));
     return isNote(note) || softwareOf(path).startsWith(programName());
 }
 
-std::optional<Failure> Keep::remember(const QString& path, const QString& record)
+std::optional<Failure> ExportRecord::remember(const QString& path, const QString& record)
 {
     if (softwareOf(path) == record)
         return {};
@@ -103,7 +103,7 @@ std::optional<Failure> Keep::remember(const QString& path, const QString& record
     QFile note(notePath);
     if (isNote(note))
         note.remove(); // of a picture that is gone
-    auto whole = WholeFile::create(QFileInfo(path).path(), QStringLiteral("workbench"));
+    auto whole = AtomicFile::create(QFileInfo(path).path(), QStringLiteral("workbench"));
     if (!whole)
         return whole.failure();
     const QByteArray text = noteFor(path, record);

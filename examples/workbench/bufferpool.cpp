@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "rooms.h"
+#include "bufferpool.h"
 
 #include <cstdlib>
 #include <limits>
 #include <new>
 #include <utility>
 
-cv::Mat Room::colours(const cv::Size& size)
+cv::Mat PixelBuffer::colours(const cv::Size& size)
 {
     constexpr std::size_t mostFloats = std::numeric_limits<std::size_t>::max() / sizeof(float);
     const std::size_t count = std::size_t(size.width) * std::size_t(size.height) * 3;
@@ -24,38 +24,38 @@ cv::Mat Room::colours(const cv::Size& size)
     return cv::Mat(size, CV_32FC3, m_floats.get());
 }
 
-void Room::Free::operator()(float* floats) const { std::free(floats); }
+void PixelBuffer::Free::operator()(float* floats) const { std::free(floats); }
 
-Rooms::Key::Key(Key&& other) noexcept
-    : m_rooms(std::exchange(other.m_rooms, nullptr)), m_room(std::move(other.m_room))
+BufferPool::Lease::Lease(Lease&& other) noexcept
+    : m_pool(std::exchange(other.m_pool, nullptr)), m_buffer(std::move(other.m_buffer))
 {}
 
-Rooms::Key& Rooms::Key::operator=(Key&& other) noexcept
+BufferPool::Lease& BufferPool::Lease::operator=(Lease&& other) noexcept
 {
-    giveBack();
-    m_rooms = std::exchange(other.m_rooms, nullptr);
-    m_room = std::move(other.m_room);
+    release();
+    m_pool = std::exchange(other.m_pool, nullptr);
+    m_buffer = std::move(other.m_buffer);
     return *this;
 }
 
-void Rooms::Key::giveBack()
+void BufferPool::Lease::release()
 {
-    if (!m_rooms)
+    if (!m_pool)
         return;
     {
-        const std::lock_guard lock(m_rooms->m_mutex);
-        m_rooms->m_free.push_back(std::move(m_room));
+        const std::lock_guard lock(m_pool->m_mutex);
+        m_pool->m_free.push_back(std::move(m_buffer));
     }
-    m_rooms->m_changed.notify_one();
-    m_rooms = nullptr;
+    m_pool->m_changed.notify_one();
+    m_pool = nullptr;
 }
 
-Rooms::Key Rooms::take(const std::stop_token& stop)
+BufferPool::Lease BufferPool::take(const std::stop_token& stop)
 {
     std::unique_lock lock(m_mutex);
     if (!m_changed.wait(lock, stop, [this] { return !m_free.empty(); }))
         return {};
-    Key key(*this, std::move(m_free.back()));
+    Lease key(*this, std::move(m_free.back()));
     m_free.pop_back();
     return key;
 }
