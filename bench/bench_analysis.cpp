@@ -43,15 +43,15 @@ void monochrome(const cv::Mat& mat, bool expected, const std::string& picture,
                 const std::string& size, const Options& options)
 {
     const auto same = [expected](bool answer) { return answer == expected ? 0 : 1; };
-    Contest contest("isMonochrome, " + picture, size);
-    contest.add(
+    Benchmark benchmark("isMonochrome, " + picture, size);
+    benchmark.add(
         Role::Ours, "ours", [mat] { return CvUtils::isMonochrome(mat); }, same);
-    contest.add(
+    benchmark.add(
         Role::Plain, "plain loop", [mat] { return Plain::isMonochrome(mat); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "cv::split and cv::norm", [mat] { return isMonochromeByNorm(mat); }, same);
-    contest.addYardstick("reading the picture", [mat] { return sumOfWords(mat); });
-    contest.run(options);
+    benchmark.addYardstick("reading the picture", [mat] { return sumOfWords(mat); });
+    benchmark.run(options);
 }
 
 cv::Mat greyOf(const cv::Mat& plane)
@@ -70,9 +70,9 @@ void makeMonochrome(const PictureSize& size, const Options& options)
         return TestSupport::sameBytes(mat, expected) ? 0 : 1;
     };
     // In place: after the first call the picture is grey, which changes nothing about the work.
-    const auto add = [&](Contest& contest, Role role, const std::string& name, auto work) {
+    const auto add = [&](Benchmark& benchmark, Role role, const std::string& name, auto work) {
         const auto mat = std::make_shared<cv::Mat>(colour.clone());
-        contest.add(
+        benchmark.add(
             role, name,
             [mat, work] {
                 work(*mat);
@@ -80,17 +80,17 @@ void makeMonochrome(const PictureSize& size, const Options& options)
             },
             same);
     };
-    Contest contest("toMonochrome", size.name);
-    add(contest, Role::Ours, "ours", [](cv::Mat& mat) { CvUtils::toMonochrome(mat); });
-    add(contest, Role::Plain, "plain loop", [](cv::Mat& mat) { Plain::makeMonochrome(mat); });
+    Benchmark benchmark("toMonochrome", size.name);
+    add(benchmark, Role::Ours, "ours", [](cv::Mat& mat) { CvUtils::toMonochrome(mat); });
+    add(benchmark, Role::Plain, "plain loop", [](cv::Mat& mat) { Plain::makeMonochrome(mat); });
     const auto mat = std::make_shared<cv::Mat>(colour.clone());
-    contest.addYardstick("cv::cvtColor to grey and back", [mat] { // other weights
+    benchmark.addYardstick("cv::cvtColor to grey and back", [mat] { // other weights
         cv::Mat grey;
         cv::cvtColor(*mat, grey, cv::COLOR_RGB2GRAY);
         cv::cvtColor(grey, *mat, cv::COLOR_GRAY2RGB);
         return *mat;
     });
-    contest.run(options);
+    benchmark.run(options);
 }
 
 void lumaNoise(const cv::Mat& mat, const std::string& picture, const std::string& size,
@@ -98,18 +98,18 @@ void lumaNoise(const cv::Mat& mat, const std::string& picture, const std::string
 {
     const bool expected = Plain::isLumaNoise(mat);
     const auto same = [expected](bool answer) { return answer == expected ? 0 : 1; };
-    Contest contest("isLumaNoise, " + picture, size);
-    contest.add(
+    Benchmark benchmark("isLumaNoise, " + picture, size);
+    benchmark.add(
         Role::Ours, "ours", [mat] { return CvUtils::isLumaNoise(mat); }, same);
-    contest.add(
+    benchmark.add(
         Role::Plain, "OpenCV's calls on the whole picture",
         [mat] { return Plain::isLumaNoise(mat); }, same);
-    contest.addYardstick("cv::cvtColor alone", [mat] {
+    benchmark.addYardstick("cv::cvtColor alone", [mat] {
         cv::Mat yuv;
         cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);
         return yuv;
     });
-    contest.run(options);
+    benchmark.run(options);
 }
 
 void conversion(const PictureSize& size, const Options& options)
@@ -123,11 +123,11 @@ void conversion(const PictureSize& size, const Options& options)
     const auto same = [expected = byOpenCv()](const cv::Mat& result) {
         return cv::norm(result, expected, cv::NORM_INF);
     };
-    Contest contest("convert, 8 bit to float", size.name);
-    contest.add(
+    Benchmark benchmark("convert, 8 bit to float", size.name);
+    benchmark.add(
         Role::Ours, "ours", [bytes] { return CvUtils::convert(bytes, CV_32F); }, same, 1e-7);
-    contest.add(Role::Peer, "cv::Mat::convertTo", byOpenCv, same);
-    contest.run(options);
+    benchmark.add(Role::Peer, "cv::Mat::convertTo", byOpenCv, same);
+    benchmark.run(options);
 }
 
 } // namespace

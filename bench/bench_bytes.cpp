@@ -98,19 +98,19 @@ void encode(const Bytes& bytes, const std::string& text, const std::string& size
 {
     const QByteArray array(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()));
     const auto same = differenceFrom(text);
-    Contest contest("base64Encode", size);
-    contest.add(
+    Benchmark benchmark("base64Encode", size);
+    benchmark.add(
         Role::Ours, "ours", [&] { return CvUtils::base64Encode(bytes); }, same);
-    contest.add(
+    benchmark.add(
         Role::Plain, "plain loop", [&] { return Plain::encoded(bytes); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "modp_b64", [&] { return encodedByModp(bytes); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "OpenSSL", [&] { return encodedByOpenSsl(bytes); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "QByteArray", [&] { return array.toBase64(); }, same);
-    contest.addYardstick("memcpy of the text", [&] { return copied(text.data(), text.size()); });
-    contest.run(options);
+    benchmark.addYardstick("memcpy of the text", [&] { return copied(text.data(), text.size()); });
+    benchmark.run(options);
 }
 
 void decode(const Bytes& bytes, const std::string& text, const std::string& size,
@@ -118,19 +118,19 @@ void decode(const Bytes& bytes, const std::string& text, const std::string& size
 {
     const QByteArray array = QByteArray::fromStdString(text);
     const auto same = differenceFrom(bytes);
-    Contest contest("base64Decode", size);
-    contest.add(
+    Benchmark benchmark("base64Decode", size);
+    benchmark.add(
         Role::Ours, "ours", [&] { return CvUtils::base64Decode(text); }, same);
-    contest.add(
+    benchmark.add(
         Role::Plain, "plain loop", [&] { return Plain::decoded(text); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "modp_b64", [&] { return decodedByModp(text); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "OpenSSL", [&] { return decodedByOpenSsl(text); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "QByteArray", [&] { return QByteArray::fromBase64(array); }, same);
-    contest.addYardstick("memcpy of the text", [&] { return copied(text.data(), text.size()); });
-    contest.run(options);
+    benchmark.addYardstick("memcpy of the text", [&] { return copied(text.data(), text.size()); });
+    benchmark.run(options);
 }
 
 void serializeMat(const cv::Mat& mat, const std::string& name, const std::string& size,
@@ -138,8 +138,8 @@ void serializeMat(const cv::Mat& mat, const std::string& name, const std::string
 {
     const cv::Mat whole = mat.isContinuous() ? mat : mat.clone();
     const auto copy = [whole] { return copied(whole.data, whole.total() * whole.elemSize()); };
-    Contest contest("serializeMat, " + name, size);
-    contest.add(
+    Benchmark benchmark("serializeMat, " + name, size);
+    benchmark.add(
         Role::Ours, "ours", [mat] { return CvUtils::serializeMat(mat); },
         [whole](const Bytes& bytes) {
             const std::size_t header = 16;
@@ -149,20 +149,20 @@ void serializeMat(const cv::Mat& mat, const std::string& name, const std::string
                        ? 0
                        : 1;
         });
-    contest.addYardstick("memcpy of the elements", copy);
-    contest.run(options);
+    benchmark.addYardstick("memcpy of the elements", copy);
+    benchmark.run(options);
 }
 
 void deserializeMat(const cv::Mat& mat, const std::string& size, const Options& options)
 {
     const Bytes bytes = CvUtils::serializeMat(mat);
-    Contest contest("deserializeMat", size);
-    contest.add(
+    Benchmark benchmark("deserializeMat", size);
+    benchmark.add(
         Role::Ours, "ours", [&] { return CvUtils::deserializeMat(bytes); },
         [mat](const cv::Mat& result) { return TestSupport::sameBytes(result, mat) ? 0 : 1; });
-    contest.addYardstick("memcpy of the elements",
-                         [&] { return copied(mat.data, mat.total() * mat.elemSize()); });
-    contest.run(options);
+    benchmark.addYardstick("memcpy of the elements",
+                           [&] { return copied(mat.data, mat.total() * mat.elemSize()); });
+    benchmark.run(options);
 }
 
 } // namespace

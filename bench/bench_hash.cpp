@@ -38,17 +38,17 @@ QVariantMap settings(int depth)
 void hash(const Options& options)
 {
     const QVariantMap map = settings(3); // 4 levels of 14 entries, what holds them, and one more
-    Contest contest("hashParams", "60 entries");
-    contest.add(
+    Benchmark benchmark("hashParams", "60 entries");
+    benchmark.add(
         Role::Ours, "ours", [&] { return NImageUtils::hashParams(map); },
         [key = NImageUtils::hashParams(settings(3))](quint64 result) { return result != key; });
-    contest.addYardstick("QDataStream and qHash", [&] { // another number
+    benchmark.addYardstick("QDataStream and qHash", [&] { // another number
         QByteArray bytes;
         QDataStream stream(&bytes, QIODevice::WriteOnly);
         stream << map;
         return qHash(bytes, 0);
     });
-    contest.run(options.onOneThread());
+    benchmark.run(options.onOneThread());
 }
 
 } // namespace Bench

@@ -87,35 +87,35 @@ void firstAnswers(const QString& folder, const QString& name, const char* format
     }
     const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
     const std::string file = path.toStdString();
-    Contest contest(std::string("imageSize, ") + format, size.name);
-    contest.add(Role::Ours, "ours", FirstAnswer(path), same);
-    contest.add(
+    Benchmark benchmark(std::string("imageSize, ") + format, size.name);
+    benchmark.add(Role::Ours, "ours", FirstAnswer(path), same);
+    benchmark.add(
         Role::Peer, "OpenImageIO", [file] { return sizeByOpenImageIo(file); }, same);
     if (QImageReader(path).size() == expected)
-        contest.add(
+        benchmark.add(
             Role::Peer, "QImageReader", [path] { return QImageReader(path).size(); }, same);
     if (sizeByHeif(file) == expected)
-        contest.add(
+        benchmark.add(
             Role::Peer, "libheif", [file] { return sizeByHeif(file); }, same);
     if (sizeByVips(file) == expected)
-        contest.add(
+        benchmark.add(
             Role::Peer, "libvips", [file] { return sizeByVips(file); }, same);
-    contest.run(options);
+    benchmark.run(options);
 }
 
 void keptAnswers(const QString& path, QSize expected, const Options& options)
 {
     const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
-    Contest contest("imageSize, kept", "one file");
-    contest.add(
+    Benchmark benchmark("imageSize, kept", "one file");
+    benchmark.add(
         Role::Ours, "ours", [path] { return NImageUtils::imageSize(path); }, same);
-    contest.addYardstick("QFileInfo::fileTime", [path] {
+    benchmark.addYardstick("QFileInfo::fileTime", [path] {
         return QFileInfo(path).fileTime(QFileDevice::FileMetadataChangeTime);
     });
-    contest.addYardstick("stat", [file = std::filesystem::path(path.toStdString())] {
+    benchmark.addYardstick("stat", [file = std::filesystem::path(path.toStdString())] {
         return std::filesystem::last_write_time(file);
     });
-    contest.run(options);
+    benchmark.run(options);
 }
 
 /// Asks `count` times about files in turn, in each of `threads` threads.
@@ -143,12 +143,12 @@ void keptAnswersInThreads(const QString& path, QSize expected, const Options& op
         QFile::copy(path, paths.back());
     }
     const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
-    Contest contest("imageSize, kept, 16,000 questions", "eight files");
-    contest.add(
+    Benchmark benchmark("imageSize, kept, 16,000 questions", "eight files");
+    benchmark.add(
         Role::Ours, "ours, eight threads",
         [paths] { return askedOften(paths, threads, count / threads); }, same);
-    contest.addYardstick("ours, one thread", [paths] { return askedOften(paths, 1, count); });
-    contest.run(options);
+    benchmark.addYardstick("ours, one thread", [paths] { return askedOften(paths, 1, count); });
+    benchmark.run(options);
 }
 
 } // namespace

@@ -42,8 +42,8 @@ auto differenceFrom(const Planes& expected)
 void split(const cv::Mat& pixels, const std::string& size, const Options& options)
 {
     const auto same = differenceFrom(Plain::split(pixels));
-    Contest contest("splitChromaAlpha", size);
-    contest.add(
+    Benchmark benchmark("splitChromaAlpha", size);
+    benchmark.add(
         Role::Ours, "ours",
         [pixels] {
             Planes result;
@@ -51,9 +51,9 @@ void split(const cv::Mat& pixels, const std::string& size, const Options& option
             return result;
         },
         same);
-    contest.add(
+    benchmark.add(
         Role::Plain, "plain loop", [pixels] { return Plain::split(pixels); }, same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "cv::mixChannels",
         [pixels] {
             const Planes result{cv::Mat(pixels.size(), CV_32FC3), cv::Mat(pixels.size(), CV_32F)};
@@ -62,7 +62,7 @@ void split(const cv::Mat& pixels, const std::string& size, const Options& option
             return result;
         },
         same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "cv::split and cv::merge",
         [pixels] {
             std::vector<cv::Mat> planes;
@@ -73,24 +73,24 @@ void split(const cv::Mat& pixels, const std::string& size, const Options& option
             return result;
         },
         same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "libvips", [pixels] { return Peers::vipsSplit(pixels); }, same);
-    contest.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
-    contest.run(options);
+    benchmark.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
+    benchmark.run(options);
 }
 
 void merge(const Planes& planes, const cv::Mat& pixels, const std::string& size,
            const Options& options)
 {
     const auto same = [pixels](const cv::Mat& result) { return differenceOf(result, pixels); };
-    Contest contest("mergeChromaAlpha", size);
-    contest.add(
+    Benchmark benchmark("mergeChromaAlpha", size);
+    benchmark.add(
         Role::Ours, "ours",
         [planes] { return CvUtils::mergeChromaAlpha(planes.first, planes.second); }, same);
-    contest.add(
+    benchmark.add(
         Role::Plain, "plain loop", [planes] { return Plain::merged(planes.first, planes.second); },
         same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "cv::mixChannels",
         [planes] {
             cv::Mat result(planes.first.size(), CV_32FC4);
@@ -99,13 +99,13 @@ void merge(const Planes& planes, const cv::Mat& pixels, const std::string& size,
             return result;
         },
         same);
-    contest.add(
+    benchmark.add(
         Role::Peer, "libvips", [planes] { return Peers::vipsMerged(planes.first, planes.second); },
         [pixels](const Peers::GlibMemory& result) {
             return differenceOf(cv::Mat(pixels.size(), CV_32FC4, result.get()), pixels);
         });
-    contest.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
-    contest.run(options);
+    benchmark.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
+    benchmark.run(options);
 }
 
 void images(const Planes& planes, const cv::Mat& pixels, const std::string& size,
@@ -114,8 +114,8 @@ void images(const Planes& planes, const cv::Mat& pixels, const std::string& size
     // One image that nobody shares, so that bits() never copies it.
     const auto image =
         std::make_shared<QImage>(CvUtils::matToQImage(pixels, QImage::Format_RGBA32FPx4).copy());
-    Contest contest("qimageToMat", size);
-    contest.add(
+    Benchmark benchmark("qimageToMat", size);
+    benchmark.add(
         Role::Ours, "ours",
         [image] {
             Planes result;
@@ -123,10 +123,10 @@ void images(const Planes& planes, const cv::Mat& pixels, const std::string& size
             return result;
         },
         differenceFrom(planes));
-    contest.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
-    contest.run(options);
+    benchmark.addYardstick("clone() of the larger side", [pixels] { return pixels.clone(); });
+    benchmark.run(options);
 
-    Contest back("matToQImage", size);
+    Benchmark back("matToQImage", size);
     back.add(
         Role::Ours, "ours",
         [planes] {

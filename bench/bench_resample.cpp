@@ -31,7 +31,7 @@ constexpr Reference::Filter mitchell{1.0 / 3, 1.0 / 3, true, Origin::Areas};
 constexpr Reference::Filter vipsEnlarging{0, 0.5, false, Origin::HalfBefore}; // Catmull and Rom's
 constexpr Reference::Filter openCvCubic{0, 0.75, false, Origin::Areas};
 
-/// The work of one contest, and how results of all kinds are compared with it.
+/// The work of one benchmark, and how results of all kinds are compared with it.
 struct Work
 {
     cv::Mat source;
@@ -60,49 +60,49 @@ struct Work
     }
 };
 
-void addOurs(Contest& contest, const Work& work)
+void addOurs(Benchmark& benchmark, const Work& work)
 {
     const cv::Mat plain = Plain::resized(work.source, work.scale, work.size, third, third);
-    contest.add(
+    benchmark.add(
         Role::Ours, "ours",
         [=] { return CvUtils::resize(work.source, work.scale, work.scale, 0, 0, third, third); },
         [plain](const cv::Mat& result) { return !TestSupport::sameBytes(result, plain); });
-    contest.add(
+    benchmark.add(
         Role::Plain, "plain loops, two passes",
         [=] { return Plain::resized(work.source, work.scale, work.size, third, third); },
         work.differenceFrom(ourFilter), roundings);
 }
 
-void addPeers(Contest& contest, const Work& work)
+void addPeers(Benchmark& benchmark, const Work& work)
 {
     const auto [source, scale, size] = work;
-    contest.add(
+    benchmark.add(
         Role::Peer, "stb_image_resize",
         [source = source, size = size] { return Peers::stbResized(source, size); },
         work.differenceFrom(mitchell), roundings);
-    contest.add(
+    benchmark.add(
         Role::Peer, "libvips",
         [source = source, size = size] { return Peers::vipsResized(source, size); },
         work.differenceFrom(scale < 1 ? mitchell : vipsEnlarging), phases);
     if (source.total() <= largestForOpenImageIo)
-        contest.add(
+        benchmark.add(
             Role::Peer, "OpenImageIO",
             [source = source, size = size] { return Peers::oiioResized(source, size); },
             work.differenceFrom(mitchell), roundings);
-    contest.add(
+    benchmark.add(
         Role::Peer, "zimg, planes already apart",
         [planes = Peers::zimgSplit(source), from = source.size(), size = size] {
             return Peers::zimgResized(planes, from, size);
         },
         work.differenceFrom(mitchell), roundings);
-    contest.add(
+    benchmark.add(
         Role::Peer, "zimg, with copies",
         [source = source, size = size] {
             return Peers::zimgMerged(
                 Peers::zimgResized(Peers::zimgSplit(source), source.size(), size), size);
         },
         work.differenceFrom(mitchell), roundings);
-    contest.add(
+    benchmark.add(
         Role::Peer, "OpenCV cubic (4 taps, aliases)",
         [source = source, size = size] {
             cv::Mat result;
@@ -110,7 +110,7 @@ void addPeers(Contest& contest, const Work& work)
             return result;
         },
         work.differenceFrom(openCvCubic), roundings);
-    contest.addYardstick("filling the result with zeros", [size = size] {
+    benchmark.addYardstick("filling the result with zeros", [size = size] {
         cv::Mat result(size, CV_32FC3);
         std::memset(result.data, 0, result.total() * result.elemSize());
         return result;
@@ -122,10 +122,10 @@ void resampleBy(double scale, const std::string& name, const PictureSize& size,
 {
     Work work{TestSupport::noise(size.rows, size.cols, CV_32FC3), scale, {}};
     work.size = CvUtils::resize(work.source, scale, scale, 0, 0, third, third).size();
-    Contest contest("resize " + name, size.name);
-    addOurs(contest, work);
-    addPeers(contest, work);
-    contest.run(options);
+    Benchmark benchmark("resize " + name, size.name);
+    addOurs(benchmark, work);
+    addPeers(benchmark, work);
+    benchmark.run(options);
 }
 
 } // namespace

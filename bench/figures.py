@@ -2,7 +2,7 @@
 """The figures of one run of bench/run."""
 import collections
 
-Line = collections.namedtuple("Line", "workload size threads memory contestant role difference tolerance rounds least "
+Line = collections.namedtuple("Line", "workload size threads memory implementation role difference tolerance rounds least "
                                       "median peak")
 
 
@@ -21,34 +21,34 @@ def load(path):
 
 
 class Figures:
-    """Least seconds and peak memory by workload and contestant. What was not measured is None."""
+    """Least seconds and peak memory by workload and implementation. What was not measured is None."""
 
     def __init__(self, lines):
         self._lines = lines
 
-    def lines(self, workload, contestants=("",), **where):
-        """Those of the contestants whose names begin as one of those given."""
+    def lines(self, workload, implementations=("",), **where):
+        """Those of the implementations whose names begin as one of those given."""
         return [line for line in self._lines if line.workload == workload
-                and line.contestant.startswith(tuple(contestants))
+                and line.implementation.startswith(tuple(implementations))
                 and all(getattr(line, name) == value for name, value in where.items())]
 
     def sizes(self, workload):
         return list(dict.fromkeys(line.size for line in self.lines(workload)))
 
-    def seconds(self, workload, contestants, **where):
-        """Of the fastest of the contestants; where nothing else is said, on the first size by one thread."""
+    def seconds(self, workload, implementations, **where):
+        """Of the fastest of the implementations; where nothing else is said, on the first size by one thread."""
         where.setdefault("size", next(iter(self.sizes(workload)), None))
         if "memory" not in where:
             where = {"memory": "fresh", "threads": 1, **where}
-        return min((line.least for line in self.lines(workload, contestants, **where) if line.role != "part"),
+        return min((line.least for line in self.lines(workload, implementations, **where) if line.role != "part"),
                    default=None)
 
-    def ratio(self, workload, contestants, others, **where):
-        """How many times as long as the others the contestants take."""
-        return quotient(self.seconds(workload, contestants, **where), self.seconds(workload, others, **where))
+    def ratio(self, workload, implementations, others, **where):
+        """How many times as long as the others the implementations take."""
+        return quotient(self.seconds(workload, implementations, **where), self.seconds(workload, others, **where))
 
-    def peak(self, workload, contestant, size):
-        return max((line.peak for line in self.lines(workload, [contestant], size=size) if line.peak), default=None)
+    def peak(self, workload, implementation, size):
+        return max((line.peak for line in self.lines(workload, [implementation], size=size) if line.peak), default=None)
 
 
 def quotient(a, b):

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "contest.h"
+#include "benchmark.h"
 
-/// The contests, by what they are about.
+/// The benchmarks, by what they are about.
 namespace Bench {
 
 void resample(const Options& options);

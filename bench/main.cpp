@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// imageutils-bench [OPTION…] [GROUP…]: the contests of all groups, or of those named.
+// imageutils-bench [OPTION…] [GROUP…]: the benchmarks of all groups, or of those named.
 #include "groups.h"
 #include "peers.h"
 
-#include <imageutils/kernels/vectors.h>
+#include <imageutils/kernels/simd.h>
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
@@ -33,11 +33,12 @@ const QCommandLineOption threadsOption("threads", "Numbers of threads.", "LIST",
 const QCommandLineOption
     memoryOption("memory", "What the allocator gives, for the output; bench/run arranges it.",
                  "WORD", "fresh");
-const QCommandLineOption inARowOption("in-a-row", "Calls in each turn of a contestant.", "NUMBER",
-                                      "12");
+const QCommandLineOption inARowOption("in-a-row", "Calls in each turn of a implementation.",
+                                      "NUMBER", "12");
 const QCommandLineOption dataOption("data", "Append the figures to FILE.", "FILE");
 const QCommandLineOption versionsOption("versions", "Print the versions of the peers.");
-const QCommandLineOption vectorsOption("vectors", "Print which vectors the library uses here.");
+const QCommandLineOption
+    simdOption("simd", "Print which SIMD instruction set the library uses on this CPU.");
 
 std::vector<Bench::PictureSize> sizesOf(const QCommandLineParser& parser)
 {
@@ -104,12 +105,12 @@ int main(int argc, char** argv)
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOptions({smallOption, sizesOption, threadsOption, memoryOption, inARowOption,
-                       dataOption, versionsOption, vectorsOption});
+                       dataOption, versionsOption, simdOption});
     parser.addPositionalArgument("GROUP", "resample, planes, analysis, base64, serialize, hash, "
                                           "imagesize; all when none is named.");
     parser.process(application);
-    if (parser.isSet(vectorsOption)) {
-        std::printf("%s\n", Kernels::vectorInstructionSet());
+    if (parser.isSet(simdOption)) {
+        std::printf("%s\n", Kernels::simdInstructionSet());
         return 0;
     }
     try {

@@ -81,7 +81,8 @@ bool areRowsMonochrome(const cv::Mat& mat)
     std::atomic<bool> monochrome = true;
     cv::parallel_for_(cv::Range(0, mat.rows), [&](const cv::Range& rows) {
         for (int y = rows.start; y < rows.end && monochrome; ++y) {
-            if (!Kernels::isRowMonochrome(mat.ptr<T>(y), std::size_t(mat.cols), mat.channels()))
+            if (!Kernels::Scalar::isRowMonochrome(mat.ptr<T>(y), std::size_t(mat.cols),
+                                                  mat.channels()))
                 monochrome = false;
         }
     });
@@ -104,8 +105,8 @@ std::pair<cv::Mat, cv::Mat> Plain::split(const cv::Mat& pixels)
     cv::Mat chroma(pixels.size(), CV_32FC3), alpha(pixels.size(), CV_32FC1);
     cv::parallel_for_(cv::Range(0, pixels.rows), [&](const cv::Range& rows) {
         for (int y = rows.start; y < rows.end; ++y)
-            Kernels::splitRow(pixels.ptr<float>(y), std::size_t(pixels.cols), chroma.ptr<float>(y),
-                              alpha.ptr<float>(y));
+            Kernels::Scalar::splitRow(pixels.ptr<float>(y), std::size_t(pixels.cols),
+                                      chroma.ptr<float>(y), alpha.ptr<float>(y));
     });
     return {chroma, alpha};
 }
@@ -115,8 +116,8 @@ cv::Mat Plain::merged(const cv::Mat& chroma, const cv::Mat& alpha)
     cv::Mat pixels(chroma.size(), CV_32FC4);
     cv::parallel_for_(cv::Range(0, chroma.rows), [&](const cv::Range& rows) {
         for (int y = rows.start; y < rows.end; ++y)
-            Kernels::mergeRow(chroma.ptr<float>(y), alpha.ptr<float>(y), std::size_t(chroma.cols),
-                              pixels.ptr<float>(y));
+            Kernels::Scalar::mergeRow(chroma.ptr<float>(y), alpha.ptr<float>(y),
+                                      std::size_t(chroma.cols), pixels.ptr<float>(y));
     });
     return pixels;
 }
@@ -130,7 +131,7 @@ void Plain::makeMonochrome(cv::Mat& mat)
 {
     cv::parallel_for_(cv::Range(0, mat.rows), [&](const cv::Range& rows) {
         for (int y = rows.start; y < rows.end; ++y)
-            Kernels::makeRowMonochrome(mat.ptr<ushort>(y), std::size_t(mat.cols));
+            Kernels::Scalar::makeRowMonochrome(mat.ptr<ushort>(y), std::size_t(mat.cols));
     });
 }
 
@@ -147,13 +148,13 @@ std::string Plain::encoded(const std::vector<unsigned char>& bytes)
 {
     const char* const alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string text((bytes.size() + 2) / 3 * 4, '\0');
-    text.resize(Kernels::encodeBase64(bytes.data(), bytes.size(), alphabet, text.data()));
+    text.resize(Kernels::Scalar::encodeBase64(bytes.data(), bytes.size(), alphabet, text.data()));
     return text;
 }
 
 std::vector<unsigned char> Plain::decoded(const std::string& text)
 {
     std::vector<unsigned char> bytes((text.size() + 3) / 4 * 3);
-    bytes.resize(Kernels::decodeBase64(text.data(), text.size(), bytes.data()));
+    bytes.resize(Kernels::Scalar::decodeBase64(text.data(), text.size(), bytes.data()));
     return bytes;
 }

@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: Apache-2.0
-"""A plot of one run: a row for each workload, a mark for each contestant, at its time as a multiple of ours."""
+"""A plot of one run: a row for each workload, a mark for each implementation, at its time as a multiple of ours."""
 import math
 from xml.sax.saxutils import escape
 
 LEFT, RIGHT, TOP, ROW, WIDTH = 250, 130, 96, 24, 1000
 LEAST, MOST = 0.1, 100
 TICKS = (0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 50, 100)
-# By the beginning of the contestant's name: what the legend says, colour, and shape.
+# By the beginning of the implementation's name: what the legend says, colour, and shape.
 KINDS = [
     (("plain", "OpenCV's calls"), "plain loops", "#111111", "square"),
     (("OpenCV", "cv::"), "OpenCV", "#0072b2", "circle"),
@@ -23,7 +23,7 @@ KINDS = [
 
 
 def kind_of(line):
-    name = "" if line.role == "yardstick" else line.contestant
+    name = "" if line.role == "yardstick" else line.implementation
     return next(kind for kind in KINDS if name.startswith(kind[0]))
 
 
@@ -77,7 +77,7 @@ def row(y, workload, lines):
         ratio = line.least / ours
         if not LEAST <= ratio <= MOST:
             beyond.append(ratio)
-        parts.append(mark(x_of(ratio), y, kind_of(line), f"{line.contestant}: {ratio:.3g} times as long as ours"))
+        parts.append(mark(x_of(ratio), y, kind_of(line), f"{line.implementation}: {ratio:.3g} times as long as ours"))
     if beyond:
         numbers = " … ".join(f"{ratio:,.0f}" if ratio > 1 else f"{ratio:.1g}"
                              for ratio in sorted({min(beyond), max(beyond)}))

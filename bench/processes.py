@@ -46,16 +46,16 @@ def run_all(commands):
     return seconds, peak
 
 
-def compete(workload, size, contestants, rounds, seconds_each):
+def compete(workload, size, implementations, rounds, seconds_each):
     """Lets (name, role, call) take turns; each call returns its seconds and its peak memory."""
-    samples = {name: [] for name, _, _ in contestants}
+    samples = {name: [] for name, _, _ in implementations}
     for _ in range(rounds):
-        for name, _, call in contestants:
+        for name, _, call in implementations:
             if len(samples[name]) < 2 or sum(s for s, _ in samples[name]) < seconds_each:
                 samples[name].append(call())
-    ours = min(seconds for seconds, _ in samples[contestants[0][0]])
+    ours = min(seconds for seconds, _ in samples[implementations[0][0]])
     print(f"{workload}, {size}")
-    for name, role, _ in contestants:
+    for name, role, _ in implementations:
         seconds = sorted(s for s, _ in samples[name])
         peak = max(p for _, p in samples[name])
         write(workload, size, name, role, len(seconds), seconds[0], statistics.median_high(seconds), peak)

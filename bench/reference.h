@@ -13,7 +13,7 @@ enum class Origin {
     HalfBefore ///< Half a sample before sample 0.
 };
 
-/// How a contestant resamples. The cubic is Mitchell and Netravali's with `b` and `c`.
+/// How a implementation resamples. The cubic is Mitchell and Netravali's with `b` and `c`.
 struct Filter
 {
     double b;

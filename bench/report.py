@@ -6,11 +6,11 @@ import sys
 
 import plot
 from figures import Figures, load
-from promises import promises
+from targets import targets
 
 INTRODUCTION = """# Performance
 The library beside others that do the same work on the same data, as `bench/run` measured it in one run; it writes this
-page, and [the plot](performance.svg), from [its figures](performance.tsv). Contestants take turns of up to a dozen calls
+page, and [the plot](performance.svg), from [its figures](performance.tsv). Implementations take turns of up to a dozen calls
 in a row, with empty caches before each, as a program calls that works through photographs. Each result is checked
 first: *off by* says how far it was from the work, and how far it may be. *(other work)* marks what a reader knows the
 cost of and nobody has to equal. A time is that of the fastest call, the release of its result included; the median is
@@ -84,8 +84,8 @@ def workload_table(lines):
     columns = list(dict.fromkeys(circumstances_text(line) for line in lines))
     ours = {circumstances_text(line): line.least for line in lines if line.role == "ours"}
     rows = []
-    for name in dict.fromkeys(line.contestant for line in lines):
-        of_name = {circumstances_text(line): line for line in lines if line.contestant == name}
+    for name in dict.fromkeys(line.implementation for line in lines):
+        of_name = {circumstances_text(line): line for line in lines if line.implementation == name}
         worst = max(of_name.values(), key=lambda line: line.difference)
         rows.append([name] + [cell(of_name[column], ours.get(column)) if column in of_name else ""
                               for column in columns] + [difference_text(worst)])
@@ -104,7 +104,7 @@ def page(machine, lines):
                  + table(["work", "promise", "measured", "holds"], promise_rows(all_promises, False)))
     parts.append("## What is aimed at\n" + table(["work", "aim", "measured", "reached"],
                                                  promise_rows(all_promises, True)))
-    parts.append("## At one look\n![Times of all contestants as multiples of ours](performance.svg)\n")
+    parts.append("## At one look\n![Times of all implementations as multiples of ours](performance.svg)\n")
     parts.append("## The figures")
     for workload in dict.fromkeys(line.workload for line in lines):
         parts.append(f"### {workload}\n" + workload_table([line for line in lines if line.workload == workload]))

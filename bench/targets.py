@@ -25,8 +25,8 @@ def at_least(about, words, limit, value, is_aim=False):
 def resampling(figures):
     for factor in ("to 0.25", "to 0.37", "to 0.5", "times 2"):
         for threads in (1, 2):
-            def ratio(contestants, others):
-                return figures.ratio("resize " + factor, contestants, others, threads=threads)
+            def ratio(implementations, others):
+                return figures.ratio("resize " + factor, implementations, others, threads=threads)
 
             about = f"resize {factor}, {threads} thread" + "s" * (threads > 1)
             interleaved = ratio(["stb_image_resize", "libvips"], OURS)
@@ -86,8 +86,8 @@ def sizes(figures):
 
 
 def processes(figures):
-    def ratio(work, contestants, others):
-        return figures.ratio(work, contestants, others, memory="process")
+    def ratio(work, implementations, others):
+        return figures.ratio(work, implementations, others, memory="process")
 
     yield at_most("start of a program", "no longer than with Qt and OpenCV's core alone, within a tenth", 1.1,
                   ratio("start of a program", OURS, ["Qt and"]))

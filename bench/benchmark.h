@@ -21,7 +21,7 @@ struct Options
     std::vector<PictureSize> sizes;
     std::vector<int> threads;
     std::string memory;   ///< What results lie in, in a word; the environment decides it.
-    int turns = 3;        ///< Of each contestant at most …
+    int turns = 3;        ///< Of each implementation at most …
     int callsInARow = 12; ///< … and calls in each of its turns: which memory a call gets depends
                           ///< on how long ago the last was.
     double secondsEach = 2; ///< How long the calls may take together, of which two are granted.
@@ -41,7 +41,7 @@ enum class Role {
     Yardstick ///< Something else that a reader knows the cost of, such as copying the data.
 };
 
-struct Contestant
+struct Implementation
 {
     Role role;
     std::string name;
@@ -53,10 +53,10 @@ struct Contestant
 /// Keeps the compiler from leaving out what nobody reads.
 void keep(const void* result);
 
-class Contest
+class Benchmark
 {
 public:
-    Contest(std::string workload, std::string size)
+    Benchmark(std::string workload, std::string size)
         : m_workload(std::move(workload)), m_size(std::move(size))
     {}
 
@@ -66,18 +66,18 @@ public:
     void add(Role role, const std::string& name, const Operation& operation,
              const Difference& difference, double tolerance = 0)
     {
-        m_contestants.push_back({role, name, callOf(operation),
-                                 [=] { return double(difference(operation())); }, tolerance});
+        m_implementations.push_back({role, name, callOf(operation),
+                                     [=] { return double(difference(operation())); }, tolerance});
     }
 
     template<typename Operation>
     void addYardstick(const std::string& name, const Operation& operation)
     {
-        m_contestants.push_back({Role::Yardstick, name, callOf(operation), {}, 0});
+        m_implementations.push_back({Role::Yardstick, name, callOf(operation), {}, 0});
     }
 
-    /// For each number of threads: checks every contestant's result, then lets each make one call
-    /// after the other, round by round and each round in another order, and reports the times.
+    /// For each number of threads: checks every implementation's result, then lets each make one
+    /// call after the other, round by round and each round in another order, and reports the times.
     void run(const Options& options) const;
 
 private:
@@ -92,7 +92,7 @@ private:
 
     std::string m_workload;
     std::string m_size;
-    std::vector<Contestant> m_contestants;
+    std::vector<Implementation> m_implementations;
 };
 
 } // namespace Bench

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "contest.h"
+#include "benchmark.h"
 
 #include "peers.h"
 
@@ -48,15 +48,15 @@ double secondsPerCall(const std::function<void()>& call, int calls)
     return elapsed.count() / calls;
 }
 
-double checkedDifference(const Contestant& contestant, const std::string& title)
+double checkedDifference(const Implementation& implementation, const std::string& title)
 {
-    if (!contestant.difference)
+    if (!implementation.difference)
         return 0;
-    const double difference = contestant.difference();
-    if (!(difference <= contestant.tolerance))
-        throw std::runtime_error(title + ": " + contestant.name + " did other work: differs by " +
-                                 std::to_string(difference) + ", allowed " +
-                                 std::to_string(contestant.tolerance));
+    const double difference = implementation.difference();
+    if (!(difference <= implementation.tolerance))
+        throw std::runtime_error(title + ": " + implementation.name +
+                                 " did other work: differs by " + std::to_string(difference) +
+                                 ", allowed " + std::to_string(implementation.tolerance));
     return difference;
 }
 
@@ -73,27 +73,28 @@ void takeSample(const std::function<void()>& call, bool isSmall, Times& times)
     times.samples.push_back(secondsPerCall(call, times.calls));
 }
 
-void takeTurn(const Contestant& contestant, const Options& options, Times& times)
+void takeTurn(const Implementation& implementation, const Options& options, Times& times)
 {
     const double before = times.total();
     for (int i = 0; i < options.callsInARow; ++i) {
         emptyCaches();
-        takeSample(contestant.call, options.isSmall, times);
+        takeSample(implementation.call, options.isSmall, times);
         if (times.total() - before >= options.secondsEach / options.turns)
             return;
     }
 }
 
-std::vector<Times> timesOf(const std::vector<Contestant>& contestants, const Options& options)
+std::vector<Times> timesOf(const std::vector<Implementation>& implementations,
+                           const Options& options)
 {
-    const std::size_t count = contestants.size();
+    const std::size_t count = implementations.size();
     std::vector<Times> times(count);
     for (std::size_t turn = 0; turn < std::size_t(options.turns); ++turn) {
         for (std::size_t place = 0; place < count; ++place) {
             // Another order each time: nobody always comes after the one that fills the cache.
             const std::size_t i = (turn + (turn % 2 ? count - place : place)) % count;
             if (times[i].samples.size() < 2 || times[i].total() < options.secondsEach)
-                takeTurn(contestants[i], options, times[i]);
+                takeTurn(implementations[i], options, times[i]);
         }
     }
     return times;
@@ -114,14 +115,14 @@ const char* nameOf(Role role)
     return "yardstick";
 }
 
-std::string differenceText(const Contestant& contestant, double difference)
+std::string differenceText(const Implementation& implementation, double difference)
 {
-    if (!contestant.difference)
+    if (!implementation.difference)
         return "(other work)";
     char text[64];
     std::snprintf(text, sizeof text, "differs by %.1e, allowed %.0e", difference,
-                  contestant.tolerance);
-    return difference == 0 && contestant.tolerance == 0 ? "the same" : text;
+                  implementation.tolerance);
+    return difference == 0 && implementation.tolerance == 0 ? "the same" : text;
 }
 
 } // namespace
@@ -144,7 +145,7 @@ void keep(const void* result)
     kept = result;
 }
 
-void Contest::run(const Options& options) const
+void Benchmark::run(const Options& options) const
 {
     std::ofstream data;
     if (!options.dataPath.empty())
@@ -154,20 +155,20 @@ void Contest::run(const Options& options) const
         const std::string title = m_workload + ", " + m_size + ", " + std::to_string(threads) +
                                   (threads == 1 ? " thread, " : " threads, ") + options.memory;
         std::vector<double> differences;
-        for (const Contestant& contestant : m_contestants)
-            differences.push_back(checkedDifference(contestant, title));
-        const std::vector<Times> times = timesOf(m_contestants, options);
+        for (const Implementation& implementation : m_implementations)
+            differences.push_back(checkedDifference(implementation, title));
+        const std::vector<Times> times = timesOf(m_implementations, options);
 
         std::printf("%s\n", title.c_str());
-        for (std::size_t i = 0; i < m_contestants.size(); ++i) {
-            const Contestant& contestant = m_contestants[i];
+        for (std::size_t i = 0; i < m_implementations.size(); ++i) {
+            const Implementation& implementation = m_implementations[i];
             std::printf("  %-34s %11.4f ms, median %11.4f %9.3g x ours  %s\n",
-                        contestant.name.c_str(), times[i].least() * 1e3, times[i].median() * 1e3,
-                        times[i].least() / times[0].least(),
-                        differenceText(contestant, differences[i]).c_str());
+                        implementation.name.c_str(), times[i].least() * 1e3,
+                        times[i].median() * 1e3, times[i].least() / times[0].least(),
+                        differenceText(implementation, differences[i]).c_str());
             data << m_workload << '\t' << m_size << '\t' << threads << '\t' << options.memory
-                 << '\t' << contestant.name << '\t' << nameOf(contestant.role) << '\t'
-                 << differences[i] << '\t' << contestant.tolerance << '\t'
+                 << '\t' << implementation.name << '\t' << nameOf(implementation.role) << '\t'
+                 << differences[i] << '\t' << implementation.tolerance << '\t'
                  << times[i].samples.size() << '\t' << times[i].least() << '\t' << times[i].median()
                  << '\n';
         }
