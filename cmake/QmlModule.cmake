@@ -60,7 +60,7 @@ add_custom_command(OUTPUT "${qmltypes}"
 add_custom_target(imageutils_qmltypes ALL DEPENDS "${qmltypes}")
 
 # The optional plugin that the qmldir names: tools and programs that are not linked with the library load it.
-add_library(imageutilsplugin MODULE plugin.cpp)
+add_library(imageutilsplugin MODULE qmlplugin.cpp)
 set_target_properties(imageutilsplugin PROPERTIES
     AUTOMOC ON
     LIBRARY_OUTPUT_DIRECTORY "${qml_module_dir}"

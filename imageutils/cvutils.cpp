@@ -2,7 +2,6 @@
 #include <imageutils/cvutils.h>
 
 #include <imageutils/cvutils_p.h>
-#include <imageutils/picturefilters.h>
 #include <imageutils/picturewriter.h>
 
 #include <timing/elapsedtime.h>
@@ -24,12 +23,6 @@ namespace {
 
 constexpr std::size_t channels32FC3 = 3;
 constexpr int depthMask = 7;
-
-template<typename Integer>
-Integer roundUp(Integer value, Integer step)
-{
-    return (value + step - 1) / step * step;
-}
 
 /// Calls `convert` for the rows of new matrices, the widest of which has `rowBytes` in a row, after
 /// memory was put behind them, a few at a time, so that what the system has just cleared is still
@@ -55,126 +48,12 @@ bool isImageFormat(QImage::Format format)
     return format > QImage::Format_Invalid && format < QImage::NImageFormats;
 }
 
-bool isResizable(const char* function, const cv::Mat& mat)
-{
-    if (mat.type() == CV_32FC3 && mat.dims == 2 && !mat.empty())
-        return true;
-    if (mat.empty())
-        qWarning().nospace() << function << ": input is empty, got type: " << mat.type();
-    else
-        qWarning().nospace() << function << ": input must be CV_32FC3, got type: " << mat.type();
-    return false;
-}
-
-/// Whether `scale` is finite, above 0 and large enough for a filter radius of at most 2^20 samples.
-bool isResizeFactor(const char* function, double scale)
-{
-    constexpr double largestRadius = 1 << 20;
-    if (std::isfinite(float(scale)) && scale > 0 &&
-        std::ceil(2.0 / std::min(1.0, scale)) <= largestRadius)
-        return true;
-    qWarning().nospace() << function
-                         << ": factor must be finite and above 0.000002, got: " << scale;
-    return false;
-}
-
-double resizedLength(int length, double scale, int maxLength)
-{
-    const double resized = std::ceil(length * scale);
-    return maxLength > 0 ? std::min(resized, double(maxLength)) : resized;
-}
-
-/// Whether a `CV_32FC3` matrix of these sides has a size that int and the address space can hold.
-bool isSize32FC3(double rows, double cols)
-{
-    return rows <= INT_MAX && cols <= INT_MAX && rows * cols * 12 < double(PTRDIFF_MAX);
-}
-
-ResamplePass passOf(int length, double scale, float filterB, float filterC)
-{
-    ResamplePass pass;
-    pass.scale = float(scale);
-    pass.weights = Kernels::computeWeights(length, filterB, filterC, pass.scale, pass.radius);
-    return pass;
-}
-
-/// Cuts the rows of `result` into bands whose share of it and of the intermediate picture stays in
-/// the cache, one for each thread at least. Each but the last brings a multiple of the rows that
-/// are resampled together.
-std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, const ResamplePass& down)
-{
-    constexpr double bandBytes = 3 << 20;
-    const std::vector<int> centres = Kernels::centreSamples(0, result.rows, down.scale, sourceRows);
-    const auto neededRows = [&](int row) {
-        return std::min(centres[std::size_t(row)] + down.radius, sourceRows - 1) + 1;
-    };
-    const int allRows = neededRows(result.rows - 1);
-    const double rowBytes = double(result.step[0]) * (1 + double(down.scale));
-    const int wanted =
-        std::min(int(bandBytes / rowBytes), allRows / std::max(cv::getNumThreads(), 1));
-    // As many as one row of the result needs, so that each band has one.
-    const int newRows = roundUp(std::max(wanted, 2 * down.radius + 1), Kernels::rowsAtOnce);
-    std::vector<ResampleBand> bands;
-    for (int top = 0, known = 0; top < result.rows;) {
-        const int begin = top, first = std::max(centres[std::size_t(begin)] - down.radius, 0);
-        known += std::min(newRows, allRows - known);
-        while (top < result.rows && neededRows(top) <= known)
-            ++top;
-        bands.push_back({cv::Range(begin, top), cv::Range(first, known)});
-    }
-    return bands;
-}
-
-/// The bytes from one row of the intermediate picture to the next: whole cache lines, and no
-/// multiple of 4096, by which the rows under one sum would drive each other out of the first cache;
-/// `room` leaves a block of columns between them.
-std::size_t heldStride(std::size_t rowBytes)
-{
-    constexpr std::size_t line = 64, period = 4096, room = 7 * line;
-    return rowBytes < period ? roundUp(rowBytes, line) : roundUp(rowBytes - room, period) + room;
-}
-
-/// `resize` for `function`, whose name begins every line.
-cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double scaleY,
-                 int maxHeight, int maxWidth, float filterB, float filterC)
-{
-    if (scaleY < 0.000001)
-        scaleY = scaleX;
-    if (!isResizable(function, mat) || !isResizeFactor(function, scaleX) ||
-        !isResizeFactor(function, scaleY))
-        return {};
-    if (!std::isfinite(filterB) || !std::isfinite(filterC)) {
-        qWarning().nospace() << function << ": filter parameters must be finite, got: " << filterB
-                             << " " << filterC;
-        return {};
-    }
-    const double width = resizedLength(mat.cols, scaleX, maxWidth);
-    const double height = resizedLength(mat.rows, scaleY, maxHeight);
-    if (!isSize32FC3(height, width) || !isSize32FC3(mat.rows, width)) {
-        qWarning().nospace() << function << ": result is too large, got: " << width << " x "
-                             << height;
-        return {};
-    }
-
-    const ResamplePass across = passOf(int(width), scaleX, filterB, filterC);
-    const ResamplePass down = passOf(int(height), scaleY, filterB, filterC);
-    cv::Mat result(int(height), int(width), CV_32FC3);
-    const std::vector<ResampleBand> bands = bandsOf(result, mat.rows, down);
-    const ParallelResampleBands body(mat, result, across, down, bands);
-    // Loops inside a loop are not shared out, so a single band is none.
-    if (bands.size() == 1)
-        body(cv::Range(0, 1));
-    else
-        cv::parallel_for_(cv::Range(0, int(bands.size())), body);
-    return result;
-}
-
 } // namespace
 
 void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
 {
     for (int y = rows.start; y < rows.end; ++y)
-        Kernels::makeRowMonochromeInVectors(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
+        Kernels::makeRowMonochrome(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
 }
 
 void ParallelFirstTouch::operator()(const cv::Range& rows) const
@@ -185,16 +64,16 @@ void ParallelFirstTouch::operator()(const cv::Range& rows) const
 void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 {
     writeFreshRows(rows, m_chroma.step[0], {&m_touchChroma, &m_touchAlpha}, [this](int y) {
-        Kernels::splitRowInVectors(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
-                                   m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
+        Kernels::splitRow(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
+                          m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
     });
 }
 
 void ParallelMerge32FC4::operator()(const cv::Range& rows) const
 {
     writeFreshRows(rows, m_pixels.step[0], {&m_touch}, [this](int y) {
-        Kernels::mergeRowInVectors(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y),
-                                   std::size_t(m_pixels.cols), m_pixels.ptr<float>(y));
+        Kernels::mergeRow(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y), std::size_t(m_pixels.cols),
+                          m_pixels.ptr<float>(y));
     });
 }
 
@@ -206,77 +85,11 @@ void ParallelDetailSum::operator()(const cv::Range& bands) const
         // One more row on either side, which the Laplacian of a part of a matrix reads as its
         // border; where the picture ends it reflects instead.
         const cv::Range around(std::max(rows.start - 1, 0), std::min(rows.end + 1, m_mat.rows));
-        m_filters.convertColor(m_mat.rowRange(around), yuv, cv::COLOR_RGB2YUV);
+        cv::cvtColor(m_mat.rowRange(around), yuv, cv::COLOR_RGB2YUV);
         const cv::Mat inner = yuv.rowRange(rows.start - around.start, rows.end - around.start);
-        m_filters.laplacian(inner, detail);
+        cv::Laplacian(inner, detail, inner.depth(), 1, 1.0, 0.0, cv::BORDER_DEFAULT);
         magnitude = cv::abs(detail);
         m_sums[std::size_t(band)] = cv::sum(magnitude);
-    }
-}
-
-void ParallelInterpRow32FC3::operator()(const cv::Range& rows) const
-{
-    const std::vector<int> centres =
-        Kernels::centreSamples(0, m_destination.cols, m_scale, m_source.cols);
-    const Kernels::Filter filter = {centres.data(), m_weights.data(), 2 * m_radius + 1,
-                                    m_destination.cols};
-    std::vector<float> buffer(Kernels::rowBufferFloats(m_source.cols, filter));
-    for (int y = rows.start, count = 0; y < rows.end; y += count) {
-        count = std::min(Kernels::rowsAtOnce, rows.end - y);
-        std::array<const float*, Kernels::rowsAtOnce> from;
-        std::array<float*, Kernels::rowsAtOnce> to;
-        for (int i = 0; i < count; ++i) {
-            from[std::size_t(i)] = m_source.ptr<float>(y + i);
-            to[std::size_t(i)] = m_destination.ptr<float>((y + i) % m_destination.rows);
-        }
-        Kernels::interpolateRowsInVectors(from.data(), count, m_source.cols, filter, to.data(),
-                                          buffer.data());
-    }
-}
-
-void ParallelInterpCols32FC3::operator()(const cv::Range& columns) const
-{
-    const int taps = 2 * m_radius + 1;
-    std::vector<int> centres =
-        Kernels::centreSamples(m_resultRows.start, m_resultRows.size(), m_scale, m_sourceRows);
-    const int first = centres.front() - m_radius, last = centres.back() + m_radius;
-    for (int& centre : centres)
-        centre -= first + m_radius; // the column begins with the first tap of the first row
-    std::vector<const float*> column;
-    for (int y = first; y <= last; ++y)
-        column.push_back(
-            m_source.ptr<float>(std::clamp(y, 0, m_sourceRows - 1) % m_source.rows, columns.start));
-    const Kernels::Filter filter = {
-        centres.data(), m_weights.data() + std::size_t(m_resultRows.start) * std::size_t(taps),
-        taps, m_resultRows.size()};
-    Kernels::interpolateColumnsInVectors(
-        column.data(), std::size_t(columns.size()) * channels32FC3, filter,
-        m_destination.ptr<float>(m_resultRows.start, columns.start),
-        m_destination.step[0] / sizeof(float));
-}
-
-void ParallelResampleBands::operator()(const cv::Range& bands) const
-{
-    int heldRows = 0;
-    for (int i = bands.start; i < bands.end; ++i)
-        heldRows = std::max(heldRows, m_bands[std::size_t(i)].sourceRows.size());
-    const std::size_t stride = heldStride(m_result.step[0]);
-    const cv::Mat memory(heldRows, int(stride / sizeof(float)), CV_32FC1);
-    cv::Mat held(heldRows, m_result.cols, CV_32FC3, memory.data, stride);
-    int known = 0; // the source rows before this one were resampled for the band before
-    for (int i = bands.start; i < bands.end; ++i) {
-        const auto [resultRows, sourceRows] = m_bands[std::size_t(i)];
-        const cv::Range newRows(std::max(known, sourceRows.start), sourceRows.end);
-        known = sourceRows.end;
-        cv::parallel_for_(newRows,
-                          ParallelInterpRow32FC3(m_source, held, m_across.scale, m_across.radius,
-                                                 m_across.weights),
-                          -1);
-        m_touch(resultRows);
-        cv::parallel_for_(cv::Range(0, m_result.cols),
-                          ParallelInterpCols32FC3(held, m_result, m_down.scale, m_down.radius,
-                                                  m_down.weights, resultRows, m_source.rows),
-                          -1);
     }
 }
 
@@ -433,61 +246,22 @@ QImage CvUtils::matToQImage(const cv::Mat& chroma, cv::Mat& alpha)
                     << chroma.type() << alpha.type();
         return {};
     }
-    const bool isFiltered = alpha.size() != chroma.size();
-    const PictureFilters* const filters = isFiltered ? pictureFilters("matToQImage") : nullptr;
-    if (isFiltered && !filters)
-        return {};
     cv::Mat result;
     const qint64 start = ElapsedTime::monotonicNanoseconds();
     if (alpha.empty()) {
         qInfo() << "No alpha mat needed, using generic RGB -> RGBA conversion";
         // Adds an opaque channel; the order of the others stays.
-        filters->convertColor(chroma, result, cv::COLOR_BGR2BGRA);
+        cv::cvtColor(chroma, result, cv::COLOR_BGR2BGRA);
     } else {
-        if (isFiltered) {
+        if (alpha.size() != chroma.size()) {
             qWarning() << "Alpha mat is different size, using generic upscaling to make it merge.";
-            filters->resizeLinear(alpha, alpha, chroma.size());
+            cv::resize(alpha, alpha, chroma.size(), 0, 0, cv::INTER_LINEAR);
         }
         result = mergeChromaAlpha(chroma, alpha);
     }
     const ElapsedTime elapsed(ElapsedTime::monotonicNanoseconds() - start, 1);
     qInfo() << "[Benchmark] Time to convert mat to 4 channel:" << QString(elapsed);
     return matToQImage(result, QImage::Format_RGBA32FPx4);
-}
-
-cv::Mat CvUtils::resize(const cv::Mat& mat, double scaleX, double scaleY, int maxHeight,
-                        int maxWidth, float filterB, float filterC)
-{
-    return resample("resize", mat, scaleX, scaleY, maxHeight, maxWidth, filterB, filterC);
-}
-
-cv::Mat CvUtils::upsample(const cv::Mat& mat, float scale, int maxHeight, int maxWidth,
-                          float maxStepScale)
-{
-    constexpr float filterParameter = 0.33333f;
-    constexpr float mostSteps = 1000;
-    if (!isResizable("upsample", mat) || !isResizeFactor("upsample", scale))
-        return {};
-
-    int steps = 1;
-    double stepScale = scale;
-    if (scale > maxStepScale) {
-        const float wanted = maxStepScale > 1 ? std::log(scale) / std::log(maxStepScale) : INFINITY;
-        if (!(std::round(wanted) <= mostSteps)) {
-            qWarning() << "upsample: step limit must be above 1 and need at most 1000 steps, got:"
-                       << maxStepScale;
-            return mat;
-        }
-        steps = int(std::round(wanted)); // the nearest whole number, halves away from zero
-        stepScale = std::pow(double(scale), 1.0 / steps);
-    }
-    cv::Mat result = mat;
-    for (int i = 1; i <= steps && !result.empty(); ++i) {
-        const bool last = i == steps;
-        result = resample("upsample", result, stepScale, stepScale, last ? maxHeight : 0,
-                          last ? maxWidth : 0, filterParameter, filterParameter);
-    }
-    return result;
 }
 
 bool CvUtils::isMonochrome(const cv::Mat& mat)
@@ -530,9 +304,6 @@ void CvUtils::toMonochrome(cv::Mat& mat)
 
 bool CvUtils::isLumaNoise(const cv::Mat& mat)
 {
-    const PictureFilters* const filters = pictureFilters("isLumaNoise");
-    if (!filters)
-        return false;
     // In bands of about 256 KiB; what has no rows is handed over whole, for OpenCV's exception.
     constexpr std::size_t bandBytes = 256 << 10;
     const bool inBands = mat.dims == 2 && !mat.empty();
@@ -541,8 +312,7 @@ bool CvUtils::isLumaNoise(const cv::Mat& mat)
                                               std::size_t(2), std::size_t(mat.rows) + 2))
                              : 1;
     std::vector<cv::Scalar> sums(inBands ? std::size_t((mat.rows + bandRows - 1) / bandRows) : 1);
-    cv::parallel_for_(cv::Range(0, int(sums.size())),
-                      ParallelDetailSum(*filters, mat, bandRows, sums), -1);
+    cv::parallel_for_(cv::Range(0, int(sums.size())), ParallelDetailSum(mat, bandRows, sums), -1);
     const cv::Scalar sum = std::accumulate(sums.begin(), sums.end(), cv::Scalar());
     const cv::Scalar mean = sum / double(mat.total());
     const float ratio = float(mean[0] / (mean[1] + mean[2]) * 0.25);
@@ -562,7 +332,7 @@ void CvUtils::imwrite(const QString& path, const cv::Mat& mat, int colorConversi
         return;
     }
     std::string error;
-    WritePicturePart* const write = pictureWriter(error);
+    WriteBitmapFunction* const write = pictureWriter(error);
     if (!write) {
         qCritical() << "imwrite: OpenCV's codecs cannot be loaded:" << error.c_str();
         return;

@@ -106,9 +106,8 @@ std::string CvUtils::base64Encode(const std::vector<unsigned char>& bytes)
     std::array<char, blockCharacters> block;
     for (std::size_t done = 0; done < bytes.size(); done += blockBytes) {
         const std::size_t count = std::min(blockBytes, bytes.size() - done);
-        text.append(block.data(),
-                    Kernels::encodeBase64InVectors(bytes.data() + done, count,
-                                                   s_base64Alphabet.data(), block.data()));
+        text.append(block.data(), Kernels::encodeBase64(bytes.data() + done, count,
+                                                        s_base64Alphabet.data(), block.data()));
     }
     return text;
 }
@@ -122,7 +121,7 @@ std::vector<unsigned char> CvUtils::base64Decode(const std::string& text)
     for (std::size_t done = 0; done < text.size() && decoded == blockBytes;
          done += blockCharacters) {
         const std::size_t count = std::min(blockCharacters, text.size() - done);
-        decoded = Kernels::decodeBase64InVectors(text.data() + done, count, block.data());
+        decoded = Kernels::decodeBase64(text.data() + done, count, block.data());
         bytes.insert(bytes.end(), block.data(), block.data() + decoded);
     }
     return bytes;

@@ -4,9 +4,10 @@
 #include <imageutils/cvutils.h>
 
 #include <imageutils/cvutils_p.h>
-#include <imageutils/picturefilters.h>
 
 #include <QtCore/QDebug>
+
+#include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <array>
@@ -121,12 +122,11 @@ cv::Mat CvUtils::applyRotation(const cv::Mat& mat, const cv::RotatedRect& rect)
     const float right = size.width - 1;
     const float bottom = size.height - 1;
     const Corners destination = {cv::Point2f(0, bottom), {0, 0}, {right, 0}, {right, bottom}};
-    const PictureFilters* const filters = pictureFilters("applyRotation");
-    if (!filters)
-        return {};
     cv::Mat output(cvRound(size.height), cvRound(size.width), mat.type());
     backWhole(output);
-    filters->warp(mat, output, output.size(), source.data(), destination.data());
+    const cv::Mat transform = cv::getPerspectiveTransform(source.data(), destination.data());
+    cv::warpPerspective(mat, output, transform, output.size(), cv::INTER_LINEAR,
+                        cv::BORDER_CONSTANT, 0);
     return output;
 }
 

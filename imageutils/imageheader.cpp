@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/imageheader.h>
 
-#include <imageutils/parts/headerpart.h>
-#include <platform/part.h>
+#include <imageutils/plugins/headerplugin.h>
+#include <platform/plugin.h>
 
 #include <baseutils/baseutils.h>
 
@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr const char* entryPoint = "imageutilsPart";
+constexpr const char* entryPoint = "imageutilsPlugin";
 
 /// Whether OpenImageIO chooses the reader by the name alone: its raw reader comes first for raw
 /// extensions, its film reader for whatever ends like these, and one for no file at all.
@@ -32,24 +32,24 @@ bool isReadByName(const std::string& utf8Path)
                        [&lower](std::string_view ending) { return lower.ends_with(ending); });
 }
 
-ReadHeaderPart* openReader(const char* part)
+ReadHeaderFunction* openReader(const char* part)
 {
-    return reinterpret_cast<ReadHeaderPart*>(Platform::openPart(part, entryPoint).function);
+    return reinterpret_cast<ReadHeaderFunction*>(Platform::openPlugin(part, entryPoint).function);
 }
 
 /// The reader of the format of a file that begins with `start`; null where there is none.
-ReadHeaderPart* readerOf(std::string_view start)
+ReadHeaderFunction* readerOf(std::string_view start)
 {
     if (start.starts_with("\xff\xd8\xff"sv)) {
-        static ReadHeaderPart* const jpeg = openReader("imageutils-header-jpeg");
+        static ReadHeaderFunction* const jpeg = openReader("imageutils-header-jpeg");
         return jpeg;
     }
     if (start.substr(0, 8).ends_with("ftyp"sv)) {
-        static ReadHeaderPart* const heif = openReader("imageutils-header-heif");
+        static ReadHeaderFunction* const heif = openReader("imageutils-header-heif");
         return heif;
     }
     if (start == "\0\0\0\x0cjP  \r\n\x87\n"sv || start.starts_with("\xff\x4f\xff\x51"sv)) {
-        static ReadHeaderPart* const jpeg2000 = openReader("imageutils-header-jpeg2000");
+        static ReadHeaderFunction* const jpeg2000 = openReader("imageutils-header-jpeg2000");
         return jpeg2000;
     }
     return nullptr;
@@ -75,7 +75,7 @@ std::optional<ImageHeader> readHeaderAlone(const std::string& utf8Path)
     std::array<char, 12> start = {};
     if (file.sgetn(start.data(), start.size()) != std::streamsize(start.size()))
         return {};
-    ReadHeaderPart* const read = readerOf({start.data(), start.size()});
+    ReadHeaderFunction* const read = readerOf({start.data(), start.size()});
     ImageHeader header;
     if (!read || isReadByName(utf8Path) || file.pubseekpos(0) != std::streampos(0) ||
         !read(file, header) || !hasSides(header) || !isPlausible(header))
@@ -88,14 +88,14 @@ std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::str
     if (const std::optional<ImageHeader> header = readHeaderAlone(utf8Path))
         return header;
 
-    static const Platform::PartFunction part =
-        Platform::openPart("imageutils-header-openimageio", entryPoint);
+    static const Platform::PluginFunction part =
+        Platform::openPlugin("imageutils-header-openimageio", entryPoint);
     if (!part.function) {
         error = part.error;
         return {};
     }
     ImageHeader header;
-    if (!reinterpret_cast<OpenHeaderPart*>(part.function)(utf8Path.c_str(), header, error))
+    if (!reinterpret_cast<OpenHeaderFunction*>(part.function)(utf8Path.c_str(), header, error))
         return {};
     if (!hasSides(header)) {
         error =

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/picturewriter.h>
 
-#include <platform/part.h>
+#include <platform/plugin.h>
 
-WritePicturePart* pictureWriter(std::string& error)
+WriteBitmapFunction* pictureWriter(std::string& error)
 {
-    static const Platform::PartFunction part =
-        Platform::openPart("imageutils-writer-imgcodecs", "imageutilsPart");
+    static const Platform::PluginFunction part =
+        Platform::openPlugin("imageutils-writer-imgcodecs", "imageutilsPlugin");
     error = part.error;
-    return reinterpret_cast<WritePicturePart*>(part.function);
+    return reinterpret_cast<WriteBitmapFunction*>(part.function);
 }

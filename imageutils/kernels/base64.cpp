@@ -42,6 +42,8 @@ std::uint32_t groupOf(std::uint32_t characters)
 
 } // namespace
 
+namespace Scalar {
+
 std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const char* alphabet,
                          char* text)
 {
@@ -99,4 +101,5 @@ std::size_t decodeBase64(const char* text, std::size_t count, std::uint8_t* byte
     return std::size_t(bytes - begin);
 }
 
+} // namespace Scalar
 } // namespace Kernels

@@ -80,6 +80,8 @@ void interpolateLine(const float* line, const Filter& filter, float* out)
     }
 }
 
+namespace Scalar {
+
 void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
                         float* out, std::size_t outStride)
 {
@@ -110,10 +112,12 @@ void interpolateRows(const float* const* rows, int count, int samples, const Fil
     }
 }
 
+} // namespace Scalar
+
 std::size_t rowBufferFloats(int samples, const Filter& filter)
 {
     const std::size_t padded = std::size_t(samples) + std::size_t(filter.taps);
-    if (filter.taps > mostTapsInVectors)
+    if (filter.taps > mostSimdTaps)
         return padded * channels;
     int span = 0;
     for (int i = 0; i < filter.length; i += outputsPerGathering) {

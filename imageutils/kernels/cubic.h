@@ -41,16 +41,12 @@ struct Filter
 void interpolateLine(const float* line, const Filter& filter, float* out);
 
 /// Resamples `count` rows of `samples` pixels, three floats each: row i from rows[i] to out[i]. The
-/// samples at the ends are repeated outwards. `buffer` has room for `rowBufferFloats`.
+/// samples at the ends are repeated outwards. `buffer` must have space for `rowBufferFloats`.
+/// Fastest for `rowsAtOnce` rows.
 void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
                      float* const* out, float* buffer);
 
-/// `interpolateRows` in vectors, with the same bits; best for `rowsAtOnce` rows.
-void interpolateRowsInVectors(const float* const* rows, int count, int samples,
-                              const Filter& filter, float* const* out, float* buffer);
-
-/// The floats that `interpolateRows` needs for `filter` and rows of `samples` pixels, in vectors or
-/// not.
+/// The floats that `interpolateRows` needs for `filter` and rows of `samples` pixels.
 std::size_t rowBufferFloats(int samples, const Filter& filter);
 
 /// Resamples columns, `width` floats side by side: output row i, `outStride` floats after the one
@@ -58,19 +54,26 @@ std::size_t rowBufferFloats(int samples, const Filter& filter);
 void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
                         float* out, std::size_t outStride);
 
-/// `interpolateColumns` in vectors, with the same bits.
-void interpolateColumnsInVectors(const float* const* rows, std::size_t width, const Filter& filter,
-                                 float* out, std::size_t outStride);
+namespace Scalar {
 
-/// The rows that vectors resample together, and the output pixels after which they gather anew.
+void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
+                     float* const* out, float* buffer);
+void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
+                        float* out, std::size_t outStride);
+
+} // namespace Scalar
+
+/// The SIMD code resamples so many rows together, and transposes the source pixels of so many
+/// outputs at a time.
 constexpr int rowsAtOnce = 8;
 constexpr int outputsPerGathering = 64;
 
-/// What vectors leave at the beginning of their buffer, so that none lies across two cache lines.
+/// The floats that the SIMD code may skip at the beginning of its buffer, so that no vector lies
+/// across two cache lines.
 constexpr std::size_t alignmentFloats = 16;
 
-/// Filters of more taps than this, for factors below 0.001, take the plain road across rows: what
-/// vectors gather for them would not stay in a cache.
-constexpr int mostTapsInVectors = 4096;
+/// Filters of more taps than this, for factors below 0.001, use the scalar loop across rows: the
+/// transposed pixels would not fit into a cache.
+constexpr int mostSimdTaps = 4096;
 
 } // namespace Kernels

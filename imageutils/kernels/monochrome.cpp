@@ -20,6 +20,8 @@ bool isRowMonochromeOf(const T* row, std::size_t count, int channels)
 
 } // namespace
 
+namespace Scalar {
+
 bool isRowMonochrome(const std::uint8_t* row, std::size_t count, int channels)
 {
     return isRowMonochromeOf(row, count, channels);
@@ -43,4 +45,5 @@ void makeRowMonochrome(std::uint16_t* row, std::size_t count)
     }
 }
 
+} // namespace Scalar
 } // namespace Kernels

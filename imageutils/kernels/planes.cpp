@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/kernels/planes.h>
 
-namespace Kernels {
+namespace Kernels::Scalar {
 
 void splitRow(const float* pixels, std::size_t count, float* chroma, float* alpha)
 {
@@ -23,4 +23,4 @@ void mergeRow(const float* chroma, const float* alpha, std::size_t count, float*
     }
 }
 
-} // namespace Kernels
+} // namespace Kernels::Scalar

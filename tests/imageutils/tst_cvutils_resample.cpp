@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/cvutils.h>
-#include <imageutils/cvutils_p.h>
+#include <imageutils/cvutils_resample_p.h>
 
 #include <support/log.h>
 #include <support/matrices.h>

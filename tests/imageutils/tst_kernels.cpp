@@ -3,7 +3,7 @@
 #include <imageutils/kernels/cubic.h>
 #include <imageutils/kernels/monochrome.h>
 #include <imageutils/kernels/planes.h>
-#include <imageutils/kernels/vectors.h>
+#include <imageutils/kernels/simd.h>
 
 #include <QtTest/QTest>
 
@@ -37,11 +37,11 @@ bool findsEveryDifference(int channels)
         std::vector<T> row(pixels * std::size_t(channels) + 1, T(3));
         for (std::size_t i = 1; i < row.size(); ++i) // neighbours may differ
             row[i] = T((i - 1) / std::size_t(channels) % 3);
-        if (!Kernels::isRowMonochromeInVectors(&row[1], pixels, channels))
+        if (!Kernels::isRowMonochrome(&row[1], pixels, channels))
             return false;
         for (std::size_t i = 1; i < row.size(); ++i) {
             const T value = std::exchange(row[i], T(200));
-            if (Kernels::isRowMonochromeInVectors(&row[1], pixels, channels))
+            if (Kernels::isRowMonochrome(&row[1], pixels, channels))
                 return false;
             row[i] = value;
         }
@@ -71,15 +71,15 @@ private Q_SLOTS:
 void KernelsTest::initTestCase_data()
 {
     QTest::addColumn<QByteArray>("set");
-    for (const char* const set : Kernels::vectorInstructionSets())
+    for (const char* const set : Kernels::simdInstructionSets())
         QTest::newRow(set) << QByteArray(set);
 }
 
 void KernelsTest::init()
 {
     QFETCH_GLOBAL(QByteArray, set);
-    Kernels::useVectorInstructionSet(set);
-    QCOMPARE(QByteArray(Kernels::vectorInstructionSet()), set); // asked of code made of that set
+    Kernels::useSimdInstructionSet(set);
+    QCOMPARE(QByteArray(Kernels::simdInstructionSet()), set); // asked of code made of that set
 }
 
 void KernelsTest::resamplesRows()
@@ -104,10 +104,10 @@ void KernelsTest::resamplesRows()
                     toPlain.push_back(&plain[3 + row * std::size_t(length + 1) * 3]);
                     toVectors.push_back(&vectors[3 + row * std::size_t(length + 1) * 3]);
                 }
-                Kernels::interpolateRows(from.data(), rows, samples, filter, toPlain.data(),
+                Kernels::Scalar::interpolateRows(from.data(), rows, samples, filter, toPlain.data(),
+                                                 buffer.data());
+                Kernels::interpolateRows(from.data(), rows, samples, filter, toVectors.data(),
                                          buffer.data());
-                Kernels::interpolateRowsInVectors(from.data(), rows, samples, filter,
-                                                  toVectors.data(), buffer.data());
                 QVERIFY(sameBits(plain, vectors));
             }
         }
@@ -127,8 +127,8 @@ void KernelsTest::resamplesColumns()
         rows.push_back(&pixels[1 + row * 210]);
     for (std::size_t width = 1; width <= 205; ++width) {
         std::vector<float> plain(12 * 207, -7), vectors = plain;
-        Kernels::interpolateColumns(rows.data(), width, filter, &plain[1], width + 2);
-        Kernels::interpolateColumnsInVectors(rows.data(), width, filter, &vectors[1], width + 2);
+        Kernels::Scalar::interpolateColumns(rows.data(), width, filter, &plain[1], width + 2);
+        Kernels::interpolateColumns(rows.data(), width, filter, &vectors[1], width + 2);
         QVERIFY(sameBits(plain, vectors));
     }
 }
@@ -138,13 +138,13 @@ void KernelsTest::splitsAndMerges()
     const std::vector<float> pixels = noise<float>(4 * 20 + 1);
     for (std::size_t count = 0; count <= 20; ++count) {
         std::vector<float> plain(3 * 20 + 2, -7), vectors = plain, alpha = plain, merged = pixels;
-        Kernels::splitRow(&pixels[1], count, &plain[1], &alpha[1]);
+        Kernels::Scalar::splitRow(&pixels[1], count, &plain[1], &alpha[1]);
         std::vector<float> alphaOfVectors = plain;
-        Kernels::splitRowInVectors(&pixels[1], count, &vectors[1], &alphaOfVectors[0]);
+        Kernels::splitRow(&pixels[1], count, &vectors[1], &alphaOfVectors[0]);
         QVERIFY(sameBits(plain, vectors));
         QVERIFY(std::memcmp(&alpha[1], &alphaOfVectors[0], count * sizeof(float)) == 0);
         std::fill_n(merged.begin() + 1, 4 * count, -7.0f);
-        Kernels::mergeRowInVectors(&plain[1], &alpha[1], count, &merged[1]);
+        Kernels::mergeRow(&plain[1], &alpha[1], count, &merged[1]);
         QVERIFY(sameBits(merged, pixels));
     }
 }
@@ -156,8 +156,8 @@ void KernelsTest::makesMonochrome()
     const std::uint16_t edges[] = {0, 1, 2, 21845, 32767, 32768, 65533, 65534, 65535};
     for (std::size_t count = 0; count <= 35; ++count) { // two vectors and a bit
         std::vector<std::uint16_t> plain = row, vectors = row;
-        Kernels::makeRowMonochrome(&plain[count % 3], count - (count > 34));
-        Kernels::makeRowMonochromeInVectors(&vectors[count % 3], count - (count > 34));
+        Kernels::Scalar::makeRowMonochrome(&plain[count % 3], count - (count > 34));
+        Kernels::makeRowMonochrome(&vectors[count % 3], count - (count > 34));
         QVERIFY(sameBits(plain, vectors));
         for (std::uint16_t& value : row) // sums around each carry
             value = edges[random() % std::size(edges)];
@@ -178,22 +178,23 @@ void KernelsTest::encodesAndDecodes()
     const std::vector<std::uint8_t> bytes = noise<std::uint8_t>(111);
     for (std::size_t count = 0; count <= 110; ++count) {
         std::string plain(152, '.'), vectors = plain;
-        const std::size_t length =
-            Kernels::encodeBase64(&bytes[1], count, Kernels::standardAlphabet.data(), plain.data());
-        QCOMPARE(Kernels::encodeBase64InVectors(&bytes[1], count, Kernels::standardAlphabet.data(),
-                                                vectors.data()),
+        const std::size_t length = Kernels::Scalar::encodeBase64(
+            &bytes[1], count, Kernels::standardAlphabet.data(), plain.data());
+        QCOMPARE(Kernels::encodeBase64(&bytes[1], count, Kernels::standardAlphabet.data(),
+                                       vectors.data()),
                  length);
         QCOMPARE(vectors, plain);
         std::vector<std::uint8_t> decoded((length + 3) / 4 * 3 + 1, 7);
-        QCOMPARE(Kernels::decodeBase64InVectors(vectors.data(), length, decoded.data()), count);
+        QCOMPARE(Kernels::decodeBase64(vectors.data(), length, decoded.data()), count);
         QVERIFY(std::equal(&bytes[1], &bytes[1] + count, decoded.begin()) && decoded.back() == 7);
     }
     std::string text = QByteArray(96, 0x5B).toBase64().toStdString();
     for (std::size_t i = 0; i < text.size() * 256; ++i) { // every byte at every place
         const char before = std::exchange(text[i / 256], char(i % 256));
         std::vector<std::uint8_t> plain(96), vectors(96);
-        const std::size_t count = Kernels::decodeBase64(text.data(), text.size(), plain.data());
-        QCOMPARE(Kernels::decodeBase64InVectors(text.data(), text.size(), vectors.data()), count);
+        const std::size_t count =
+            Kernels::Scalar::decodeBase64(text.data(), text.size(), plain.data());
+        QCOMPARE(Kernels::decodeBase64(text.data(), text.size(), vectors.data()), count);
         QVERIFY(std::equal(plain.begin(), plain.begin() + std::ptrdiff_t(count), vectors.begin()));
         text[i / 256] = before;
     }

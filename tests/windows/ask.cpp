@@ -5,7 +5,7 @@
 // Prints what platform/windows answers: the step and, in FILE, the profile; what the part says, or
 // why there is none; whether PATH was shown.
 #include <platform/monitorprofile.h>
-#include <platform/part.h>
+#include <platform/plugin.h>
 #include <platform/showitem.h>
 
 #include <objbase.h>
@@ -17,7 +17,7 @@
 int main(int argc, char* argv[])
 {
     if (argc > 2 && std::string_view(argv[1]) == "part") {
-        const Platform::PartFunction part = Platform::openPart(argv[2], "answer");
+        const Platform::PluginFunction part = Platform::openPlugin(argv[2], "answer");
         std::cout << (part.function ? reinterpret_cast<const char* (*)()>(part.function)()
                                     : part.error.c_str())
                   << '\n';

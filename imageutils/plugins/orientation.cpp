@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <imageutils/parts/orientation.h>
+#include <imageutils/plugins/orientation.h>
 
 namespace {
 

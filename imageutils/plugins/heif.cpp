@@ -3,9 +3,9 @@
 // HEIC and AVIF through libheif, which needs no more than the boxes before the pixels. Sizes come
 // turned already.
 #include <imageutils/imageutils_export.h>
-#include <imageutils/parts/boxes.h>
-#include <imageutils/parts/headerpart.h>
-#include <imageutils/parts/orientation.h>
+#include <imageutils/plugins/boxes.h>
+#include <imageutils/plugins/headerplugin.h>
+#include <imageutils/plugins/orientation.h>
 
 #include <libheif/heif.h>
 
@@ -140,9 +140,9 @@ bool isTurnedByExifAlone(const heif_image_handle* image)
 
 } // namespace
 
-extern "C" IMAGEUTILS_EXPORT ReadHeaderPart imageutilsPart;
+extern "C" IMAGEUTILS_EXPORT ReadHeaderFunction imageutilsPlugin;
 
-bool imageutilsPart(std::streambuf& file, ImageHeader& header)
+bool imageutilsPlugin(std::streambuf& file, ImageHeader& header)
 {
     if (!isOfKnownType(file))
         return false;

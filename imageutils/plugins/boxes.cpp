@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <imageutils/parts/boxes.h>
+#include <imageutils/plugins/boxes.h>
 
 #include <array>
 #include <cstddef>

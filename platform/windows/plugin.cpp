@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/part.h>
+#include <platform/plugin.h>
 
 #include <platform/windows/widestring.h>
 
@@ -24,7 +24,7 @@ std::wstring ownFolder()
 /// The part, opened; null where no folder has it.
 HMODULE opened(const char* part)
 {
-    for (const char* const folder : {IMAGEUTILS_PART_FOLDERS}) {
+    for (const char* const folder : {IMAGEUTILS_PLUGIN_FOLDERS}) {
         // With backslashes alone, as the altered search path wants it.
         std::wstring file =
             ownFolder() + Platform::wideString(std::string(folder) + '\\' + part + ".dll");
@@ -37,7 +37,7 @@ HMODULE opened(const char* part)
 
 } // namespace
 
-Platform::PartFunction Platform::openPart(const char* part, const char* function)
+Platform::PluginFunction Platform::openPlugin(const char* part, const char* function)
 {
     HMODULE library = opened(part);
     const FARPROC found = library ? GetProcAddress(library, function) : nullptr;

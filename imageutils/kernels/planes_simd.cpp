@@ -4,29 +4,16 @@
 // fourth belongs to the next pixel, which is written after it. The last pixels of a row are left to
 // the plain loop, since nothing may lie after them.
 #include <imageutils/kernels/planes.h>
-#include <imageutils/kernels/vectors.h>
+#include <imageutils/kernels/simddispatch.h>
 
-#define HWY_TARGET_INCLUDE "imageutils/kernels/planes_vectors.cpp"
+#define HWY_TARGET_INCLUDE "imageutils/kernels/planes_simd.cpp"
 #include <hwy/foreach_target.h> // IWYU pragma: keep
 #include <hwy/highway.h>
 
+#if HWY_TARGET != HWY_SCALAR
 HWY_BEFORE_NAMESPACE();
 namespace Kernels::HWY_NAMESPACE {
 namespace {
-
-#if HWY_TARGET == HWY_SCALAR
-
-void splitRow(const float* pixels, std::size_t count, float* chroma, float* alpha)
-{
-    Kernels::splitRow(pixels, count, chroma, alpha);
-}
-
-void mergeRow(const float* chroma, const float* alpha, std::size_t count, float* pixels)
-{
-    Kernels::mergeRow(chroma, alpha, count, pixels);
-}
-
-#else
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -47,7 +34,7 @@ void splitRow(const float* pixels, std::size_t count, float* chroma, float* alph
         const auto cd = hn::BitCast(pairs, hn::InterleaveUpper(quad, c, d));
         hn::StoreU(hn::BitCast(quad, hn::InterleaveUpper(pairs, ab, cd)), quad, alpha);
     }
-    Kernels::splitRow(pixels, count, chroma, alpha);
+    Scalar::splitRow(pixels, count, chroma, alpha);
 }
 
 void mergeRow(const float* chroma, const float* alpha, std::size_t count, float* pixels)
@@ -64,29 +51,25 @@ void mergeRow(const float* chroma, const float* alpha, std::size_t count, float*
         merge(chroma + 6, hn::Broadcast<2>(opacity), pixels + 8);
         merge(chroma + 9, hn::Broadcast<3>(opacity), pixels + 12);
     }
-    Kernels::mergeRow(chroma, alpha, count, pixels);
+    Scalar::mergeRow(chroma, alpha, count, pixels);
 }
-
-#endif
 
 } // namespace
 } // namespace Kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
+#endif
 
 #if HWY_ONCE
 namespace Kernels {
 
-HWY_EXPORT(splitRow);
-HWY_EXPORT(mergeRow);
-
-void splitRowInVectors(const float* pixels, std::size_t count, float* chroma, float* alpha)
+void splitRow(const float* pixels, std::size_t count, float* chroma, float* alpha)
 {
-    HWY_DYNAMIC_DISPATCH(splitRow)(pixels, count, chroma, alpha);
+    IMAGEUTILS_BEST(splitRow)(pixels, count, chroma, alpha);
 }
 
-void mergeRowInVectors(const float* chroma, const float* alpha, std::size_t count, float* pixels)
+void mergeRow(const float* chroma, const float* alpha, std::size_t count, float* pixels)
 {
-    HWY_DYNAMIC_DISPATCH(mergeRow)(chroma, alpha, count, pixels);
+    IMAGEUTILS_BEST(mergeRow)(chroma, alpha, count, pixels);
 }
 
 } // namespace Kernels

@@ -18,4 +18,4 @@ public:
     }
 };
 
-#include "plugin.moc"
+#include "qmlplugin.moc"

@@ -2,8 +2,8 @@
 //
 // JPEG 2000, in its file format and as a bare codestream, through OpenJPEG: the main header alone.
 #include <imageutils/imageutils_export.h>
-#include <imageutils/parts/boxes.h>
-#include <imageutils/parts/headerpart.h>
+#include <imageutils/plugins/boxes.h>
+#include <imageutils/plugins/headerplugin.h>
 
 #include <openjpeg.h>
 
@@ -87,9 +87,9 @@ bool setSides(const opj_image_t& image, ImageHeader& header)
 
 } // namespace
 
-extern "C" IMAGEUTILS_EXPORT ReadHeaderPart imageutilsPart;
+extern "C" IMAGEUTILS_EXPORT ReadHeaderFunction imageutilsPlugin;
 
-bool imageutilsPart(std::streambuf& file, ImageHeader& header)
+bool imageutilsPlugin(std::streambuf& file, ImageHeader& header)
 {
     constexpr OPJ_SIZE_T bufferBytes = 4096;
     char first = '\0';

@@ -3,11 +3,11 @@
 // Base64 in vectors: 12 bytes are 16 characters, a block of a vector. Shuffles of bytes move them,
 // and look up what is added to a value to make it a character, or back.
 #include <imageutils/kernels/base64.h>
-#include <imageutils/kernels/vectors.h>
+#include <imageutils/kernels/simddispatch.h>
 
 #include <array>
 
-#define HWY_TARGET_INCLUDE "imageutils/kernels/base64_vectors.cpp"
+#define HWY_TARGET_INCLUDE "imageutils/kernels/base64_simd.cpp"
 #include <hwy/foreach_target.h> // IWYU pragma: keep
 #include <hwy/highway.h>
 
@@ -75,24 +75,10 @@ constexpr Table refused = [] {
 } // namespace Kernels
 #endif
 
+#if HWY_TARGET != HWY_SCALAR
 HWY_BEFORE_NAMESPACE();
 namespace Kernels::HWY_NAMESPACE {
 namespace {
-
-#if HWY_TARGET == HWY_SCALAR
-
-std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const char* alphabet,
-                         char* text)
-{
-    return Kernels::encodeBase64(bytes, count, alphabet, text);
-}
-
-std::size_t decodeBase64(const std::uint8_t* text, std::size_t count, std::uint8_t* bytes)
-{
-    return Kernels::decodeBase64(reinterpret_cast<const char*>(text), count, bytes);
-}
-
-#else
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -154,10 +140,10 @@ std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const cha
         hn::StoreU(hn::Add(values, hn::TableLookupBytes(added, index)), tag,
                    reinterpret_cast<std::uint8_t*>(text));
     }
-    return std::size_t(text - begin) + Kernels::encodeBase64(bytes, count, alphabet, text);
+    return std::size_t(text - begin) + Scalar::encodeBase64(bytes, count, alphabet, text);
 }
 
-std::size_t decodeBase64(const std::uint8_t* text, std::size_t count, std::uint8_t* bytes)
+std::size_t decodeBase64(const char* text, std::size_t count, std::uint8_t* bytes)
 {
     constexpr Bytes tag;
     constexpr Words words;
@@ -171,7 +157,7 @@ std::size_t decodeBase64(const std::uint8_t* text, std::size_t count, std::uint8
     const auto fourBits = hn::Set(tag, 15);
     // Eight characters more, so that what the last block stores beyond its 12 bytes has room.
     for (; count >= step + 8; count -= step, text += step, bytes += blocks * blockBytes) {
-        const auto characters = hn::LoadU(tag, text);
+        const auto characters = hn::LoadU(tag, reinterpret_cast<const std::uint8_t*>(text));
         const auto upper = hn::ShiftRight<4>(characters);
         const auto wrong =
             hn::And(hn::TableLookupBytes(upperKinds, upper),
@@ -188,32 +174,26 @@ std::size_t decodeBase64(const std::uint8_t* text, std::size_t count, std::uint8
                                   hn::ShiftRight<16>(pairs));
         storeBlocks(tag, hn::TableLookupBytes(hn::BitCast(tag, group), order), bytes);
     }
-    return std::size_t(bytes - begin) +
-           Kernels::decodeBase64(reinterpret_cast<const char*>(text), count, bytes);
+    return std::size_t(bytes - begin) + Scalar::decodeBase64(text, count, bytes);
 }
-
-#endif
 
 } // namespace
 } // namespace Kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
+#endif
 
 #if HWY_ONCE
 namespace Kernels {
 
-HWY_EXPORT(encodeBase64);
-HWY_EXPORT(decodeBase64);
-
-std::size_t encodeBase64InVectors(const std::uint8_t* bytes, std::size_t count,
-                                  const char* alphabet, char* text)
+std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const char* alphabet,
+                         char* text)
 {
-    return HWY_DYNAMIC_DISPATCH(encodeBase64)(bytes, count, alphabet, text);
+    return IMAGEUTILS_BEST(encodeBase64)(bytes, count, alphabet, text);
 }
 
-std::size_t decodeBase64InVectors(const char* text, std::size_t count, std::uint8_t* bytes)
+std::size_t decodeBase64(const char* text, std::size_t count, std::uint8_t* bytes)
 {
-    return HWY_DYNAMIC_DISPATCH(decodeBase64)(reinterpret_cast<const std::uint8_t*>(text), count,
-                                              bytes);
+    return IMAGEUTILS_BEST(decodeBase64)(text, count, bytes);
 }
 
 } // namespace Kernels

@@ -1,32 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/kernels/monochrome.h>
-#include <imageutils/kernels/vectors.h>
+#include <imageutils/kernels/simddispatch.h>
 
 #include <algorithm>
 #include <cstring>
 
-#define HWY_TARGET_INCLUDE "imageutils/kernels/monochrome_vectors.cpp"
+#define HWY_TARGET_INCLUDE "imageutils/kernels/monochrome_simd.cpp"
 #include <hwy/foreach_target.h> // IWYU pragma: keep
 #include <hwy/highway.h>
 
+#if HWY_TARGET != HWY_SCALAR
 HWY_BEFORE_NAMESPACE();
 namespace Kernels::HWY_NAMESPACE {
 namespace {
-
-#if HWY_TARGET == HWY_SCALAR
-
-template<typename T>
-bool isRowMonochrome(const T* row, std::size_t count, int channels)
-{
-    return Kernels::isRowMonochrome(row, count, channels);
-}
-
-void makeRowMonochrome(std::uint16_t* row, std::size_t count)
-{
-    Kernels::makeRowMonochrome(row, count);
-}
-
-#else
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -63,7 +49,7 @@ bool isRowMonochromeOf(const T* row, std::size_t count)
         if (!hn::AllFalse(tag, different))
             return false;
     }
-    return Kernels::isRowMonochrome(row, count - patterns * lanes, Channels);
+    return Scalar::isRowMonochrome(row, count - patterns * lanes, Channels);
 }
 
 template<typename T>
@@ -77,7 +63,7 @@ bool isRowMonochrome(const T* row, std::size_t count, int channels)
     case mostChannels:
         return isRowMonochromeOf<mostChannels>(row, count);
     default:
-        return Kernels::isRowMonochrome(row, count, channels);
+        return Scalar::isRowMonochrome(row, count, channels);
     }
 }
 
@@ -99,56 +85,45 @@ void makeRowMonochrome(std::uint16_t* row, std::size_t count)
         const auto mean = hn::Add(third, hn::Mul(carries, hn::Set(tag, 21845)));
         hn::StoreInterleaved3(mean, mean, mean, tag, row);
     }
-    Kernels::makeRowMonochrome(row, count);
-}
-
-#endif
-
-bool isRowMonochrome8(const std::uint8_t* row, std::size_t count, int channels)
-{
-    return isRowMonochrome(row, count, channels);
-}
-
-bool isRowMonochrome16(const std::uint16_t* row, std::size_t count, int channels)
-{
-    return isRowMonochrome(row, count, channels);
-}
-
-bool isRowMonochrome32F(const float* row, std::size_t count, int channels)
-{
-    return isRowMonochrome(row, count, channels);
+    Scalar::makeRowMonochrome(row, count);
 }
 
 } // namespace
 } // namespace Kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
+#endif
 
 #if HWY_ONCE
 namespace Kernels {
+namespace {
 
-HWY_EXPORT(isRowMonochrome8);
-HWY_EXPORT(isRowMonochrome16);
-HWY_EXPORT(isRowMonochrome32F);
-HWY_EXPORT(makeRowMonochrome);
-
-bool isRowMonochromeInVectors(const std::uint8_t* row, std::size_t count, int channels)
+template<typename T>
+auto bestCheck()
 {
-    return HWY_DYNAMIC_DISPATCH(isRowMonochrome8)(row, count, channels);
+    using Check = bool(const T*, std::size_t, int);
+    return IMAGEUTILS_IMPLEMENTATIONS(Check, isRowMonochrome)[implementationIndex()];
 }
 
-bool isRowMonochromeInVectors(const std::uint16_t* row, std::size_t count, int channels)
+} // namespace
+
+bool isRowMonochrome(const std::uint8_t* row, std::size_t count, int channels)
 {
-    return HWY_DYNAMIC_DISPATCH(isRowMonochrome16)(row, count, channels);
+    return bestCheck<std::uint8_t>()(row, count, channels);
 }
 
-bool isRowMonochromeInVectors(const float* row, std::size_t count, int channels)
+bool isRowMonochrome(const std::uint16_t* row, std::size_t count, int channels)
 {
-    return HWY_DYNAMIC_DISPATCH(isRowMonochrome32F)(row, count, channels);
+    return bestCheck<std::uint16_t>()(row, count, channels);
 }
 
-void makeRowMonochromeInVectors(std::uint16_t* row, std::size_t count)
+bool isRowMonochrome(const float* row, std::size_t count, int channels)
 {
-    HWY_DYNAMIC_DISPATCH(makeRowMonochrome)(row, count);
+    return bestCheck<float>()(row, count, channels);
+}
+
+void makeRowMonochrome(std::uint16_t* row, std::size_t count)
+{
+    IMAGEUTILS_BEST(makeRowMonochrome)(row, count);
 }
 
 } // namespace Kernels

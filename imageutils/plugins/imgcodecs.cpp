@@ -7,10 +7,10 @@
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
-extern "C" IMAGEUTILS_EXPORT WritePicturePart imageutilsPart;
+extern "C" IMAGEUTILS_EXPORT WriteBitmapFunction imageutilsPlugin;
 
-bool imageutilsPart(const std::string& utf8Path, const cv::Mat& mat, int colorConversion,
-                    double alpha, double beta, double scale)
+bool imageutilsPlugin(const std::string& utf8Path, const cv::Mat& mat, int colorConversion,
+                      double alpha, double beta, double scale)
 {
     cv::Mat working;
     cv::resize(mat, working, cv::Size(), scale, scale, cv::INTER_LINEAR);

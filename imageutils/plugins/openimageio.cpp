@@ -2,7 +2,7 @@
 //
 // A part of its own, because opening OpenImageIO opens some 250 libraries.
 #include <imageutils/imageutils_export.h>
-#include <imageutils/parts/headerpart.h>
+#include <imageutils/plugins/headerplugin.h>
 
 #include <OpenImageIO/imageio.h>
 
@@ -28,9 +28,9 @@ bool openHeader(const char* utf8Path, ImageHeader& header, std::string& error)
 
 } // namespace
 
-extern "C" IMAGEUTILS_EXPORT OpenHeaderPart imageutilsPart;
+extern "C" IMAGEUTILS_EXPORT OpenHeaderFunction imageutilsPlugin;
 
-bool imageutilsPart(const char* utf8Path, ImageHeader& header, std::string& error)
+bool imageutilsPlugin(const char* utf8Path, ImageHeader& header, std::string& error)
 {
     try { // damaged files make some readers throw
         return openHeader(utf8Path, header, error);

@@ -5,36 +5,21 @@
 // as many rows: what a row holds side by side is turned first, so that one weight serves all, and
 // turned back at the end. Down the columns they lie side by side already.
 #include <imageutils/kernels/cubic.h>
-#include <imageutils/kernels/vectors.h>
+#include <imageutils/kernels/simddispatch.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 
-#define HWY_TARGET_INCLUDE "imageutils/kernels/cubic_vectors.cpp"
+#define HWY_TARGET_INCLUDE "imageutils/kernels/cubic_simd.cpp"
 #include <hwy/foreach_target.h> // IWYU pragma: keep
 
 #include <hwy/highway.h>
 
+#if HWY_TARGET != HWY_SCALAR
 HWY_BEFORE_NAMESPACE();
 namespace Kernels::HWY_NAMESPACE {
 namespace {
-
-#if HWY_TARGET == HWY_SCALAR
-
-void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
-                        float* out, std::size_t outStride)
-{
-    Kernels::interpolateColumns(rows, width, filter, out, outStride);
-}
-
-void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
-                     float* const* out, float* buffer)
-{
-    Kernels::interpolateRows(rows, count, samples, filter, out, buffer);
-}
-
-#else
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -198,8 +183,8 @@ void interpolateRows(const float* const* rows, int count, int samples, const Fil
                      float* const* out, float* buffer)
 {
     constexpr int wide = int(lanesOf<Wide>), narrow = int(lanesOf<Narrow>);
-    if (filter.taps > mostTapsInVectors) {
-        Kernels::interpolateRows(rows, count, samples, filter, out, buffer);
+    if (filter.taps > mostSimdTaps) {
+        Scalar::interpolateRows(rows, count, samples, filter, out, buffer);
         return;
     }
     while (reinterpret_cast<std::uintptr_t>(buffer) % (alignmentFloats * sizeof(float)) != 0)
@@ -251,7 +236,7 @@ void interpolateColumns(const float* const* rows, std::size_t width, const Filte
 {
     constexpr std::size_t lanes = lanesOf<Wide>, many = 12, block = many * lanes;
     if (width < lanes) {
-        Kernels::interpolateColumns(rows, width, filter, out, outStride);
+        Scalar::interpolateColumns(rows, width, filter, out, outStride);
     } else if (width < block) {
         for (std::size_t at = 0; at < width; at += lanes)
             sumColumns<1>(rows, std::min(at, width - lanes), filter, out, outStride);
@@ -261,28 +246,24 @@ void interpolateColumns(const float* const* rows, std::size_t width, const Filte
     }
 }
 
-#endif
-
 } // namespace
 } // namespace Kernels::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
+#endif
 
 #if HWY_ONCE
 namespace Kernels {
 
-HWY_EXPORT(interpolateColumns);
-HWY_EXPORT(interpolateRows);
-
-void interpolateColumnsInVectors(const float* const* rows, std::size_t width, const Filter& filter,
-                                 float* out, std::size_t outStride)
+void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
+                        float* out, std::size_t outStride)
 {
-    HWY_DYNAMIC_DISPATCH(interpolateColumns)(rows, width, filter, out, outStride);
+    IMAGEUTILS_BEST(interpolateColumns)(rows, width, filter, out, outStride);
 }
 
-void interpolateRowsInVectors(const float* const* rows, int count, int samples,
-                              const Filter& filter, float* const* out, float* buffer)
+void interpolateRows(const float* const* rows, int count, int samples, const Filter& filter,
+                     float* const* out, float* buffer)
 {
-    HWY_DYNAMIC_DISPATCH(interpolateRows)(rows, count, samples, filter, out, buffer);
+    IMAGEUTILS_BEST(interpolateRows)(rows, count, samples, filter, out, buffer);
 }
 
 } // namespace Kernels

@@ -3,8 +3,8 @@
 // JPEG through libjpeg-turbo, up to the first scan. Qt's own reader would not do: it takes all
 // blocks of metadata for one, and finds no orientation behind an XMP packet.
 #include <imageutils/imageutils_export.h>
-#include <imageutils/parts/headerpart.h>
-#include <imageutils/parts/orientation.h>
+#include <imageutils/plugins/headerplugin.h>
+#include <imageutils/plugins/orientation.h>
 
 #include <array>
 #include <csetjmp>
@@ -107,9 +107,9 @@ QuarterTurn turnOf(const jpeg_decompress_struct& jpeg)
 
 } // namespace
 
-extern "C" IMAGEUTILS_EXPORT ReadHeaderPart imageutilsPart;
+extern "C" IMAGEUTILS_EXPORT ReadHeaderFunction imageutilsPlugin;
 
-bool imageutilsPart(std::streambuf& file, ImageHeader& header)
+bool imageutilsPlugin(std::streambuf& file, ImageHeader& header)
 {
     struct Jpeg : jpeg_decompress_struct
     {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <platform/part.h>
+#include <platform/plugin.h>
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -22,7 +22,7 @@ std::string fileOf(const char* part)
 {
     const std::string name = std::string("/") + part + ".so";
     const std::string own = ownFolder();
-    for (const char* const folder : {IMAGEUTILS_PART_FOLDERS}) {
+    for (const char* const folder : {IMAGEUTILS_PLUGIN_FOLDERS}) {
         const std::string file = std::string(own).append(folder).append(name);
         if (!own.empty() && access(file.c_str(), F_OK) == 0)
             return file;
@@ -34,7 +34,7 @@ std::string fileOf(const char* part)
 
 // By its own path, not through a run path: sanitizers stand between a caller and `dlopen`, which
 // then looks at the run path of the sanitizer.
-Platform::PartFunction Platform::openPart(const char* part, const char* function)
+Platform::PluginFunction Platform::openPlugin(const char* part, const char* function)
 {
     const std::string file = fileOf(part);
     if (file.find('/') == std::string::npos)
