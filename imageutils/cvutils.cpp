@@ -24,20 +24,19 @@ namespace {
 constexpr std::size_t channels32FC3 = 3;
 constexpr int depthMask = 7;
 
-/// Calls `convert` for the rows of new matrices, the widest of which has `rowBytes` in a row, after
-/// memory was put behind them, a few at a time, so that what the system has just cleared is still
-/// in the cache.
+/// Prefaults the rows of new matrices, the widest of which has `rowBytes` bytes in a row, and calls
+/// `convert` for each. This happens a few rows at a time, so that the memory that the kernel has
+/// just cleared is still in the cache.
 template<typename Convert>
-void writeFreshRows(const cv::Range& rows, std::size_t rowBytes,
-                    std::initializer_list<const ParallelFirstTouch*> touches,
-                    const Convert& convert)
+void writeNewRows(const cv::Range& rows, std::size_t rowBytes,
+                  std::initializer_list<const RowPrefaulter*> prefaulters, const Convert& convert)
 {
     constexpr std::size_t blockBytes = 1 << 20;
     const int blockRows = int(blockBytes / rowBytes) + 1;
     for (int top = rows.start; top < rows.end; top += blockRows) {
         const cv::Range block(top, std::min(top + blockRows, rows.end));
-        for (const ParallelFirstTouch* const touch : touches)
-            (*touch)(block);
+        for (const RowPrefaulter* const prefault : prefaulters)
+            (*prefault)(block);
         for (int y = block.start; y < block.end; ++y)
             convert(y);
     }
@@ -56,14 +55,15 @@ void ParallelMonochromeConversion::operator()(const cv::Range& rows) const
         Kernels::makeRowMonochrome(m_mat.ptr<ushort>(y), std::size_t(m_mat.cols));
 }
 
-void ParallelFirstTouch::operator()(const cv::Range& rows) const
+void RowPrefaulter::operator()(const cv::Range& rows) const
 {
-    m_pages.back(m_mat.ptr(rows.start), std::size_t(rows.size()) * m_mat.step[0]);
+    if (m_isWorthIt)
+        Platform::prefault(m_mat.ptr(rows.start), std::size_t(rows.size()) * m_mat.step[0]);
 }
 
 void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 {
-    writeFreshRows(rows, m_chroma.step[0], {&m_touchChroma, &m_touchAlpha}, [this](int y) {
+    writeNewRows(rows, m_chroma.step[0], {&m_prefaultChroma, &m_prefaultAlpha}, [this](int y) {
         Kernels::splitRow(m_pixels.ptr<float>(y), std::size_t(m_pixels.cols),
                           m_chroma.ptr<float>(y), m_alpha.ptr<float>(y));
     });
@@ -71,7 +71,7 @@ void ParallelSplit32FC4::operator()(const cv::Range& rows) const
 
 void ParallelMerge32FC4::operator()(const cv::Range& rows) const
 {
-    writeFreshRows(rows, m_pixels.step[0], {&m_touch}, [this](int y) {
+    writeNewRows(rows, m_pixels.step[0], {&m_prefault}, [this](int y) {
         Kernels::mergeRow(m_chroma.ptr<float>(y), m_alpha.ptr<float>(y), std::size_t(m_pixels.cols),
                           m_pixels.ptr<float>(y));
     });
@@ -93,11 +93,13 @@ void ParallelDetailSum::operator()(const cv::Range& bands) const
     }
 }
 
-void CvUtils::backWhole(cv::Mat& mat)
+void CvUtils::prefaultBlock(void* begin, std::size_t bytes)
 {
-    const std::size_t bytes = mat.total() * mat.elemSize();
-    Platform::FreshPages(mat.data, bytes).back(mat.data, bytes);
+    if (Platform::isWorthPrefaulting(begin, bytes))
+        Platform::prefault(begin, bytes);
 }
+
+void CvUtils::prefaultWhole(cv::Mat& mat) { prefaultBlock(mat.data, mat.total() * mat.elemSize()); }
 
 float CvUtils::depthMaxValue(int depth)
 {
@@ -155,7 +157,7 @@ cv::Mat CvUtils::convert(const cv::Mat& mat, int depth)
         return mat;
     const double scale = depthMaxValue(depth) / depthMaxValue(mat.depth());
     cv::Mat result(mat.dims, mat.size.p, type);
-    backWhole(result);
+    prefaultWhole(result);
     mat.convertTo(result, type, scale, 0.0);
     return result;
 }

@@ -6,7 +6,7 @@
 #include <imageutils/cvutils_p.h>
 #include <imageutils/kernels/base64.h>
 #include <imageutils/library_p.h>
-#include <platform/freshpages.h>
+#include <platform/prefault.h>
 
 #include <QtCore/QDebug>
 #include <QtCore/QtEndian>
@@ -32,12 +32,12 @@ constexpr qint32 typeBits = 0xFFF;
 constexpr std::size_t blockBytes = 3 * 1024;
 constexpr std::size_t blockCharacters = 4 * 1024;
 
-/// Makes room for `size` bytes or characters, which are about to be appended.
+/// Reserves memory for `size` bytes or characters that are about to be appended, and prefaults it.
 template<typename Container>
-void reserveFresh(Container& container, std::size_t size)
+void reservePrefaulted(Container& container, std::size_t size)
 {
     container.reserve(size);
-    Platform::FreshPages(container.data(), size).back(container.data(), size);
+    CvUtils::prefaultBlock(container.data(), size);
 }
 
 } // namespace
@@ -50,7 +50,7 @@ std::vector<unsigned char> CvUtils::serializeMat(const cv::Mat& mat)
         return bytes;
     }
     const std::size_t rowBytes = std::size_t(mat.cols) * mat.elemSize();
-    reserveFresh(bytes, dataAt + std::size_t(mat.rows) * rowBytes);
+    reservePrefaulted(bytes, dataAt + std::size_t(mat.rows) * rowBytes);
     bytes.resize(dataAt);
     qToLittleEndian(qint32(mat.type()), &bytes[typeAt]);
     qToLittleEndian(qint32(mat.rows), &bytes[rowsAt]);
@@ -93,7 +93,7 @@ cv::Mat CvUtils::deserializeMat(const std::vector<unsigned char>& bytes)
         return {};
     }
     cv::Mat mat(rows, cols, type);
-    backWhole(mat);
+    prefaultWhole(mat);
     if (elements > 0)
         std::memcpy(mat.data, &bytes[dataAt], elements * elementSize);
     return mat;
@@ -102,7 +102,7 @@ cv::Mat CvUtils::deserializeMat(const std::vector<unsigned char>& bytes)
 std::string CvUtils::base64Encode(const std::vector<unsigned char>& bytes)
 {
     std::string text;
-    reserveFresh(text, (bytes.size() + 2) / 3 * 4);
+    reservePrefaulted(text, (bytes.size() + 2) / 3 * 4);
     std::array<char, blockCharacters> block;
     for (std::size_t done = 0; done < bytes.size(); done += blockBytes) {
         const std::size_t count = std::min(blockBytes, bytes.size() - done);
@@ -115,7 +115,7 @@ std::string CvUtils::base64Encode(const std::vector<unsigned char>& bytes)
 std::vector<unsigned char> CvUtils::base64Decode(const std::string& text)
 {
     std::vector<unsigned char> bytes;
-    reserveFresh(bytes, (text.size() + 3) / 4 * 3);
+    reservePrefaulted(bytes, (text.size() + 3) / 4 * 3);
     std::array<unsigned char, blockBytes> block;
     std::size_t decoded = blockBytes; // fewer when a character ended the decoding
     for (std::size_t done = 0; done < text.size() && decoded == blockBytes;

@@ -3,7 +3,7 @@
 
 #include <imageutils/kernels/monochrome.h>
 #include <imageutils/kernels/planes.h>
-#include <platform/freshpages.h>
+#include <platform/prefault.h>
 
 #include <opencv2/core.hpp>
 
@@ -24,8 +24,11 @@ void deleteMat(void* info);
 /// any rectangle for others.
 std::optional<cv::Rect> enclosingRect(const cv::RotatedRect& rect);
 
-/// Has memory put behind all of a new matrix, for a function of OpenCV that is about to fill it.
-void backWhole(cv::Mat& mat);
+/// Prefaults all of a new matrix that a function of OpenCV is about to fill.
+void prefaultWhole(cv::Mat& mat);
+
+/// The same for a new block of memory.
+void prefaultBlock(void* begin, std::size_t bytes);
 
 } // namespace CvUtils
 
@@ -64,18 +67,19 @@ private:
     cv::Mat& m_mat;
 };
 
-/// Has memory put behind the given rows of a new matrix, which are about to be written.
-class ParallelFirstTouch : public cv::ParallelLoopBody
+/// Prefaults rows of a new matrix shortly before they are written.
+class RowPrefaulter
 {
 public:
-    explicit ParallelFirstTouch(cv::Mat& mat)
-        : m_mat(mat), m_pages(mat.data, mat.total() * mat.elemSize())
+    explicit RowPrefaulter(cv::Mat& mat)
+        : m_mat(mat),
+          m_isWorthIt(Platform::isWorthPrefaulting(mat.data, mat.total() * mat.elemSize()))
     {}
-    void operator()(const cv::Range& rows) const override;
+    void operator()(const cv::Range& rows) const;
 
 private:
     cv::Mat& m_mat;
-    mutable Platform::FreshPages m_pages;
+    bool m_isWorthIt;
 };
 
 /// Parts the given rows of a `CV_32FC4` matrix into chroma and alpha.
@@ -83,8 +87,8 @@ class ParallelSplit32FC4 : public cv::ParallelLoopBody
 {
 public:
     ParallelSplit32FC4(const cv::Mat& pixels, cv::Mat& chroma, cv::Mat& alpha)
-        : m_pixels(pixels), m_chroma(chroma), m_alpha(alpha), m_touchChroma(chroma),
-          m_touchAlpha(alpha)
+        : m_pixels(pixels), m_chroma(chroma), m_alpha(alpha), m_prefaultChroma(chroma),
+          m_prefaultAlpha(alpha)
     {}
     void operator()(const cv::Range& rows) const override;
 
@@ -92,7 +96,7 @@ private:
     const cv::Mat& m_pixels;
     cv::Mat& m_chroma;
     cv::Mat& m_alpha;
-    ParallelFirstTouch m_touchChroma, m_touchAlpha;
+    RowPrefaulter m_prefaultChroma, m_prefaultAlpha;
 };
 
 /// Joins the given rows of chroma and alpha to a `CV_32FC4` matrix.
@@ -100,7 +104,7 @@ class ParallelMerge32FC4 : public cv::ParallelLoopBody
 {
 public:
     ParallelMerge32FC4(const cv::Mat& chroma, const cv::Mat& alpha, cv::Mat& pixels)
-        : m_chroma(chroma), m_alpha(alpha), m_pixels(pixels), m_touch(pixels)
+        : m_chroma(chroma), m_alpha(alpha), m_pixels(pixels), m_prefault(pixels)
     {}
     void operator()(const cv::Range& rows) const override;
 
@@ -108,7 +112,7 @@ private:
     const cv::Mat& m_chroma;
     const cv::Mat& m_alpha;
     cv::Mat& m_pixels;
-    ParallelFirstTouch m_touch;
+    RowPrefaulter m_prefault;
 };
 
 /// Sums the absolute Laplacian of Y, U and V over bands of rows that stay in the cache; each band

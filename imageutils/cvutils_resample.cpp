@@ -154,7 +154,7 @@ void ParallelInterpRow32FC3::operator()(const cv::Range& rows) const
             to[std::size_t(i)] = m_destination.ptr<float>((y + i) % m_destination.rows);
         }
         Kernels::interpolateRows(from.data(), count, m_source.cols, filter, to.data(),
-                                          buffer.data());
+                                 buffer.data());
     }
 }
 
@@ -173,10 +173,9 @@ void ParallelInterpCols32FC3::operator()(const cv::Range& columns) const
     const Kernels::Filter filter = {
         centres.data(), m_weights.data() + std::size_t(m_resultRows.start) * std::size_t(taps),
         taps, m_resultRows.size()};
-    Kernels::interpolateColumns(
-        column.data(), std::size_t(columns.size()) * channels32FC3, filter,
-        m_destination.ptr<float>(m_resultRows.start, columns.start),
-        m_destination.step[0] / sizeof(float));
+    Kernels::interpolateColumns(column.data(), std::size_t(columns.size()) * channels32FC3, filter,
+                                m_destination.ptr<float>(m_resultRows.start, columns.start),
+                                m_destination.step[0] / sizeof(float));
 }
 
 void ParallelResampleBands::operator()(const cv::Range& bands) const
@@ -196,7 +195,7 @@ void ParallelResampleBands::operator()(const cv::Range& bands) const
                           ParallelInterpRow32FC3(m_source, held, m_across.scale, m_across.radius,
                                                  m_across.weights),
                           -1);
-        m_touch(resultRows);
+        m_prefault(resultRows);
         cv::parallel_for_(cv::Range(0, m_result.cols),
                           ParallelInterpCols32FC3(held, m_result, m_down.scale, m_down.radius,
                                                   m_down.weights, resultRows, m_source.rows),

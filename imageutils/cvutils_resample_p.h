@@ -85,7 +85,7 @@ class ParallelResampleBands : public cv::ParallelLoopBody
 public:
     ParallelResampleBands(const cv::Mat& source, cv::Mat& result, const ResamplePass& across,
                           const ResamplePass& down, const std::vector<ResampleBand>& bands)
-        : m_source(source), m_result(result), m_touch(result), m_across(across), m_down(down),
+        : m_source(source), m_result(result), m_prefault(result), m_across(across), m_down(down),
           m_bands(bands)
     {}
     void operator()(const cv::Range& bands) const override;
@@ -93,7 +93,7 @@ public:
 private:
     const cv::Mat& m_source;
     cv::Mat& m_result;
-    ParallelFirstTouch m_touch;
+    RowPrefaulter m_prefault;
     const ResamplePass& m_across;
     const ResamplePass& m_down;
     const std::vector<ResampleBand>& m_bands;

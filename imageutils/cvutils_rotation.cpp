@@ -123,7 +123,7 @@ cv::Mat CvUtils::applyRotation(const cv::Mat& mat, const cv::RotatedRect& rect)
     const float bottom = size.height - 1;
     const Corners destination = {cv::Point2f(0, bottom), {0, 0}, {right, 0}, {right, bottom}};
     cv::Mat output(cvRound(size.height), cvRound(size.width), mat.type());
-    backWhole(output);
+    prefaultWhole(output);
     const cv::Mat transform = cv::getPerspectiveTransform(source.data(), destination.data());
     cv::warpPerspective(mat, output, transform, output.size(), cv::INTER_LINEAR,
                         cv::BORDER_CONSTANT, 0);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Memory that is asked for in one go holds what it held, wherever the askings begin and end.
-#include <platform/freshpages.h>
+// Prefaulted memory keeps its contents, wherever the prefaulted ranges begin and end.
+#include <platform/prefault.h>
 
 #include <QtTest/QtTest>
 
@@ -9,7 +9,7 @@
 #include <memory>
 #include <thread>
 
-class FreshPagesTest : public QObject
+class PrefaultTest : public QObject
 {
     Q_OBJECT
 
@@ -38,12 +38,13 @@ private Q_SLOTS:
             uchar* const block = memory.get() + offset;
             const auto valueAt = [](size_t i) { return uchar(i / 4093 % 251 + 1); };
             block[bytes] = 255;
-            Platform::FreshPages pages(block, bytes);
+            const bool isWorthIt = Platform::isWorthPrefaulting(block, bytes);
             const auto write =
                 [&](size_t first) { // every second step; the ends of pages are shared
                     for (size_t at = first * step; at < bytes; at += 2 * step) {
                         const size_t end = std::min(at + step, bytes);
-                        pages.back(block + at, end - at);
+                        if (isWorthIt)
+                            Platform::prefault(block + at, end - at);
                         for (size_t i = at; i < end; ++i)
                             block[i] = valueAt(i);
                     }
@@ -51,7 +52,7 @@ private Q_SLOTS:
             std::thread other(write, 1);
             write(0);
             other.join();
-            pages.back(block, bytes);
+            Platform::prefault(block, bytes);
             size_t differing = block[bytes] == 255 ? 0 : 1;
             for (size_t i = 0; i < bytes; ++i)
                 differing += block[i] != valueAt(i);
@@ -60,5 +61,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(FreshPagesTest)
-#include "tst_freshpages.moc"
+QTEST_APPLESS_MAIN(PrefaultTest)
+#include "tst_prefault.moc"

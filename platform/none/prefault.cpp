@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <platform/prefault.h>
+
+namespace Platform {
+
+bool isWorthPrefaulting(void* /*begin*/, std::size_t /*bytes*/) { return false; }
+
+void prefault(void* /*begin*/, std::size_t /*bytes*/) {}
+
+} // namespace Platform
