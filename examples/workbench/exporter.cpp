@@ -59,11 +59,13 @@ bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool 
 {
     const auto input = OIIO::ImageInput::open(path);
     OIIO::geterror(true); // else the next one to ask gets the answer
-    if (!input || input->spec().width != header.width || input->spec().height != header.height)
+    if (!input)
+        return false;
+    const OIIO::ImageSpec& spec = input->spec();
+    if (spec.width != header.width || spec.height != header.height || spec.depth > 1)
         return false;
     if (!withRows)
         return true;
-    const OIIO::ImageSpec& spec = input->spec();
     std::vector<unsigned char> pixels(spec.image_pixels() * std::size_t(spec.nchannels));
     return input->read_image(0, 0, 0, spec.nchannels, OIIO::TypeUInt8, pixels.data()) &&
            input->geterror().empty();

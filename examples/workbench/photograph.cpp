@@ -149,6 +149,28 @@ void ParallelSplit::place(const cv::Mat& band, const cv::Range& rows, cv::Mat& w
         turnedUpright(band, m_orientation).copyTo(part);
 }
 
+/// Why the picture that `spec` describes is not decoded. `ImageInput::read_image` writes all slices
+/// of a volume, for which the caller's pixels have no space, and readers allocate what a header
+/// claims: all channels, however many they are, and whole tiles, however large they are.
+std::optional<Failure> refuseHeader(const OIIO::ImageSpec& spec, qint64 maxPixels)
+{
+    if (spec.width < 1 || spec.height < 1 || spec.nchannels < 1 || spec.deep)
+        return Failure{QStringLiteral("holds no picture")};
+    if (spec.depth > 1)
+        return Failure{
+            QStringLiteral("is a volume of %1 slices and no photograph").arg(spec.depth)};
+    if (auto refusal = refuseSize(spec.width, spec.height, maxPixels))
+        return refusal;
+    const auto maxBytes = quint64(maxPixels) * channelsPerPixel * sizeof(float);
+    if (spec.image_bytes(true) > maxBytes || spec.tile_bytes(true) > maxBytes)
+        return Failure{QStringLiteral("claims %1 channels and tiles of %2 x %3, which take more "
+                                      "memory than --max-megapixels allows")
+                           .arg(spec.nchannels)
+                           .arg(spec.tile_width)
+                           .arg(spec.tile_height)};
+    return {};
+}
+
 } // namespace
 
 QSize uprightSize(const Photograph& photograph)
@@ -190,12 +212,9 @@ Result<Photograph> readPhotograph(const QString& path, qint64 maxPixels)
     const auto input = OIIO::ImageInput::open(path.toStdString(), &wishes);
     if (!input)
         return Failure{oneLine(OIIO::geterror(true))};
-    const OIIO::ImageSpec& spec = input->spec();
-    if (spec.width < 1 || spec.height < 1 || spec.nchannels < 1 || spec.deep)
-        return Failure{QStringLiteral("holds no picture")};
     if (std::string_view(input->format_name()) == "ico") // its reader writes beyond its memory
         return Failure{QStringLiteral("is an icon and no photograph")};
-    if (const auto refusal = refuseSize(spec.width, spec.height, maxPixels))
+    if (const auto refusal = refuseHeader(input->spec(), maxPixels))
         return *refusal;
     return decode(*input);
 }

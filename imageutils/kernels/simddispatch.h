@@ -4,9 +4,9 @@
 // Included first by every `*_simd.cpp`. Highway compiles such a file once for each instruction set:
 // `hwy/foreach_target.h` includes it again for each of them.
 //
-// Highway's own dispatcher is not used. It lives in libhwy, whose load-time constructor measures the
-// CPU's clock for 2.7 ms, as long as all of OpenCV's core takes to load. Only Highway's headers are
-// needed here, and the table below replaces the dispatcher.
+// Highway's own dispatcher is not used. It lives in libhwy, whose load-time constructor measures
+// the CPU's clock for 2.7 ms, as long as all of OpenCV's core takes to load. Only Highway's headers
+// are needed here, and the table below replaces the dispatcher.
 
 #include <array>
 #include <cstddef>

@@ -60,6 +60,22 @@ A name that is no text, in a folder and named by the user, where Qt's own lists 
   names/b\xef\xbf\xbd.png: name is not valid UTF-8 (esc)
   [1]
 
+Volumes, whose slices would be written behind the pixels, and a header that claims too many channels:
+
+  $ /usr/bin/python3 -c 'import struct
+  > fits = "".join(("%-8s= %20s" % card).ljust(80) for card in (("SIMPLE", "T"), ("BITPIX", 8), ("NAXIS", 3),
+  >   ("NAXIS1", 64), ("NAXIS2", 64), ("NAXIS3", 4096))) + "END"
+  > open("cube.fits", "wb").write(fits.ljust(2880).encode() + bytes(64 * 64 * 4096))
+  > dds = struct.pack("<7I44x", 124, 0x80100f, 64, 64, 256, 4096, 0) + struct.pack("<8I", 32, 0x41, 0, 32,
+  >   0xff0000, 0xff00, 0xff, 0xff000000) + struct.pack("<5I", 0x1008, 0x200000, 0, 0, 0)
+  > open("volume.dds", "wb").write(b"DDS " + dds + bytes(64 * 64 * 4096 * 4))'
+  $ oiiotool --create 512x512 65 -d uint8 -o many.tif
+  $ imageutils-workbench --headless cube.fits volume.dds many.tif -o volumes --max-megapixels 1 > table
+  cube.fits: is a volume of 4096 slices and no photograph
+  volume.dds: is a volume of 4096 slices and no photograph
+  many.tif: claims 65 channels* (glob)
+  [1]
+
 Formats that cannot be written, or not from this source, and icons, which OpenImageIO 2.4 crashes on:
 
   $ cp good.png good.psd
