@@ -79,11 +79,11 @@ void ParallelMerge32FC4::operator()(const cv::Range& rows) const
 
 void ParallelDetailSum::operator()(const cv::Range& bands) const
 {
-    cv::Mat yuv, detail, magnitude; // used again for each band
+    cv::Mat yuv, detail, magnitude; // outside the loop, so that each band reuses their memory
     for (int band = bands.start; band < bands.end; ++band) {
         const cv::Range rows(band * m_bandRows, std::min((band + 1) * m_bandRows, m_mat.rows));
-        // One more row on either side, which the Laplacian of a part of a matrix reads as its
-        // border; where the picture ends it reflects instead.
+        // The Laplacian of a sub-matrix reads the rows of its parent beside it, so one more row on
+        // either side is converted; at the edges of the image it reflects instead.
         const cv::Range around(std::max(rows.start - 1, 0), std::min(rows.end + 1, m_mat.rows));
         cv::cvtColor(m_mat.rowRange(around), yuv, cv::COLOR_RGB2YUV);
         const cv::Mat inner = yuv.rowRange(rows.start - around.start, rows.end - around.start);
@@ -135,7 +135,7 @@ QImage CvUtils::matToQImage(const cv::Mat& mat, QImage::Format format)
         qWarning() << "matToQImage: invalid image format:" << int(format);
         return {};
     }
-    // Asked of a real pixel: QPixelFormat says 18 bits for RGB666, which takes 24.
+    // QPixelFormat::bitsPerPixel() says 18 for RGB666, which takes 24; a real image tells.
     const int pixelBits = QImage(1, 1, format).depth();
     if (std::size_t(pixelBits) > 8 * mat.elemSize()) {
         qWarning() << "matToQImage: format takes more bits than an element of the matrix has:"
@@ -146,7 +146,8 @@ QImage CvUtils::matToQImage(const cv::Mat& mat, QImage::Format format)
     const QImage image(header->data, header->cols, header->rows, qsizetype(header->step[0]), format,
                        deleteMat, header.get());
     if (!image.isNull())
-        static_cast<void>(header.release()); // the image's now; a null one never calls deleteMat
+        static_cast<void>(
+            header.release()); // the image owns it; a null image never calls deleteMat
     return image;
 }
 
@@ -169,19 +170,19 @@ unsigned long long CvUtils::memoryUsage(const cv::Mat& mat)
 
 void CvUtils::splitChromaAlpha(const cv::Mat& mat, cv::Mat& chroma, cv::Mat& alpha)
 {
-    const cv::Mat input = mat; // an output may be the variable that holds the input
+    const cv::Mat input = mat; // keeps the pixels alive: an output may be the same variable
     const int channels = input.channels();
     cv::Mat newAlpha(input.dims, input.size.p, input.depth());
     cv::Mat newChroma;
     if (channels > 1)
         newChroma.create(input.dims, input.size.p, CV_MAKETYPE(input.depth(), channels - 1));
-    if (input.type() == CV_32FC4 &&
-        input.dims == 2) { // the road of every decoded photograph: one pass
+    if (input.type() == CV_32FC4 && input.dims == 2 && !input.empty()) {
+        // Decoded photographs are of this type, so they are split in one pass.
         cv::parallel_for_(cv::Range(0, input.rows), ParallelSplit32FC4(input, newChroma, newAlpha),
                           -1);
     } else if (channels != 4 && channels != 2) {
         qCritical() << "Unsupported amount of channels in splitChromaAlpha:" << channels;
-    } else if (!input.empty()) { // else there are no planes
+    } else if (!input.empty()) { // cv::split gives no planes for an empty matrix
         std::vector<cv::Mat> planes;
         cv::split(input, planes);
         newAlpha = planes.back();
@@ -205,7 +206,7 @@ cv::Mat CvUtils::mergeChromaAlpha(const cv::Mat& chroma, const cv::Mat& alpha)
     std::vector<cv::Mat> planes;
     if (chroma.channels() == 3) {
         cv::split(chroma, planes);
-        planes.resize(3); // there are none of a matrix without pixels, which does not fit the alpha
+        planes.resize(3); // cv::split gives no planes for an empty matrix; cv::merge throws then
     } else if (chroma.channels() == 1) {
         planes = {chroma};
     } else {
@@ -228,7 +229,8 @@ bool CvUtils::qimageToMat(QImage& image, cv::Mat& chroma, cv::Mat& alpha)
         qCritical() << "qimageToMat: pixels must be four 32-bit floats, got bits:" << image.depth();
         return false;
     }
-    // Asked first: an image that detaches may get another row stride, or find no memory.
+    // Called before bytesPerLine(): an image that detaches may get another row stride, or no
+    // memory.
     uchar* const bits = image.bits();
     if (!bits) {
         qCritical() << "qimageToMat: no memory for pixels of its own, got image:" << image;
@@ -252,7 +254,7 @@ QImage CvUtils::matToQImage(const cv::Mat& chroma, cv::Mat& alpha)
     const qint64 start = ElapsedTime::monotonicNanoseconds();
     if (alpha.empty()) {
         qInfo() << "No alpha mat needed, using generic RGB -> RGBA conversion";
-        // Adds an opaque channel; the order of the others stays.
+        // Adds an opaque channel; the order of the other channels stays.
         cv::cvtColor(chroma, result, cv::COLOR_BGR2BGRA);
     } else {
         if (alpha.size() != chroma.size()) {
@@ -306,7 +308,7 @@ void CvUtils::toMonochrome(cv::Mat& mat)
 
 bool CvUtils::isLumaNoise(const cv::Mat& mat)
 {
-    // In bands of about 256 KiB; what has no rows is handed over whole, for OpenCV's exception.
+    // Bands of about 256 KiB. A matrix without rows is passed on whole, so that OpenCV throws.
     constexpr std::size_t bandBytes = 256 << 10;
     const bool inBands = mat.dims == 2 && !mat.empty();
     const int bandRows = inBands
@@ -329,7 +331,7 @@ void CvUtils::imwrite(const QString& path, const cv::Mat& mat, int colorConversi
         qCritical() << "Attempting to write an image format that is not supported:" << suffix;
         return;
     }
-    if (path.contains(QChar(u'\0'))) { // the system would take the name before it
+    if (path.contains(QChar(u'\0'))) { // system calls would see only the name before it
         qCritical() << "imwrite: path holds a null character:" << path;
         return;
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The forms in which matrices travel: bytes, text and lists.
+// Matrices as bytes, base64 text and lists.
 #include <imageutils/cvutils.h>
 
 #include <imageutils/cvutils_p.h>
@@ -18,17 +18,17 @@
 
 namespace {
 
-// Elements are copied as they lie in memory.
+// Elements are copied without swapping bytes.
 static_assert(std::endian::native == std::endian::little);
 
-/// Offsets of the header's fields and of what follows it.
+/// Offsets of the header's fields and of the elements after it.
 enum : std::size_t { typeAt = 0, rowsAt = 4, colsAt = 8, channelsAt = 12, dataAt = 16 };
 
 /// The bits of an element type: 3 of depth, 9 of channels.
 constexpr qint32 typeBits = 0xFFF;
 
-// Base64 goes through a block that stays in the processor's first cache and is appended from there:
-// a result sized beforehand would be filled with zeros first.
+// Base64 is written into a block that fits into the L1 cache, and appended from there: a result
+// that is resized beforehand would be filled with zeros first.
 constexpr std::size_t blockBytes = 3 * 1024;
 constexpr std::size_t blockCharacters = 4 * 1024;
 
@@ -84,7 +84,7 @@ cv::Mat CvUtils::deserializeMat(const std::vector<unsigned char>& bytes)
         qWarning() << "deserializeMat: negative size:" << rows << "x" << cols;
         return {};
     }
-    // Divided, not multiplied: rows x cols x element size may exceed 64 bits.
+    // A division, because rows x cols x element size may exceed 64 bits.
     const std::size_t elements = std::size_t(rows) * std::size_t(cols);
     const std::size_t elementSize = CV_ELEM_SIZE(type);
     if (elements > (bytes.size() - dataAt) / elementSize) {
@@ -117,7 +117,7 @@ std::vector<unsigned char> CvUtils::base64Decode(const std::string& text)
     std::vector<unsigned char> bytes;
     reservePrefaulted(bytes, (text.size() + 3) / 4 * 3);
     std::array<unsigned char, blockBytes> block;
-    std::size_t decoded = blockBytes; // fewer when a character ended the decoding
+    std::size_t decoded = blockBytes; // fewer if a character ended the decoding
     for (std::size_t done = 0; done < text.size() && decoded == blockBytes;
          done += blockCharacters) {
         const std::size_t count = std::min(blockCharacters, text.size() - done);
@@ -134,7 +134,7 @@ QList<QVariant> CvUtils::matToList(const cv::Mat& mat)
         qWarning() << "[CVUtils] Attempted mat conversion to QVariantList on non-vector Mat";
         return list;
     }
-    list.reserve(std::max(mat.rows, 0)); // -1 for more than two dimensions, of which none is listed
+    list.reserve(std::max(mat.rows, 0)); // rows is -1 for more than two dimensions
     for (int y = 0; y < mat.rows; ++y) {
         QVariantList row;
         row.reserve(mat.cols);

@@ -20,8 +20,8 @@ float depthMaxValue(int depth);
 /// Deletes the `cv::Mat` that `info` points to; the cleanup function of a wrapped `QImage`.
 void deleteMat(void* info);
 
-/// `rect.boundingRect()` where the corners are finite and the result is within `int`; OpenCV gives
-/// any rectangle for others.
+/// `rect.boundingRect()` if the corners are finite and the result fits into `int`. OpenCV returns
+/// an arbitrary rectangle for all others.
 std::optional<cv::Rect> enclosingRect(const cv::RotatedRect& rect);
 
 /// Prefaults all of a new matrix that a function of OpenCV is about to fill.
@@ -33,7 +33,7 @@ void prefaultBlock(void* begin, std::size_t bytes);
 } // namespace CvUtils
 
 /// Clears its flag when a pixel of the given rows has channels that differ. The flag is read once
-/// per row: rows that a worker meets with the flag down are stepped over.
+/// per row, and rows are skipped once it is cleared.
 template<typename T>
 class ParallelMonochromeCheck : public cv::ParallelLoopBody
 {
@@ -82,7 +82,7 @@ private:
     bool m_isWorthIt;
 };
 
-/// Parts the given rows of a `CV_32FC4` matrix into chroma and alpha.
+/// Splits the given rows of a `CV_32FC4` matrix into chroma and alpha.
 class ParallelSplit32FC4 : public cv::ParallelLoopBody
 {
 public:
@@ -99,7 +99,7 @@ private:
     RowPrefaulter m_prefaultChroma, m_prefaultAlpha;
 };
 
-/// Joins the given rows of chroma and alpha to a `CV_32FC4` matrix.
+/// Merges the given rows of chroma and alpha into a `CV_32FC4` matrix.
 class ParallelMerge32FC4 : public cv::ParallelLoopBody
 {
 public:
@@ -115,8 +115,8 @@ private:
     RowPrefaulter m_prefault;
 };
 
-/// Sums the absolute Laplacian of Y, U and V over bands of rows that stay in the cache; each band
-/// has a sum of its own, so that the order of the additions does not depend on the threads.
+/// Sums the absolute Laplacian of Y, U and V over bands of rows that fit into the cache. Each band
+/// has its own sum, so that the order of the additions does not depend on the threads.
 class ParallelDetailSum : public cv::ParallelLoopBody
 {
 public:

@@ -11,6 +11,7 @@
 #include <array>
 #include <climits>
 #include <cmath>
+#include <optional>
 
 namespace {
 
@@ -65,9 +66,9 @@ ResamplePass passOf(int length, double scale, float filterB, float filterC)
     return pass;
 }
 
-/// Cuts the rows of `result` into bands whose share of it and of the intermediate picture stays in
-/// the cache, one for each thread at least. Each but the last brings a multiple of the rows that
-/// are resampled together.
+/// Cuts the rows of `result` into bands that fit into the cache together with their rows of the
+/// intermediate image, and makes at least one band for each thread. Each band but the last adds a
+/// multiple of the number of source rows that are resampled together.
 std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, const ResamplePass& down)
 {
     constexpr double bandBytes = 3 << 20;
@@ -79,7 +80,7 @@ std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, const R
     const double rowBytes = double(result.step[0]) * (1 + double(down.scale));
     const int wanted =
         std::min(int(bandBytes / rowBytes), allRows / std::max(cv::getNumThreads(), 1));
-    // As many as one row of the result needs, so that each band has one.
+    // Enough source rows for one row of the result, so that no band is empty.
     const int newRows = roundUp(std::max(wanted, 2 * down.radius + 1), Kernels::rowsAtOnce);
     std::vector<ResampleBand> bands;
     for (int top = 0, known = 0; top < result.rows;) {
@@ -92,21 +93,22 @@ std::vector<ResampleBand> bandsOf(const cv::Mat& result, int sourceRows, const R
     return bands;
 }
 
-/// The bytes from one row of the intermediate picture to the next: whole cache lines, and no
-/// multiple of 4096, by which the rows under one sum would drive each other out of the first cache;
-/// `room` leaves a block of columns between them.
-std::size_t heldStride(std::size_t rowBytes)
+/// The bytes from one row of the intermediate image to the next: whole cache lines, but no multiple
+/// of 4096. Rows that far apart share a cache set, and the rows of one sum would evict each other
+/// from the L1 cache; `offset` keeps one block of columns of each row apart.
+std::size_t ringStride(std::size_t rowBytes)
 {
-    constexpr std::size_t line = 64, period = 4096, room = 7 * line;
-    return rowBytes < period ? roundUp(rowBytes, line) : roundUp(rowBytes - room, period) + room;
+    constexpr std::size_t line = 64, period = 4096, offset = 7 * line;
+    return rowBytes < period ? roundUp(rowBytes, line)
+                             : roundUp(rowBytes - offset, period) + offset;
 }
 
-/// `resize` for `function`, whose name begins every line.
-cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double scaleY,
-                 int maxHeight, int maxWidth, float filterB, float filterC)
+/// The size of the result. Without a value, and with a warning that begins with `function`, if the
+/// arguments are refused.
+std::optional<cv::Size> resampledSize(const char* function, const cv::Mat& mat, double scaleX,
+                                      double scaleY, int maxHeight, int maxWidth, float filterB,
+                                      float filterC)
 {
-    if (scaleY < 0.000001)
-        scaleY = scaleX;
     if (!isResizable(function, mat) || !isResizeFactor(function, scaleX) ||
         !isResizeFactor(function, scaleY))
         return {};
@@ -123,12 +125,25 @@ cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double
         return {};
     }
 
-    const ResamplePass across = passOf(int(width), scaleX, filterB, filterC);
-    const ResamplePass down = passOf(int(height), scaleY, filterB, filterC);
-    cv::Mat result(int(height), int(width), CV_32FC3);
+    return cv::Size(int(width), int(height));
+}
+
+/// `resize` for the public function `function`, whose name begins every warning.
+cv::Mat resample(const char* function, const cv::Mat& mat, double scaleX, double scaleY,
+                 int maxHeight, int maxWidth, float filterB, float filterC)
+{
+    if (scaleY < 0.000001)
+        scaleY = scaleX;
+    const std::optional<cv::Size> size =
+        resampledSize(function, mat, scaleX, scaleY, maxHeight, maxWidth, filterB, filterC);
+    if (!size)
+        return {};
+    const ResamplePass across = passOf(size->width, scaleX, filterB, filterC);
+    const ResamplePass down = passOf(size->height, scaleY, filterB, filterC);
+    cv::Mat result(*size, CV_32FC3);
     const std::vector<ResampleBand> bands = bandsOf(result, mat.rows, down);
     const ParallelResampleBands body(mat, result, across, down, bands);
-    // Loops inside a loop are not shared out, so a single band is none.
+    // OpenCV runs nested loops on one thread, so a single band must not be a loop of its own.
     if (bands.size() == 1)
         body(cv::Range(0, 1));
     else
@@ -180,24 +195,24 @@ void ParallelInterpCols32FC3::operator()(const cv::Range& columns) const
 
 void ParallelResampleBands::operator()(const cv::Range& bands) const
 {
-    int heldRows = 0;
+    int ringRows = 0;
     for (int i = bands.start; i < bands.end; ++i)
-        heldRows = std::max(heldRows, m_bands[std::size_t(i)].sourceRows.size());
-    const std::size_t stride = heldStride(m_result.step[0]);
-    const cv::Mat memory(heldRows, int(stride / sizeof(float)), CV_32FC1);
-    cv::Mat held(heldRows, m_result.cols, CV_32FC3, memory.data, stride);
-    int known = 0; // the source rows before this one were resampled for the band before
+        ringRows = std::max(ringRows, m_bands[std::size_t(i)].sourceRows.size());
+    const std::size_t stride = ringStride(m_result.step[0]);
+    const cv::Mat memory(ringRows, int(stride / sizeof(float)), CV_32FC1);
+    cv::Mat ring(ringRows, m_result.cols, CV_32FC3, memory.data, stride);
+    int resampled = 0; // source rows before this one were resampled for an earlier band
     for (int i = bands.start; i < bands.end; ++i) {
         const auto [resultRows, sourceRows] = m_bands[std::size_t(i)];
-        const cv::Range newRows(std::max(known, sourceRows.start), sourceRows.end);
-        known = sourceRows.end;
+        const cv::Range newRows(std::max(resampled, sourceRows.start), sourceRows.end);
+        resampled = sourceRows.end;
         cv::parallel_for_(newRows,
-                          ParallelInterpRow32FC3(m_source, held, m_across.scale, m_across.radius,
+                          ParallelInterpRow32FC3(m_source, ring, m_across.scale, m_across.radius,
                                                  m_across.weights),
                           -1);
         m_prefault(resultRows);
         cv::parallel_for_(cv::Range(0, m_result.cols),
-                          ParallelInterpCols32FC3(held, m_result, m_down.scale, m_down.radius,
+                          ParallelInterpCols32FC3(ring, m_result, m_down.scale, m_down.radius,
                                                   m_down.weights, resultRows, m_source.rows),
                           -1);
     }

@@ -9,8 +9,8 @@
 #include <vector>
 
 /// The horizontal resampling pass over the given rows of a `CV_32FC3` matrix, several rows at a
-/// time. The destination may have fewer rows than the source and is then used again from its top:
-/// source row y goes to row y modulo their number.
+/// time. A destination with fewer rows than the source is a ring buffer: source row y goes to row
+/// y modulo the number of its rows.
 class ParallelInterpRow32FC3 : public cv::ParallelLoopBody
 {
 public:
@@ -29,21 +29,21 @@ private:
     const std::vector<float>& m_weights;
 };
 
-/// The vertical resampling pass over the given columns of a `CV_32FC3` matrix. It takes several
-/// columns at a time, so that memory is walked along its rows; one column alone gives the same
+/// The vertical resampling pass over the given columns of a `CV_32FC3` matrix. It processes several
+/// columns at a time, because memory is read fastest along rows; one column alone gives the same
 /// bits.
 class ParallelInterpCols32FC3 : public cv::ParallelLoopBody
 {
 public:
-    /// The source stands for `sourceRows` rows, of which it holds those that `resultRows` of the
-    /// destination need: row y at y modulo its own number of rows.
+    /// The source is a ring buffer over an image of `sourceRows` rows. It holds those that
+    /// `resultRows` of the destination need: row y lies at y modulo the number of its own rows.
     ParallelInterpCols32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
                             const std::vector<float>& weights, const cv::Range& resultRows,
                             int sourceRows)
         : m_source(source), m_destination(destination), m_scale(scale), m_radius(radius),
           m_weights(weights), m_resultRows(resultRows), m_sourceRows(sourceRows)
     {}
-    /// The whole picture in one piece.
+    /// The whole image at once, without a ring buffer.
     ParallelInterpCols32FC3(const cv::Mat& source, cv::Mat& destination, float scale, int radius,
                             const std::vector<float>& weights)
         : ParallelInterpCols32FC3(source, destination, scale, radius, weights,
@@ -61,15 +61,14 @@ private:
     int m_sourceRows;
 };
 
-/// A part of a picture that is resampled in one go: rows of the result, and the source rows that
-/// they are made of.
+/// Rows of the result that are computed together, and the source rows that they are made of.
 struct ResampleBand
 {
     cv::Range resultRows;
     cv::Range sourceRows;
 };
 
-/// One pass of a resampling: the factor, the radius that the filter has for it, and its weights.
+/// One pass, horizontal or vertical: the scale, the filter radius at this scale, and the weights.
 struct ResamplePass
 {
     float scale = 1;
@@ -77,9 +76,9 @@ struct ResamplePass
     std::vector<float> weights;
 };
 
-/// Resamples the given bands one after the other: the rows of a band across, then its columns down.
-/// Of the intermediate picture it has only the rows that a band needs, in places that are used
-/// again, since memory that is not asked for is not paid for.
+/// Resamples the given bands one after the other, each first horizontally, then vertically. The
+/// intermediate image is a ring buffer that holds only the rows that a band needs. It stays in the
+/// cache, and no memory for a whole intermediate image must be allocated and cleared.
 class ParallelResampleBands : public cv::ParallelLoopBody
 {
 public:

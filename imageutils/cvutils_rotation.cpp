@@ -27,17 +27,17 @@ Corners cornersOf(const cv::RotatedRect& rect)
     return corners;
 }
 
-/// Whether `side` can be warped to: from corner to corner it is `side` - 1 long, so 1 and less
-/// leaves no transform that could be inverted.
+/// Whether an output side of `side` pixels can be warped to. Its corners are `side` - 1 apart, so
+/// at 1 and below the transform is singular.
 bool isWarpSide(float side) { return side > 1 && double(side) <= INT_MAX; }
 
-/// Whether no three of the four points lie on one line: only then a perspective transform maps them
-/// to the corners of an upright rectangle.
+/// Whether no three of the four points lie on one line. Only then a perspective transform can map
+/// them to the corners of an upright rectangle.
 bool spanQuadrangle(const Corners& points)
 {
     for (std::size_t skipped = 0; skipped < 4; ++skipped) {
-        // Whole numbers below 2^31 in double: differences are exact, and so is the comparison
-        // unless both products are near 2^62.
+        // The coordinates are whole numbers below 2^31, so their differences are exact in double;
+        // the comparison is exact unless both products are near 2^62.
         const cv::Point2d a = points[(skipped + 1) % 4];
         const cv::Point2d b = points[(skipped + 2) % 4];
         const cv::Point2d c = points[(skipped + 3) % 4];
@@ -47,8 +47,8 @@ bool spanQuadrangle(const Corners& points)
     return true;
 }
 
-/// The corners of `rect` in whole pixels of the region `bounds`, moved to the edges of its matrix
-/// of `size` where they lie outside.
+/// The corners of `rect` relative to the origin of `bounds`, in whole pixels. Corners outside the
+/// matrix, whose size is `size`, are moved to its edges.
 Corners cornersInRegion(const cv::RotatedRect& rect, const cv::Rect& bounds, const cv::Size& size)
 {
     const auto place = [](float coordinate, int origin, int length) {
@@ -84,8 +84,7 @@ std::optional<cv::Rect> CvUtils::enclosingRect(const cv::RotatedRect& rect)
 cv::RotatedRect CvUtils::getRotatedRect(const QRect& rect, double angle)
 {
     const QPoint center = rect.center();
-    // The sides by hand in 64 bits: QRect::width() overflows where the rectangle spans more than
-    // int.
+    // QRect::width() overflows for a rectangle that spans more than int can count.
     const qint64 width = qint64(rect.right()) - rect.left() + 1;
     const qint64 height = qint64(rect.bottom()) - rect.top() + 1;
     return {cv::Point2f(float(center.x()), float(center.y())),

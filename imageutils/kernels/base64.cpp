@@ -8,17 +8,17 @@
 namespace Kernels {
 namespace {
 
-// Eight characters are loaded, and six bytes stored, as one integer whose lowest byte comes first.
+// Eight characters are loaded, and six bytes stored, as one little-endian integer.
 static_assert(std::endian::native == std::endian::little);
 
-/// Marks a character that ends the decoding; above the 24 bits of a group, so that one test of the
-/// values joined finds it in any place.
+/// Marks a character that ends the decoding. The bit lies above the 24 bits of a group, so that one
+/// test of the combined values finds the mark of any character.
 constexpr std::uint32_t stop = 1u << 31;
 
 using PlaceTable = std::array<std::uint32_t, 256>;
 
-/// What each character adds to its group when it stands at `place` of it: its six bits where they
-/// belong in the three bytes, of which the lowest comes first.
+/// For each character the bits that it adds to a group of four characters if it stands at `place`
+/// in the group. A group holds three bytes in little-endian order.
 constexpr PlaceTable makePlaceTable(int place)
 {
     PlaceTable table{};
@@ -79,7 +79,7 @@ std::size_t decodeBase64(const char* text, std::size_t count, std::uint8_t* byte
         const std::uint64_t six = first | std::uint64_t(second) << 24;
         std::memcpy(bytes, &six, 6);
     }
-    // What is left: fewer than eight characters, or eight that one of them ends.
+    // The rest: fewer than eight characters, or eight of which one ends the decoding.
     std::uint32_t group = 0;
     std::size_t gathered = 0;
     for (; count > 0; --count, ++text) {

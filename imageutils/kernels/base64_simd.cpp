@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Base64 in vectors: 12 bytes are 16 characters, a block of a vector. Shuffles of bytes move them,
-// and look up what is added to a value to make it a character, or back.
+// Base64 with SIMD: 12 bytes become 16 characters, a 128-bit block of a vector. Byte shuffles move
+// the bytes into place, and look up the offset between a 6-bit value and its character.
 #include <imageutils/kernels/base64.h>
 #include <imageutils/kernels/simddispatch.h>
 
@@ -18,13 +18,14 @@ namespace {
 
 using Table = std::array<std::uint8_t, 16>;
 
-/// From which byte of three each byte of a group comes: its six-bit values lie in two pairs then.
+/// For each byte of a 32-bit group the index of its input byte. Bytes are repeated, so that each
+/// 6-bit value lies within a 16-bit half of the group.
 constexpr Table spread = {1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10};
-/// From which byte of a group each decoded byte comes; the last four do not count.
+/// For each decoded byte its index in the groups. The last four entries are not used.
 constexpr Table packed = {2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, 0, 0, 0, 0};
 
-/// What is added to a value below 52, which is 0 here, or 13 below 26, else to the value 51 +
-/// index.
+/// The offset from a value to its character. The index is 13 for values below 26, 0 for values
+/// below 52, and value - 51 for the others.
 constexpr Table toCharacter = [] {
     Table table{};
     table[0] = std::uint8_t('a' - 26);
@@ -34,8 +35,8 @@ constexpr Table toCharacter = [] {
     return table;
 }();
 
-/// What is added to a character, by its upper four bits; '/' is looked up one place further down
-/// than '+', which shares them.
+/// The offset from a character to its value, by the upper four bits of the character. '/' shares
+/// them with '+' and is looked up one place lower.
 constexpr Table toValue = [] {
     Table table{};
     for (std::size_t value = 0; value < 63; ++value) {
@@ -46,8 +47,8 @@ constexpr Table toValue = [] {
     return table;
 }();
 
-/// A bit for each kind of upper four bits: by the lower four bits that follow it the kinds are told
-/// apart. What belongs to no character has the highest one.
+/// Assigns upper four bits to a class, one bit each; values of one class accept the same lower four
+/// bits. The highest class bit is for values that occur in no character.
 constexpr std::uint8_t kindOf(int upper)
 {
     constexpr std::array<std::uint8_t, 8> kinds = {16, 16, 1, 2, 4, 8, 4, 8};
@@ -61,7 +62,7 @@ constexpr Table kinds = [] {
     return table;
 }();
 
-/// For each lower four bits the kinds that do not make a character with them.
+/// For each lower four bits the classes with which they do not form a character.
 constexpr Table refused = [] {
     Table table{};
     for (int character = 0; character < 256; ++character) {
@@ -88,7 +89,7 @@ using Words = hn::Repartition<std::uint16_t, Bytes>;
 using Groups = hn::Repartition<std::uint32_t, Bytes>;
 constexpr std::size_t blocks = hn::MaxLanes(Bytes()) / blockCharacters;
 
-/// Blocks that begin 12 bytes apart; the last four bytes of each come from the next.
+/// Loads blocks that begin 12 bytes apart. The last four bytes of each belong to the next block.
 template<typename Tag>
 HWY_INLINE hn::Vec<Tag> loadBlocks(Tag tag, const std::uint8_t* bytes)
 {
@@ -126,8 +127,8 @@ std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const cha
     for (; count >= step + 4; count -= step, bytes += step, text += blocks * blockCharacters) {
         const auto spreadBytes =
             hn::BitCast(groups, hn::TableLookupBytes(loadBlocks(tag, bytes), order));
-        // Two of the four values are shifted down, by a multiplication of which the upper half is
-        // kept, and two up.
+        // Two of the four values are shifted right, by keeping the upper half of a product, and two
+        // are shifted left.
         const auto down = hn::BitCast(words, hn::And(spreadBytes, hn::Set(groups, 0x0FC0FC00)));
         const auto up = hn::BitCast(words, hn::And(spreadBytes, hn::Set(groups, 0x003F03F0)));
         const auto factorsDown = hn::BitCast(words, hn::Set(groups, 0x04000040)),
@@ -155,7 +156,7 @@ std::size_t decodeBase64(const char* text, std::size_t count, std::uint8_t* byte
                upperKinds = hn::LoadDup128(tag, kinds.data()),
                lowerRefused = hn::LoadDup128(tag, refused.data());
     const auto fourBits = hn::Set(tag, 15);
-    // Eight characters more, so that what the last block stores beyond its 12 bytes has room.
+    // Eight more characters, because the last block stores four bytes beyond its 12.
     for (; count >= step + 8; count -= step, text += step, bytes += blocks * blockBytes) {
         const auto characters = hn::LoadU(tag, reinterpret_cast<const std::uint8_t*>(text));
         const auto upper = hn::ShiftRight<4>(characters);
@@ -163,7 +164,7 @@ std::size_t decodeBase64(const char* text, std::size_t count, std::uint8_t* byte
             hn::And(hn::TableLookupBytes(upperKinds, upper),
                     hn::TableLookupBytes(lowerRefused, hn::And(characters, fourBits)));
         if (!hn::AllTrue(tag, hn::Eq(wrong, hn::Zero(tag))))
-            break; // the plain loop finds which one ends the decoding
+            break; // the scalar loop finds the character that ends the decoding
         const auto isSlash = hn::VecFromMask(tag, hn::Eq(characters, hn::Set(tag, '/'))); // or -1
         const auto values = hn::BitCast(
             words, hn::Add(characters, hn::TableLookupBytes(added, hn::Add(upper, isSlash))));

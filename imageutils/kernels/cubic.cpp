@@ -36,8 +36,8 @@ std::vector<float> computeWeights(int length, float filterB, float filterC, floa
     const std::size_t taps = 2 * std::size_t(radius) + 1;
     std::vector<float> weights(taps * std::size_t(length));
     for (int i = 0; i < length; ++i) {
-        // The centre in single precision, as in centreSamples: at sample 66,666 a double moves the
-        // result by 6.5e-4.
+        // Single precision, as in centreSamples: a centre in double precision would change the
+        // result at sample 66,666 by 6.5e-4.
         const float centre = float(i) / scale;
         const float fraction = centre - std::trunc(centre);
         float* const row = weights.data() + taps * std::size_t(i);
@@ -56,8 +56,8 @@ std::vector<float> computeWeights(int length, float filterB, float filterC, floa
 std::vector<int> centreSamples(int first, int length, float scale, int inputLength)
 {
     std::vector<int> centres(static_cast<std::size_t>(length));
-    // Rounding of the division may reach the input length itself; compared as floats, since
-    // int(2^31) is undefined.
+    // The division may round up to the input length itself. The comparison is one of floats,
+    // because int(2^31) is undefined.
     const float last = float(inputLength - 1);
     for (int i = 0; i < length; ++i) {
         const float centre = float(first + i) / scale;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The filter in vectors. Every float of a vector is a sum of its own, which adds its taps in the
-// order of the plain loop, so the bits are the same. Across rows the floats of a vector belong to
-// as many rows: what a row holds side by side is turned first, so that one weight serves all, and
-// turned back at the end. Down the columns they lie side by side already.
+// The filter with SIMD. Each lane of a vector holds a sum of its own and adds its taps in the order
+// of the scalar loop, so the bits are the same. In the horizontal pass the lanes belong to
+// different rows, so that all of them share a weight: the pixels are transposed first, and the sums
+// are transposed back. In the vertical pass the lanes are neighbouring floats of a row.
 #include <imageutils/kernels/cubic.h>
 #include <imageutils/kernels/simddispatch.h>
 
@@ -24,14 +24,14 @@ namespace {
 namespace hn = hwy::HWY_NAMESPACE;
 
 constexpr std::size_t channels = 3;
-constexpr std::size_t quad = 4; // the floats of a row that are turned at once, and its outputs
+constexpr std::size_t quad = 4; // floats of a row that are transposed together, and outputs
 using Wide = hn::CappedTag<float, rowsAtOnce>;
 using Narrow = hn::CappedTag<float, quad>;
 
 template<typename Tag>
 constexpr std::size_t lanesOf = hn::MaxLanes(Tag());
 
-/// Four floats from `at` on of every fourth row.
+/// Loads the four floats from `at` on of every fourth row.
 template<typename Tag>
 HWY_INLINE hn::Vec<Tag> loadRows(Tag tag, const float* const* rows, std::size_t at)
 {
@@ -56,9 +56,9 @@ HWY_INLINE void storeRows(Tag tag, hn::Vec<Tag> vector, float* const* rows, std:
     }
 }
 
-/// Turns each block of four by four floats: float i of vector j becomes float j of vector i.
+/// Transposes each block of four by four floats: float i of vector j becomes float j of vector i.
 template<typename Tag, typename Vector>
-HWY_INLINE void turn(Tag tag, Vector& a, Vector& b, Vector& c, Vector& d)
+HWY_INLINE void transpose(Tag tag, Vector& a, Vector& b, Vector& c, Vector& d)
 {
     const hn::RepartitionToWide<Tag> pairs;
     const auto ab = hn::BitCast(pairs, hn::InterleaveLower(tag, a, b));
@@ -71,8 +71,8 @@ HWY_INLINE void turn(Tag tag, Vector& a, Vector& b, Vector& c, Vector& d)
     d = hn::BitCast(tag, hn::InterleaveUpper(pairs, abUpper, cdUpper));
 }
 
-/// Writes the pixels `first` to `last` of as many rows as a vector has floats: three vectors for
-/// each pixel, whose floats are the rows. Pixels before and after the row repeat its ends.
+/// Transposes the pixels `first` to `last` of as many rows as a vector has lanes: each pixel
+/// becomes three vectors whose lanes are the rows. Pixels before and after a row repeat its ends.
 template<typename Tag>
 void gatherPixels(Tag tag, const float* const* rows, int samples, int first, int last, float* out)
 {
@@ -82,16 +82,16 @@ void gatherPixels(Tag tag, const float* const* rows, int samples, int first, int
     float* const inner = out + std::size_t(std::max(-first, 0)) * pixel;
     float* next = inner;
     constexpr std::size_t ahead = 256;
-    constexpr int toRead = 0, once = 0; // so it need not take room in the larger caches
+    constexpr int toRead = 0, once = 0; // no locality: the larger caches need not keep it
     std::size_t at = begin * channels;
     for (; at + quad <= end * channels; at += quad, next += quad * lanes) {
-        if (at / quad % 4 == 0) { // a cache line of each row; a sixth sooner done than without
+        if (at / quad % 4 == 0) { // once per cache line; saves a sixth of the time
             for (std::size_t row = 0; row < lanes; ++row)
                 __builtin_prefetch(rows[row] + at + ahead, toRead, once);
         }
         auto a = loadRows(tag, rows, at), b = loadRows(tag, rows + 1, at);
         auto c = loadRows(tag, rows + 2, at), d = loadRows(tag, rows + 3, at);
-        turn(tag, a, b, c, d);
+        transpose(tag, a, b, c, d);
         hn::StoreU(a, tag, next);
         hn::StoreU(b, tag, next + lanes);
         hn::StoreU(c, tag, next + 2 * lanes);
@@ -107,7 +107,7 @@ void gatherPixels(Tag tag, const float* const* rows, int samples, int first, int
         std::memcpy(next, next - pixel, pixel * sizeof(float));
 }
 
-/// Four neighbouring output pixels of as many rows as a vector has floats.
+/// Computes four neighbouring output pixels of as many rows as a vector has lanes.
 template<typename Tag>
 HWY_INLINE void sumPixels(Tag tag, const float* const (&pixels)[quad], const float* weights,
                           std::size_t taps, float* const* out, std::size_t at)
@@ -126,13 +126,13 @@ HWY_INLINE void sumPixels(Tag tag, const float* const (&pixels)[quad], const flo
         }
     }
     for (std::size_t n = 0; n < quad * channels; n += quad) {
-        turn(tag, sums[n], sums[n + 1], sums[n + 2], sums[n + 3]);
+        transpose(tag, sums[n], sums[n + 1], sums[n + 2], sums[n + 3]);
         for (std::size_t row = 0; row < quad; ++row)
             storeRows(tag, sums[n + row], out + row, at + n);
     }
 }
 
-/// One output pixel of as many rows as a vector has floats.
+/// Computes one output pixel of as many rows as a vector has lanes.
 template<typename Tag>
 void sumPixel(Tag tag, const float* pixels, const float* weights, std::size_t taps,
               float* const* out, std::size_t at)
@@ -150,7 +150,7 @@ void sumPixel(Tag tag, const float* pixels, const float* weights, std::size_t ta
     }
 }
 
-/// As many rows as a vector has floats.
+/// Resamples as many rows as a vector has lanes.
 template<typename Tag>
 void interpolateRowsOf(Tag tag, const float* const* rows, int samples, const Filter& filter,
                        float* const* out, float* buffer)
@@ -194,7 +194,7 @@ void interpolateRows(const float* const* rows, int count, int samples, const Fil
         interpolateRowsOf(Wide(), rows + done, samples, filter, out + done, buffer);
     for (; done + narrow <= count; done += narrow)
         interpolateRowsOf(Narrow(), rows + done, samples, filter, out + done, buffer);
-    if (done < count) { // the last row stands for those that are missing
+    if (done < count) { // the last row is repeated to fill the vector
         const float* from[narrow];
         float* to[narrow];
         for (int row = 0; row < narrow; ++row) {
@@ -205,8 +205,8 @@ void interpolateRows(const float* const* rows, int count, int samples, const Fil
     }
 }
 
-/// `Vectors` vectors of each output row, `at` floats from its beginning, whose sums stay in
-/// registers.
+/// Computes `Vectors` vectors of each output row, `at` floats from its beginning. Their sums stay
+/// in registers.
 template<std::size_t Vectors>
 void sumColumns(const float* const* rows, std::size_t at, const Filter& filter, float* out,
                 std::size_t outStride)
@@ -230,7 +230,7 @@ void sumColumns(const float* const* rows, std::size_t at, const Filter& filter, 
     }
 }
 
-// The last vectors overlap those before them rather than leave a rest: the sums come out the same.
+// The last vectors overlap those before them instead of leaving a rest; the sums are the same.
 void interpolateColumns(const float* const* rows, std::size_t width, const Filter& filter,
                         float* out, std::size_t outStride)
 {

@@ -18,12 +18,12 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 constexpr int mostChannels = 4;
 constexpr std::size_t mostBytes = 32; // of a vector
-// A row that is not grey ends after at most so many patterns.
+// A row that is not grey is left after at most so many patterns.
 constexpr std::size_t patternsPerTest = 32;
 
-/// The channels of a pixel are equal when each equals the next: a row is compared with itself one
-/// value further on, and the places where a pixel ends are left out. That pattern repeats after as
-/// many vectors as a pixel has channels.
+/// The channels of a pixel are equal if each equals the next one. So the row is compared with
+/// itself shifted by one value, and a mask leaves out the last channel of each pixel. The mask
+/// repeats after as many vectors as a pixel has channels.
 template<int Channels, typename T>
 bool isRowMonochromeOf(const T* row, std::size_t count)
 {
@@ -75,11 +75,11 @@ void makeRowMonochrome(std::uint16_t* row, std::size_t count)
     for (; count >= lanes; count -= lanes, row += 3 * lanes) {
         hn::Vec<decltype(tag)> red, green, blue;
         hn::LoadInterleaved3(tag, row, red, green, blue);
-        // The sum is 65536 x `carries` + `low`.
+        // The sum of the three channels is 65536 x `carries` + `low`.
         const auto two = hn::Add(red, green), low = hn::Add(two, blue);
         const auto carries = hn::Add(hn::IfThenElseZero(hn::Lt(two, red), one),
                                      hn::IfThenElseZero(hn::Lt(low, two), one));
-        // 65536 is 3 x 21845 + 1. What saturates is 65536, and a third of 65535 is the same.
+        // 65536 = 3 x 21845 + 1. Only 65536 saturates, and a third of 65535 is the same integer.
         const auto rest = hn::SaturatedAdd(low, carries);
         const auto third = hn::ShiftRight<1>(hn::MulHigh(rest, hn::Set(tag, 0xAAAB)));
         const auto mean = hn::Add(third, hn::Mul(carries, hn::Set(tag, 21845)));

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Four pixels at a time. A pixel of four floats is one vector; where it has three in memory the
-// fourth belongs to the next pixel, which is written after it. The last pixels of a row are left to
-// the plain loop, since nothing may lie after them.
+// Four pixels at a time. A pixel of four floats is one vector. A store of three floats writes a
+// fourth, which the next pixel overwrites. The scalar loop writes the last pixels of a row, because
+// nothing may be written after them.
 #include <imageutils/kernels/planes.h>
 #include <imageutils/kernels/simddispatch.h>
 

@@ -122,7 +122,7 @@ void CvUtilsImageTest::convertsDepths()
 void CvUtilsImageTest::splitsAndMerges()
 {
     for (const int type : {CV_8UC2, CV_16UC4, CV_16FC4, CV_32FC4, CV_64FC2}) {
-        // That of most photographs is so large that its memory is asked for in one go.
+        // The type of most photographs gets a size at which memory is prefaulted.
         const cv::Mat mat = type == CV_32FC4 ? noise(2000, 1500, type) : noise(33, 17, type);
         cv::Mat chroma, alpha;
         CvUtils::splitChromaAlpha(asView(mat), chroma, alpha);
@@ -192,7 +192,8 @@ void CvUtilsImageTest::refusesImagesAndPlanes()
     QVERIFY(chroma.type() == CV_8UC2 && alpha.type() == CV_8UC1 && alpha.size() == two.size());
     CvUtils::splitChromaAlpha(one, chroma, alpha);
     QVERIFY(chroma.empty() && alpha.size() == two.size());
-    CvUtils::splitChromaAlpha(cv::Mat(0, 3, CV_8UC4), chroma, alpha);
+    for (const cv::Mat& none : {cv::Mat(3, 0, CV_32FC4), cv::Mat(0, 3, CV_8UC4)}) // rows of no bytes
+        CvUtils::splitChromaAlpha(none, chroma, alpha);
     QVERIFY(chroma.type() == CV_8UC3 && chroma.size() == cv::Size(3, 0) && alpha.cols == 3);
     QVERIFY(CvUtils::mergeChromaAlpha(two, one).data == two.data);
     QVERIFY_EXCEPTION_THROWN(CvUtils::mergeChromaAlpha(chromaBefore, one), cv::Exception);
