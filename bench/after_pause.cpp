@@ -2,9 +2,9 @@
 //
 // after_pause CALLS SECONDS
 //
-// Waits, doubles a picture of 3 megapixels, and so on, as often as said. Writes the seconds of each
-// call, the release of its result included, in lines. Built a second time without the part that
-// asks for memory in one go.
+// CALLS times: sleeps for SECONDS and doubles the size of a picture of 3 megapixels. Prints the
+// seconds of each call, including the release of its result, one per line. The program is also
+// built without prefaulting (after_pause_unprefaulted).
 #include <imageutils/cvutils.h>
 
 #include <support/matrices.h>

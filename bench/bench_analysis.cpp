@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Whether a picture is grey, making it grey, where its noise is, and other depths.
+// Analysis (isMonochrome, isLumaNoise), conversion to grey, and conversion of depths.
 #include "groups.h"
-#include "plain.h"
+#include "scalarloops.h"
 
 #include <imageutils/cvutils.h>
 
@@ -16,7 +16,7 @@
 namespace Bench {
 namespace {
 
-/// Reads all bytes of a matrix and does next to nothing with them.
+/// Reads all bytes of a matrix: a lower bound for every analysis.
 std::uint64_t sumOfWords(const cv::Mat& mat)
 {
     std::atomic<std::uint64_t> total = 0;
@@ -47,7 +47,7 @@ void monochrome(const cv::Mat& mat, bool expected, const std::string& picture,
     benchmark.add(
         Role::Ours, "ours", [mat] { return CvUtils::isMonochrome(mat); }, same);
     benchmark.add(
-        Role::Plain, "plain loop", [mat] { return Plain::isMonochrome(mat); }, same);
+        Role::Scalar, "scalar loop", [mat] { return ScalarLoops::isMonochrome(mat); }, same);
     benchmark.add(
         Role::Peer, "cv::split and cv::norm", [mat] { return isMonochromeByNorm(mat); }, same);
     benchmark.addYardstick("reading the picture", [mat] { return sumOfWords(mat); });
@@ -65,7 +65,7 @@ void makeMonochrome(const PictureSize& size, const Options& options)
 {
     const cv::Mat colour = TestSupport::noise(size.rows, size.cols, CV_16UC3);
     cv::Mat expected = colour.clone();
-    Plain::makeMonochrome(expected);
+    ScalarLoops::makeMonochrome(expected);
     const auto same = [expected](const cv::Mat& mat) {
         return TestSupport::sameBytes(mat, expected) ? 0 : 1;
     };
@@ -82,7 +82,8 @@ void makeMonochrome(const PictureSize& size, const Options& options)
     };
     Benchmark benchmark("toMonochrome", size.name);
     add(benchmark, Role::Ours, "ours", [](cv::Mat& mat) { CvUtils::toMonochrome(mat); });
-    add(benchmark, Role::Plain, "plain loop", [](cv::Mat& mat) { Plain::makeMonochrome(mat); });
+    add(benchmark, Role::Scalar, "scalar loop",
+        [](cv::Mat& mat) { ScalarLoops::makeMonochrome(mat); });
     const auto mat = std::make_shared<cv::Mat>(colour.clone());
     benchmark.addYardstick("cv::cvtColor to grey and back", [mat] { // other weights
         cv::Mat grey;
@@ -96,14 +97,14 @@ void makeMonochrome(const PictureSize& size, const Options& options)
 void lumaNoise(const cv::Mat& mat, const std::string& picture, const std::string& size,
                const Options& options)
 {
-    const bool expected = Plain::isLumaNoise(mat);
+    const bool expected = ScalarLoops::isLumaNoise(mat);
     const auto same = [expected](bool answer) { return answer == expected ? 0 : 1; };
     Benchmark benchmark("isLumaNoise, " + picture, size);
     benchmark.add(
         Role::Ours, "ours", [mat] { return CvUtils::isLumaNoise(mat); }, same);
     benchmark.add(
-        Role::Plain, "OpenCV's calls on the whole picture",
-        [mat] { return Plain::isLumaNoise(mat); }, same);
+        Role::Scalar, "OpenCV's calls on the whole picture",
+        [mat] { return ScalarLoops::isLumaNoise(mat); }, same);
     benchmark.addYardstick("cv::cvtColor alone", [mat] {
         cv::Mat yuv;
         cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Matrices as bytes and bytes as text, beside copying them into memory of their own.
+// Serialised matrices and base64, beside copying the same bytes.
 #include "groups.h"
-#include "plain.h"
+#include "scalarloops.h"
 
 #include <imageutils/cvutils.h>
 
@@ -27,7 +27,7 @@ struct Free
     void operator()(void* memory) const { std::free(memory); }
 };
 
-/// Memory without the zeros that a vector writes first, and how much of it counts.
+/// Memory that is not filled with zeros first, and the number of bytes used.
 struct Buffer
 {
     explicit Buffer(std::size_t capacity)
@@ -77,11 +77,11 @@ Buffer decodedByOpenSsl(const std::string& text)
     const int size = EVP_DecodeBlock(
         bytes.data(), reinterpret_cast<const unsigned char*>(text.data()), int(text.size()));
     const std::size_t padding = text.size() - 1 - text.find_last_not_of('=');
-    bytes.used = std::size_t(size) - padding; // which it counts as zeros
+    bytes.used = std::size_t(size) - padding; // OpenSSL decodes padding to zeros
     return bytes;
 }
 
-/// 0 for a result of the bytes of `expected`.
+/// Returns 0 if the result holds the bytes of `expected`.
 template<typename Expected>
 auto differenceFrom(const Expected& expected)
 {
@@ -102,7 +102,7 @@ void encode(const Bytes& bytes, const std::string& text, const std::string& size
     benchmark.add(
         Role::Ours, "ours", [&] { return CvUtils::base64Encode(bytes); }, same);
     benchmark.add(
-        Role::Plain, "plain loop", [&] { return Plain::encoded(bytes); }, same);
+        Role::Scalar, "scalar loop", [&] { return ScalarLoops::encoded(bytes); }, same);
     benchmark.add(
         Role::Peer, "modp_b64", [&] { return encodedByModp(bytes); }, same);
     benchmark.add(
@@ -122,7 +122,7 @@ void decode(const Bytes& bytes, const std::string& text, const std::string& size
     benchmark.add(
         Role::Ours, "ours", [&] { return CvUtils::base64Decode(text); }, same);
     benchmark.add(
-        Role::Plain, "plain loop", [&] { return Plain::decoded(text); }, same);
+        Role::Scalar, "scalar loop", [&] { return ScalarLoops::decoded(text); }, same);
     benchmark.add(
         Role::Peer, "modp_b64", [&] { return decodedByModp(text); }, same);
     benchmark.add(

@@ -37,12 +37,12 @@ QVariantMap settings(int depth)
 
 void hash(const Options& options)
 {
-    const QVariantMap map = settings(3); // 4 levels of 14 entries, what holds them, and one more
+    const QVariantMap map = settings(3); // 60 entries: 4 levels of 14, 3 nested maps, and one more
     Benchmark benchmark("hashParams", "60 entries");
     benchmark.add(
         Role::Ours, "ours", [&] { return NImageUtils::hashParams(map); },
         [key = NImageUtils::hashParams(settings(3))](quint64 result) { return result != key; });
-    benchmark.addYardstick("QDataStream and qHash", [&] { // another number
+    benchmark.addYardstick("QDataStream and qHash", [&] { // gives another number
         QByteArray bytes;
         QDataStream stream(&bytes, QIODevice::WriteOnly);
         stream << map;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Sizes from headers, format by format, as first answers; and kept answers beside the one question
-// to the system that each of them costs. What this machine cannot write is left out.
+// Sizes from headers, format by format, without the cache; and cached sizes beside the one system
+// call that each of them needs. Formats that this machine cannot write are skipped.
 #include "groups.h"
 #include "pictures.h"
 
@@ -24,8 +24,8 @@
 namespace Bench {
 namespace {
 
-/// Asks for the size under one spelling of the path after the other: each is a file of its own to
-/// the cache, which keeps a hundred of them.
+/// Asks for the size under a different spelling of the path each time, so that the cache, which
+/// keeps a hundred paths, never has the answer.
 class FirstAnswer
 {
 public:
@@ -106,7 +106,7 @@ void firstAnswers(const QString& folder, const QString& name, const char* format
 void keptAnswers(const QString& path, QSize expected, const Options& options)
 {
     const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
-    Benchmark benchmark("imageSize, kept", "one file");
+    Benchmark benchmark("imageSize, cached", "one file");
     benchmark.add(
         Role::Ours, "ours", [path] { return NImageUtils::imageSize(path); }, same);
     benchmark.addYardstick("QFileInfo::fileTime", [path] {
@@ -118,7 +118,7 @@ void keptAnswers(const QString& path, QSize expected, const Options& options)
     benchmark.run(options);
 }
 
-/// Asks `count` times about files in turn, in each of `threads` threads.
+/// Asks `count` times for the sizes of files in turn, in each of `threads` threads.
 QSize askedOften(const std::vector<QString>& paths, std::size_t threads, std::size_t count)
 {
     std::vector<std::thread> askers;
@@ -143,7 +143,7 @@ void keptAnswersInThreads(const QString& path, QSize expected, const Options& op
         QFile::copy(path, paths.back());
     }
     const auto same = [expected](QSize answer) { return answer == expected ? 0 : 1; };
-    Benchmark benchmark("imageSize, kept, 16,000 questions", "eight files");
+    Benchmark benchmark("imageSize, cached, 16,000 calls", "eight files");
     benchmark.add(
         Role::Ours, "ours, eight threads",
         [paths] { return askedOften(paths, threads, count / threads); }, same);

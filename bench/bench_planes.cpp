@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Colour and opacity apart and together, beside a copy of the larger side.
+// Splitting and merging colour and alpha, beside a copy of the larger side.
 #include "groups.h"
 #include "peers.h"
-#include "plain.h"
+#include "scalarloops.h"
 
 #include <imageutils/cvutils.h>
 
@@ -23,7 +23,7 @@ double differenceOf(const cv::Mat& a, const cv::Mat& b)
     return TestSupport::sameBytes(a, b) ? 0 : 1;
 }
 
-/// How far planes are from those of `expected`.
+/// The largest difference of the planes from `expected`.
 auto differenceFrom(const Planes& expected)
 {
     return [expected](const auto& result) {
@@ -41,7 +41,7 @@ auto differenceFrom(const Planes& expected)
 
 void split(const cv::Mat& pixels, const std::string& size, const Options& options)
 {
-    const auto same = differenceFrom(Plain::split(pixels));
+    const auto same = differenceFrom(ScalarLoops::split(pixels));
     Benchmark benchmark("splitChromaAlpha", size);
     benchmark.add(
         Role::Ours, "ours",
@@ -52,7 +52,7 @@ void split(const cv::Mat& pixels, const std::string& size, const Options& option
         },
         same);
     benchmark.add(
-        Role::Plain, "plain loop", [pixels] { return Plain::split(pixels); }, same);
+        Role::Scalar, "scalar loop", [pixels] { return ScalarLoops::split(pixels); }, same);
     benchmark.add(
         Role::Peer, "cv::mixChannels",
         [pixels] {
@@ -88,8 +88,8 @@ void merge(const Planes& planes, const cv::Mat& pixels, const std::string& size,
         Role::Ours, "ours",
         [planes] { return CvUtils::mergeChromaAlpha(planes.first, planes.second); }, same);
     benchmark.add(
-        Role::Plain, "plain loop", [planes] { return Plain::merged(planes.first, planes.second); },
-        same);
+        Role::Scalar, "scalar loop",
+        [planes] { return ScalarLoops::merged(planes.first, planes.second); }, same);
     benchmark.add(
         Role::Peer, "cv::mixChannels",
         [planes] {
@@ -111,7 +111,7 @@ void merge(const Planes& planes, const cv::Mat& pixels, const std::string& size,
 void images(const Planes& planes, const cv::Mat& pixels, const std::string& size,
             const Options& options)
 {
-    // One image that nobody shares, so that bits() never copies it.
+    // The image is not shared, so bits() never copies it.
     const auto image =
         std::make_shared<QImage>(CvUtils::matToQImage(pixels, QImage::Format_RGBA32FPx4).copy());
     Benchmark benchmark("qimageToMat", size);
@@ -149,7 +149,7 @@ void planes(const Options& options)
 {
     for (const PictureSize& size : options.sizes) {
         const cv::Mat pixels = TestSupport::noise(size.rows, size.cols, CV_32FC4);
-        const Planes apart = Plain::split(pixels);
+        const Planes apart = ScalarLoops::split(pixels);
         split(pixels, size.name, options.forSize(size));
         merge(apart, pixels, size.name, options.forSize(size));
         images(apart, pixels, size.name, options.forSize(size));

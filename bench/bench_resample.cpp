@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Resampling of float colour by the cubic filter with B = C = 1/3, widened for reductions. OpenCV
-// alone does not widen: it reads four taps whatever the factor, so its reductions alias.
+// Resampling of float colour by the cubic filter with B = C = 1/3, stretched for reductions. Only
+// OpenCV does not stretch the filter: it always reads four taps, so its reductions alias.
 #include "groups.h"
 #include "peers.h"
-#include "plain.h"
 #include "reference.h"
+#include "scalarloops.h"
 
 #include <imageutils/cvutils.h>
 
@@ -19,10 +19,10 @@ namespace Bench {
 namespace {
 
 constexpr float third = 0.33333F;
-// What sums in single precision may be off by; libvips looks weights up in a table of 64 phases.
+// The error allowed for sums in single precision; libvips rounds weights to one of 64 phases.
 constexpr double roundings = 5e-4;
 constexpr double phases = 5e-3;
-// Pixels; it takes seconds for larger pictures, and its share of the time stays the same.
+// In pixels: OpenImageIO needs seconds for larger pictures, and the ratio stays the same.
 constexpr std::size_t largestForOpenImageIo = 12'000'000;
 
 using Reference::Origin;
@@ -31,7 +31,7 @@ constexpr Reference::Filter mitchell{1.0 / 3, 1.0 / 3, true, Origin::Areas};
 constexpr Reference::Filter vipsEnlarging{0, 0.5, false, Origin::HalfBefore}; // Catmull and Rom's
 constexpr Reference::Filter openCvCubic{0, 0.75, false, Origin::Areas};
 
-/// The work of one benchmark, and how results of all kinds are compared with it.
+/// The work of one benchmark, and the comparison of results of all types with the reference.
 struct Work
 {
     cv::Mat source;
@@ -62,14 +62,14 @@ struct Work
 
 void addOurs(Benchmark& benchmark, const Work& work)
 {
-    const cv::Mat plain = Plain::resized(work.source, work.scale, work.size, third, third);
+    const cv::Mat plain = ScalarLoops::resized(work.source, work.scale, work.size, third, third);
     benchmark.add(
         Role::Ours, "ours",
         [=] { return CvUtils::resize(work.source, work.scale, work.scale, 0, 0, third, third); },
         [plain](const cv::Mat& result) { return !TestSupport::sameBytes(result, plain); });
     benchmark.add(
-        Role::Plain, "plain loops, two passes",
-        [=] { return Plain::resized(work.source, work.scale, work.size, third, third); },
+        Role::Scalar, "scalar loops, two passes",
+        [=] { return ScalarLoops::resized(work.source, work.scale, work.size, third, third); },
         work.differenceFrom(ourFilter), roundings);
 }
 
@@ -135,7 +135,7 @@ void resample(const Options& options)
     for (const PictureSize& size : options.sizes) {
         resampleBy(0.25, "to 0.25", size, options);
         if (&size != &options.sizes.front())
-            continue; // of the larger ones one factor shows how the time grows
+            continue; // one factor is enough to show how the time grows with the size
         resampleBy(0.37, "to 0.37", size, options);
         resampleBy(0.5, "to 0.5", size, options);
         resampleBy(2, "times 2", {"to " + size.name, size.cols / 2, size.rows / 2}, options);

@@ -14,7 +14,8 @@
 namespace Bench {
 namespace {
 
-constexpr double shortestSample = 2e-3; // seconds; the clock and the caches want that much
+constexpr double shortestSample =
+    2e-3; // seconds, so that clock resolution and cold caches do not dominate
 
 struct Times
 {
@@ -31,10 +32,10 @@ struct Times
     }
 };
 
-/// Drives out of the caches what the call before read and wrote, as the next photograph does.
+/// Evicts the data of the previous call from the caches, as the next photograph would.
 void emptyCaches()
 {
-    static const std::vector<unsigned> memory(std::size_t(32) << 20, 1); // larger than they are
+    static const std::vector<unsigned> memory(std::size_t(32) << 20, 1); // larger than the caches
     const unsigned sum = std::accumulate(memory.begin(), memory.end(), 0U);
     keep(&memory[sum % memory.size()]);
 }
@@ -55,7 +56,7 @@ double checkedDifference(const Implementation& implementation, const std::string
     const double difference = implementation.difference();
     if (!(difference <= implementation.tolerance))
         throw std::runtime_error(title + ": " + implementation.name +
-                                 " did other work: differs by " + std::to_string(difference) +
+                                 " gave a wrong result: differs by " + std::to_string(difference) +
                                  ", allowed " + std::to_string(implementation.tolerance));
     return difference;
 }
@@ -91,7 +92,8 @@ std::vector<Times> timesOf(const std::vector<Implementation>& implementations,
     std::vector<Times> times(count);
     for (std::size_t turn = 0; turn < std::size_t(options.turns); ++turn) {
         for (std::size_t place = 0; place < count; ++place) {
-            // Another order each time: nobody always comes after the one that fills the cache.
+            // The order changes each round, so that no implementation always runs after the same
+            // one.
             const std::size_t i = (turn + (turn % 2 ? count - place : place)) % count;
             if (times[i].samples.size() < 2 || times[i].total() < options.secondsEach)
                 takeTurn(implementations[i], options, times[i]);
@@ -105,8 +107,8 @@ const char* nameOf(Role role)
     switch (role) {
     case Role::Ours:
         return "ours";
-    case Role::Plain:
-        return "plain";
+    case Role::Scalar:
+        return "scalar";
     case Role::Peer:
         return "peer";
     case Role::Yardstick:

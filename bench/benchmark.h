@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-/// Contests of operations that do the same work on the same data in one process.
+/// Benchmarks of implementations that do the same work on the same data in one process.
 namespace Bench {
 
 struct PictureSize
@@ -20,13 +20,13 @@ struct Options
 {
     std::vector<PictureSize> sizes;
     std::vector<int> threads;
-    std::string memory;   ///< What results lie in, in a word; the environment decides it.
-    int turns = 3;        ///< Of each implementation at most …
-    int callsInARow = 12; ///< … and calls in each of its turns: which memory a call gets depends
-                          ///< on how long ago the last was.
-    double secondsEach = 2; ///< How long the calls may take together, of which two are granted.
-    std::string dataPath;   ///< Where the figures are appended; empty: nowhere.
-    bool isSmall = false;   ///< Whether it is only shown that everything runs.
+    std::string memory;   ///< Where results lie ("fresh", "reused"), as set by the environment.
+    int turns = 3;        ///< At most, for each implementation.
+    int callsInARow = 12; ///< Calls in each turn. The time since the last call decides which memory
+                          ///< the kernel hands out.
+    double secondsEach = 2; ///< For all calls of one implementation, which makes at least two.
+    std::string dataPath;   ///< The file that figures are appended to, if not empty.
+    bool isSmall = false;   ///< Only shows that everything runs.
 
     /// The same with one thread only.
     Options onOneThread() const;
@@ -36,21 +36,21 @@ struct Options
 
 enum class Role {
     Ours,
-    Plain,    ///< The same work in the plainest form.
+    Scalar,   ///< The same work by scalar loops, one pass after the other.
     Peer,     ///< Another library that does the same work.
-    Yardstick ///< Something else that a reader knows the cost of, such as copying the data.
+    Yardstick ///< Other work whose cost a reader knows, such as copying the data.
 };
 
 struct Implementation
 {
     Role role;
     std::string name;
-    std::function<void()> call;         ///< One call, the release of its result included.
-    std::function<double()> difference; ///< How far a result is from the work; none: a yardstick.
+    std::function<void()> call;         ///< One call, including the release of its result.
+    std::function<double()> difference; ///< From the expected result; a yardstick has none.
     double tolerance;
 };
 
-/// Keeps the compiler from leaving out what nobody reads.
+/// Keeps the compiler from removing a computation whose result is not used.
 void keep(const void* result);
 
 class Benchmark
@@ -60,8 +60,8 @@ public:
         : m_workload(std::move(workload)), m_size(std::move(size))
     {}
 
-    /// `operation` returns a result, of which `difference` says how far it is from the work; more
-    /// than `tolerance` ends the program.
+    /// Adds an implementation. `operation` returns a result, and `difference` its largest
+    /// difference from the expected result. A difference above `tolerance` ends the program.
     template<typename Operation, typename Difference>
     void add(Role role, const std::string& name, const Operation& operation,
              const Difference& difference, double tolerance = 0)
@@ -76,8 +76,8 @@ public:
         m_implementations.push_back({Role::Yardstick, name, callOf(operation), {}, 0});
     }
 
-    /// For each number of threads: checks every implementation's result, then lets each make one
-    /// call after the other, round by round and each round in another order, and reports the times.
+    /// For each number of threads: checks the result of every implementation, then runs them in
+    /// turns, in another order each round, and reports the times.
     void run(const Options& options) const;
 
 private:

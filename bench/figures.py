@@ -7,7 +7,7 @@ Line = collections.namedtuple("Line", "workload size threads memory implementati
 
 
 def load(path):
-    """What the machine was, as pairs, and the lines of figures."""
+    """Returns the facts about the machine as pairs, and the lines of figures."""
     machine, lines = [], []
     with open(path, encoding="utf-8") as data:
         for row in data:
@@ -21,13 +21,13 @@ def load(path):
 
 
 class Figures:
-    """Least seconds and peak memory by workload and implementation. What was not measured is None."""
+    """Least seconds and peak memory by workload and implementation. A figure that was not measured is None."""
 
     def __init__(self, lines):
         self._lines = lines
 
     def lines(self, workload, implementations=("",), **where):
-        """Those of the implementations whose names begin as one of those given."""
+        """Returns the lines of the implementations whose names begin with one of `implementations`."""
         return [line for line in self._lines if line.workload == workload
                 and line.implementation.startswith(tuple(implementations))
                 and all(getattr(line, name) == value for name, value in where.items())]
@@ -36,7 +36,7 @@ class Figures:
         return list(dict.fromkeys(line.size for line in self.lines(workload)))
 
     def seconds(self, workload, implementations, **where):
-        """Of the fastest of the implementations; where nothing else is said, on the first size by one thread."""
+        """Returns the seconds of the fastest implementation, by default for the first size on one thread."""
         where.setdefault("size", next(iter(self.sizes(workload)), None))
         if "memory" not in where:
             where = {"memory": "fresh", "threads": 1, **where}
@@ -44,7 +44,7 @@ class Figures:
                    default=None)
 
     def ratio(self, workload, implementations, others, **where):
-        """How many times as long as the others the implementations take."""
+        """Returns the time of the implementations divided by that of the others."""
         return quotient(self.seconds(workload, implementations, **where), self.seconds(workload, others, **where))
 
     def peak(self, workload, implementation, size):

@@ -3,7 +3,7 @@
 
 #include "benchmark.h"
 
-/// The benchmarks, by what they are about.
+/// The groups of benchmarks, by subject.
 namespace Bench {
 
 void resample(const Options& options);

@@ -27,13 +27,14 @@ constexpr Group groups[] = {{"resample", Bench::resample},   {"planes", Bench::p
                             {"serialize", Bench::serialize}, {"hash", Bench::hash},
                             {"imagesize", Bench::imageSize}};
 
-const QCommandLineOption smallOption("small", "A small picture once: shows that everything runs.");
+const QCommandLineOption
+    smallOption("small", "Use a small picture once, only to show that everything runs.");
 const QCommandLineOption sizesOption("megapixels", "Sizes of pictures: 12, 48.", "LIST", "12,48");
 const QCommandLineOption threadsOption("threads", "Numbers of threads.", "LIST", "1,2");
-const QCommandLineOption
-    memoryOption("memory", "What the allocator gives, for the output; bench/run arranges it.",
-                 "WORD", "fresh");
-const QCommandLineOption inARowOption("in-a-row", "Calls in each turn of a implementation.",
+const QCommandLineOption memoryOption("memory",
+                                      "How the allocator was configured by bench/run; printed.",
+                                      "WORD", "fresh");
+const QCommandLineOption inARowOption("in-a-row", "Calls in each turn of an implementation.",
                                       "NUMBER", "12");
 const QCommandLineOption dataOption("data", "Append the figures to FILE.", "FILE");
 const QCommandLineOption versionsOption("versions", "Print the versions of the peers.");
@@ -71,7 +72,7 @@ Bench::Options optionsOf(const QCommandLineParser& parser)
     return options;
 }
 
-/// Some operations log what they took; that is not read here.
+/// Drops log lines: some operations log their own time.
 void dropInformation(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
     if (type != QtInfoMsg && type != QtDebugMsg)

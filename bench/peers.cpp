@@ -18,10 +18,10 @@
 
 void Peers::start(const char* program)
 {
-    qputenv("VIPS_WARNING", "none"); // any value: it stays silent about harmless tags of files
+    qputenv("VIPS_WARNING", "none"); // any value silences warnings about tags
     if (VIPS_INIT(program) != 0)
         throw std::runtime_error("libvips does not start");
-    vips_cache_set_max(0); // else the second call is answered from memory
+    vips_cache_set_max(0); // so that libvips does not answer the second call from its cache
 }
 
 void Peers::useThreads(int count)

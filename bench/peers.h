@@ -9,19 +9,19 @@
 #include <memory>
 #include <vector>
 
-/// Other libraries, each called as its users call it.
+/// Other libraries, called as their users would.
 namespace Peers {
 
-/// To be called once, before anything else.
+/// Must be called once, before any other function.
 void start(const char* program);
 
-/// Lets every peer that has threads use `count` of them, and the library too.
+/// Sets the number of threads of every peer, and of the library, to `count`.
 void useThreads(int count);
 
 /// Versions of the peers, one "NAME VERSION" each.
 std::vector<std::string> versions();
 
-/// What libvips returns: memory that its own function releases.
+/// A result of libvips, whose memory g_free() must release.
 struct ReleaseByGlib
 {
     void operator()(void* memory) const;
@@ -34,8 +34,7 @@ GlibMemory vipsResized(const cv::Mat& source, cv::Size size);
 cv::Mat stbResized(const cv::Mat& source, cv::Size size);
 OIIO::ImageBuf oiioResized(const cv::Mat& source, cv::Size size);
 
-/// zimg wants planes whose rows begin at multiples of 64 bytes: three matrices here, of which the
-/// first columns count.
+/// zimg needs planes whose rows begin at multiples of 64 bytes: three matrices with padded rows.
 std::vector<cv::Mat> zimgPlanes(cv::Size size);
 std::vector<cv::Mat> zimgSplit(const cv::Mat& source);
 std::vector<cv::Mat> zimgResized(const std::vector<cv::Mat>& planes, cv::Size from, cv::Size size);

@@ -19,7 +19,7 @@ void require(int failure)
         throw std::runtime_error(std::string("libvips: ") + vips_error_buffer());
 }
 
-/// The matrix as an image over its own memory.
+/// Wraps the matrix as an image without copying.
 Image imageOver(const cv::Mat& mat)
 {
     return Image(vips_image_new_from_memory(mat.data, mat.total() * mat.elemSize(), mat.cols,

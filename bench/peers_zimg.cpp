@@ -23,11 +23,11 @@ zimgxx::FilterGraph graphOf(cv::Size from, cv::Size size)
     zimgxx::zfilter_graph_builder_params params;
     params.resample_filter = ZIMG_RESIZE_BICUBIC;
     params.filter_param_a = params.filter_param_b = 1.0 / 3.0;
-    params.cpu_type = ZIMG_CPU_AUTO_64B; // all that the processor has
+    params.cpu_type = ZIMG_CPU_AUTO_64B; // all instruction sets of the CPU
     return zimgxx::FilterGraph::build(formatOf(from), formatOf(size), &params);
 }
 
-/// The columns of the planes that count.
+/// The used columns of the padded planes.
 std::vector<cv::Mat> viewsOf(const std::vector<cv::Mat>& planes, int columns)
 {
     std::vector<cv::Mat> views(planes.size());

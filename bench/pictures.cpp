@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A pattern that no codec takes for one colour.
+/// A pattern that no codec can store as a single colour.
 QImage pattern(QSize size)
 {
     QImage image(size, QImage::Format_RGB888);

@@ -4,7 +4,7 @@
 #include <QtCore/QSize>
 #include <QtCore/QString>
 
-/// Picture files to ask for their sizes.
+/// Picture files for benchmarks of sizes.
 namespace Pictures {
 
 /// The path of a picture of `size` in `folder`, named `name` and made by the suffix of the name

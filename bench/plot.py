@@ -8,11 +8,11 @@ LEAST, MOST = 0.1, 100
 TICKS = (0.1, 0.2, 0.5, 1, 2, 5, 10, 20, 50, 100)
 # By the beginning of the implementation's name: what the legend says, colour, and shape.
 KINDS = [
-    (("plain", "OpenCV's calls"), "plain loops", "#111111", "square"),
+    (("scalar", "OpenCV's calls"), "scalar loops", "#111111", "square"),
     (("OpenCV", "cv::"), "OpenCV", "#0072b2", "circle"),
     (("OpenImageIO", "oiiotool"), "OpenImageIO", "#d55e00", "circle"),
     (("libvips", "vips"), "libvips", "#009e73", "circle"),
-    (("zimg, planes",), "zimg, planes apart", "#cc79a7", "circle"),
+    (("zimg, planes",), "zimg, separate planes", "#cc79a7", "circle"),
     (("zimg, with",), "zimg, with copies", "#cc79a7", "ring"),
     (("stb",), "stb_image_resize", "#e69f00", "circle"),
     (("QImageReader", "QByteArray"), "Qt", "#56b4e9", "circle"),

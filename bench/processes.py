@@ -2,10 +2,10 @@
 # SPDX-License-Identifier: Apache-2.0
 """processes.py BIN DATA [--small]
 
-Whole programs against each other, in turns: starting with the library and without it, and the main job of the
-workbench, decode, analyse, reduce to 0.25 and write a JPEG, against programs that reduce. Then calls with pauses
-between, in which the system may take memory away. Appends to DATA what imageutils-bench writes there, and the peak
-memory in bytes: that of processes running at the same time added up.
+Times whole programs in turns: the start of a program with and without the library; the workbench's main job (decode,
+analyse, reduce to 0.25, write a JPEG) beside other programs that reduce pictures; and calls with idle pauses between
+them. Appends lines to DATA in the format of imageutils-bench, with the peak memory in bytes, summed over processes that
+run at the same time.
 """
 import concurrent.futures
 import glob
@@ -27,7 +27,7 @@ MAGICK = next(filter(None, map(shutil.which, ("magick", "convert-im6.q16", "conv
 
 
 def run(command, output=subprocess.DEVNULL):
-    """Begin, end and peak memory of one process."""
+    """Runs one process and returns its begin, its end and its peak memory."""
     begin = time.perf_counter()
     process = subprocess.Popen(command, stdout=output, stderr=subprocess.DEVNULL)
     _, status, usage = os.wait4(process.pid, 0)
@@ -38,7 +38,7 @@ def run(command, output=subprocess.DEVNULL):
 
 
 def run_all(commands):
-    """Seconds and peak memory of commands, as many at a time as there are cores."""
+    """Runs as many commands at a time as there are cores and returns their seconds and peak memory."""
     with concurrent.futures.ThreadPoolExecutor(CORES) as pool:
         runs = list(pool.map(run, commands))
     seconds = max(end for _, end, _ in runs) - min(begin for begin, _, _ in runs)
@@ -46,8 +46,8 @@ def run_all(commands):
     return seconds, peak
 
 
-def compete(workload, size, implementations, rounds, seconds_each):
-    """Lets (name, role, call) take turns; each call returns its seconds and its peak memory."""
+def compare(workload, size, implementations, rounds, seconds_each):
+    """Runs each (name, role, call) in turn; a call returns its seconds and its peak memory."""
     samples = {name: [] for name, _, _ in implementations}
     for _ in range(rounds):
         for name, _, call in implementations:
@@ -76,14 +76,14 @@ def starting():
             return end - begin, peak
         return seconds_and_peak
 
-    compete("start of a program", "whole process",
+    compare("start of a program", "whole process",
             [("ours", "ours", call("start_ours")),
              ("Qt and OpenCV's core", "yardstick", call("start_peers")),
              ("nothing", "yardstick", call("start_nothing"))], 2 if SMALL else 101, 4)
 
 
 def check_sizes(photographs, folder, program):
-    """All outputs are there and a quarter as wide and high; whether they round up or to nearest is left open."""
+    """Checks that all outputs exist and have a quarter of the width and height, rounded up or to nearest."""
     def sizes(paths):
         lines = subprocess.check_output(["vipsheader", *paths], text=True).splitlines()
         return [tuple(map(int, line.rsplit(": ", 1)[1].split(" ")[0].split("x"))) for line in lines]
@@ -95,7 +95,7 @@ def check_sizes(photographs, folder, program):
 
 
 def main_job(size, photographs):
-    """The job on photographs: ours in one process, the peers with one process each, as many at a time as cores."""
+    """Runs the job on photographs: ours in one process, peers in one process each, as many at a time as cores."""
     milliseconds = []
 
     def call(name, commands):
@@ -125,7 +125,7 @@ def main_job(size, photographs):
         width = round(0.25 * int(subprocess.check_output(["vipsheader", "-f", "width", path])))
         return ["vipsthumbnail", path, "--size", f"{width}x", "-o", output + "[Q=95]"]
 
-    compete("main job", size, [
+    compare("main job", size, [
         ("ours", "ours", ours),
         peer("vips resize", lambda path, output: ["vips", "resize", path, output + "[Q=95]", "0.25", "--kernel",
                                                   "mitchell"]),
@@ -144,12 +144,12 @@ def main_job(size, photographs):
 
 
 def pausing():
-    """One call in each second, by workers as many as there are cores: what the rare slow one takes counts, too."""
+    """Makes one call in each second, with as many threads as cores. The slowest call is reported as well."""
     rounds, pause = (2, 0) if SMALL else (100, 1)
     workload = "resize times 2, a second after the last"
     print(f"{workload}, to 12 MP")
     for name, role, program in (("ours", "ours", "after_pause"),
-                                ("memory comes page by page", "yardstick", "after_pause_untouched")):
+                                ("without prefaulting", "yardstick", "after_pause_unprefaulted")):
         lines = subprocess.check_output([os.path.join(BIN, program), str(rounds), str(pause)], text=True).split()
         seconds = sorted(map(float, lines))
         median = statistics.median_high(seconds)

@@ -74,7 +74,7 @@ double Reference::differenceOf(const cv::Mat& result, const cv::Mat& source, dou
                                const Filter& filter)
 {
     constexpr int places = 24; // along each side
-    // Where it lies elsewhere, the whole source is stretched over the whole result.
+    // With the other origins the whole source is mapped onto the whole result.
     const bool stretches = filter.origin != Origin::OnSample;
     const double scaleX = stretches ? double(result.cols) / source.cols : scale;
     const double scaleY = stretches ? double(result.rows) / source.rows : scale;
@@ -85,7 +85,7 @@ double Reference::differenceOf(const cv::Mat& result, const cv::Mat& source, dou
         const Taps x = tapsOf(column, scaleX, filter);
         const Taps y = tapsOf(row, scaleY, filter);
         if (x.first < 0 || y.first < 0 || x.last() >= source.cols || y.last() >= source.rows)
-            continue; // each treats the edges in its own way
+            continue; // implementations differ at the edges
         const int channel = n % 3;
         largest = std::max(largest, std::abs(sampleOf(source, x, y, channel) -
                                              double(result.at<cv::Vec3f>(row, column)[channel])));

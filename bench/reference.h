@@ -3,7 +3,7 @@
 
 #include <opencv2/core.hpp>
 
-/// What a resized picture should hold, in double precision.
+/// The expected pixels of a resized picture, in double precision.
 namespace Reference {
 
 /// Where sample 0 of the result lies.
@@ -13,12 +13,12 @@ enum class Origin {
     HalfBefore ///< Half a sample before sample 0.
 };
 
-/// How a implementation resamples. The cubic is Mitchell and Netravali's with `b` and `c`.
+/// How an implementation resamples. The cubic is Mitchell and Netravali's with `b` and `c`.
 struct Filter
 {
     double b;
     double c;
-    bool widens; ///< For a reduction.
+    bool widens; ///< Whether the filter is stretched for a reduction.
     Origin origin;
 };
 

@@ -9,21 +9,21 @@ from figures import Figures, load
 from targets import targets
 
 INTRODUCTION = """# Performance
-The library beside others that do the same work on the same data, as `bench/run` measured it in one run; it writes this
-page, and [the plot](performance.svg), from [its figures](performance.tsv). Implementations take turns of up to a dozen calls
-in a row, with empty caches before each, as a program calls that works through photographs. Each result is checked
-first: *off by* says how far it was from the work, and how far it may be. *(other work)* marks what a reader knows the
-cost of and nobody has to equal. A time is that of the fastest call, the release of its result included; the median is
-in brackets, then how many times as long as ours it took.
+This page compares the library with other libraries that do the same work on the same data. `bench/run` measures
+everything in one run and writes this page, [the plot](performance.svg) and [the figures](performance.tsv).
 
-*Fresh*: blocks from 4 MiB on, and so all results, lie in memory that the system hands out anew. *Reused*: the allocator
-gives out again what the call before released. *Plain loops* are the library's work in its plainest form, pass after
-pass over whole pictures.
+Read a ratio, not a time: machines differ and are noisy, but all implementations of one table ran in turns in one
+process. A cell holds the time of the fastest call including the release of its result, the median in brackets, and
+after × how many times as long as ours the implementation took. *Off by* is the largest difference from the expected
+result, and how large it may be; a larger one ends the benchmark. *(other work)* marks a yardstick: something whose cost
+a reader knows, such as copying the data.
 
-Memory is most of the work of large results, and a virtual machine that gives what is free back to its host within
-seconds needs long to get it again. Calls in a row are spared that, and what is promised of work in one process is said
-of them. *Call by call*, where a turn is one call and seconds of others lie between two, shows the other end; so does
-*a second after the last*.
+*Fresh*: results lie in memory that the kernel has just handed out, as for a program that keeps its results. *Reused*:
+the allocator returns memory that an earlier call released. An implementation makes up to a dozen calls in a row, each
+with empty caches, as a program does that processes many photographs. *Call by call*: a turn is one call, and other
+implementations run for seconds in between. *A second after the last*: the machine idles in between. The latter two
+matter on virtual machines that return free memory to their host, because getting it back takes longer than the work.
+*Scalar loops* is the library's own reference code without SIMD, one pass over the whole picture after the other.
 """
 
 
@@ -44,14 +44,14 @@ def table(head, rows):
     return "\n".join("| " + " | ".join(row) + " |" for row in [head, ["---"] * len(head), *rows]) + "\n"
 
 
-def kept_text(promise):
-    kept = promise.is_kept()
-    return "not measured" if kept is None else "yes" if kept else "**no**"
+def met_text(target):
+    met = target.is_met()
+    return "not measured" if met is None else "yes" if met else "**no**"
 
 
-def promise_rows(all_promises, is_aim):
-    return [[promise.about, promise.words, "–" if promise.value is None else three_digits(promise.value),
-             kept_text(promise)] for promise in all_promises if promise.is_aim == is_aim]
+def target_rows(all_targets, is_goal):
+    return [[target.about, target.words, "–" if target.value is None else three_digits(target.value),
+             met_text(target)] for target in all_targets if target.is_goal == is_goal]
 
 
 def circumstances_text(line):
@@ -96,15 +96,15 @@ def workload_table(lines):
 
 
 def page(machine, lines):
-    all_promises = promises(Figures(lines))
+    all_targets = targets(Figures(lines))
     parts = [INTRODUCTION, "## The machine\n" + table(["", ""], [list(fact) for fact in machine])]
-    musts = [promise for promise in all_promises if not promise.is_aim]
-    kept = sum(promise.is_kept() is True for promise in musts)
-    parts.append(f"## What is promised\n{kept} of {len(musts)} hold.\n\n"
-                 + table(["work", "promise", "measured", "holds"], promise_rows(all_promises, False)))
-    parts.append("## What is aimed at\n" + table(["work", "aim", "measured", "reached"],
-                                                 promise_rows(all_promises, True)))
-    parts.append("## At one look\n![Times of all implementations as multiples of ours](performance.svg)\n")
+    required = [target for target in all_targets if not target.is_goal]
+    met = sum(target.is_met() is True for target in required)
+    parts.append(f"## Targets\n{met} of {len(required)} are met.\n\n"
+                 + table(["work", "target", "measured", "met"], target_rows(all_targets, False)))
+    parts.append("## Goals beyond the targets\n" + table(["work", "goal", "measured", "met"],
+                                                         target_rows(all_targets, True)))
+    parts.append("## Overview\n![Times of all implementations as multiples of ours](performance.svg)\n")
     parts.append("## The figures")
     for workload in dict.fromkeys(line.workload for line in lines):
         parts.append(f"### {workload}\n" + workload_table([line for line in lines if line.workload == workload]))

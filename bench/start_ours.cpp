@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A program that asks the library for no picture.
+// A program that links the library and processes no picture.
 #include <imageutils/osutils.h>
 
 int main() { return OSUtils::generateUuid().isEmpty(); }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A program with what the library's headers show: Qt's modules and OpenCV's core, without the
+// A program that links what the library's headers need, Qt's modules and OpenCV's core, but not the
 // library.
 #include <QtGui/QColor>
 #include <QtQml/QJSValue>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "plain.h"
+#include "scalarloops.h"
 
 #include <imageutils/kernels/base64.h>
 #include <imageutils/kernels/cubic.h>
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// What one pass sums for each output sample.
+/// The weights and centres of one pass.
 struct Filter
 {
     Filter(int length, float scale, int inputLength, float filterB, float filterC)
@@ -26,8 +26,8 @@ struct Filter
     std::vector<int> centres;
 };
 
-/// One line of pixels, which begins `radius` pixels before the first; output pixels lie `stride`
-/// floats apart.
+/// Resamples one line of pixels. `line` begins `radius` pixels before the first pixel, and output
+/// pixels lie `stride` floats apart.
 void resampleLine(const std::vector<cv::Vec3f>& line, const Filter& filter, float* out,
                   std::size_t stride)
 {
@@ -59,7 +59,7 @@ cv::Mat resizedAlongRows(const cv::Mat& source, int length, const Filter& filter
     return result;
 }
 
-/// One column at a time.
+/// Resamples one column at a time.
 cv::Mat resizedAlongColumns(const cv::Mat& source, int length, const Filter& filter)
 {
     cv::Mat result(length, source.cols, CV_32FC3);
@@ -91,8 +91,8 @@ bool areRowsMonochrome(const cv::Mat& mat)
 
 } // namespace
 
-cv::Mat Plain::resized(const cv::Mat& source, double scale, cv::Size size, float filterB,
-                       float filterC)
+cv::Mat ScalarLoops::resized(const cv::Mat& source, double scale, cv::Size size, float filterB,
+                             float filterC)
 {
     const Filter alongRows(size.width, float(scale), source.cols, filterB, filterC);
     const Filter alongColumns(size.height, float(scale), source.rows, filterB, filterC);
@@ -100,7 +100,7 @@ cv::Mat Plain::resized(const cv::Mat& source, double scale, cv::Size size, float
                                alongColumns);
 }
 
-std::pair<cv::Mat, cv::Mat> Plain::split(const cv::Mat& pixels)
+std::pair<cv::Mat, cv::Mat> ScalarLoops::split(const cv::Mat& pixels)
 {
     cv::Mat chroma(pixels.size(), CV_32FC3), alpha(pixels.size(), CV_32FC1);
     cv::parallel_for_(cv::Range(0, pixels.rows), [&](const cv::Range& rows) {
@@ -111,7 +111,7 @@ std::pair<cv::Mat, cv::Mat> Plain::split(const cv::Mat& pixels)
     return {chroma, alpha};
 }
 
-cv::Mat Plain::merged(const cv::Mat& chroma, const cv::Mat& alpha)
+cv::Mat ScalarLoops::merged(const cv::Mat& chroma, const cv::Mat& alpha)
 {
     cv::Mat pixels(chroma.size(), CV_32FC4);
     cv::parallel_for_(cv::Range(0, chroma.rows), [&](const cv::Range& rows) {
@@ -122,12 +122,12 @@ cv::Mat Plain::merged(const cv::Mat& chroma, const cv::Mat& alpha)
     return pixels;
 }
 
-bool Plain::isMonochrome(const cv::Mat& mat)
+bool ScalarLoops::isMonochrome(const cv::Mat& mat)
 {
     return mat.depth() == CV_32F ? areRowsMonochrome<float>(mat) : areRowsMonochrome<uchar>(mat);
 }
 
-void Plain::makeMonochrome(cv::Mat& mat)
+void ScalarLoops::makeMonochrome(cv::Mat& mat)
 {
     cv::parallel_for_(cv::Range(0, mat.rows), [&](const cv::Range& rows) {
         for (int y = rows.start; y < rows.end; ++y)
@@ -135,7 +135,7 @@ void Plain::makeMonochrome(cv::Mat& mat)
     });
 }
 
-bool Plain::isLumaNoise(const cv::Mat& mat)
+bool ScalarLoops::isLumaNoise(const cv::Mat& mat)
 {
     cv::Mat yuv, detail;
     cv::cvtColor(mat, yuv, cv::COLOR_RGB2YUV);
@@ -144,7 +144,7 @@ bool Plain::isLumaNoise(const cv::Mat& mat)
     return float(mean[0] / (mean[1] + mean[2]) * 0.25) > 1.0F;
 }
 
-std::string Plain::encoded(const std::vector<unsigned char>& bytes)
+std::string ScalarLoops::encoded(const std::vector<unsigned char>& bytes)
 {
     const char* const alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string text((bytes.size() + 2) / 3 * 4, '\0');
@@ -152,7 +152,7 @@ std::string Plain::encoded(const std::vector<unsigned char>& bytes)
     return text;
 }
 
-std::vector<unsigned char> Plain::decoded(const std::string& text)
+std::vector<unsigned char> ScalarLoops::decoded(const std::string& text)
 {
     std::vector<unsigned char> bytes((text.size() + 3) / 4 * 3);
     bytes.resize(Kernels::Scalar::decodeBase64(text.data(), text.size(), bytes.data()));

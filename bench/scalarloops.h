@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-/// The library's work on whole pictures in its plainest form, pass after pass: what every faster
-/// form is measured against.
-namespace Plain {
+/// The library's operations as scalar loops over whole pictures, one pass after the other. Faster
+/// implementations are measured against them.
+namespace ScalarLoops {
 
 cv::Mat resized(const cv::Mat& source, double scale, cv::Size size, float filterB, float filterC);
 
@@ -23,4 +23,4 @@ bool isLumaNoise(const cv::Mat& mat);
 std::string encoded(const std::vector<unsigned char>& bytes);
 std::vector<unsigned char> decoded(const std::string& text);
 
-} // namespace Plain
+} // namespace ScalarLoops
