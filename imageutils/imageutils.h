@@ -16,17 +16,39 @@
 #include <QtCore/QVariant>
 #include <QtQml/qqmlregistration.h>
 
-/// Services around image files: paths and formats, sizes from headers, thumbnails, parameter keys,
-/// rectangles.
+/// Services around image files: paths and formats, sizes from headers, thumbnails, parameter keys
+/// and rectangles. The QML element `NImageUtils` of the module `NImageUtils` 1.0 gives QML access
+/// to them.
 ///
-/// Every operation is static and may be called from any thread; the QML element of the same name
-/// (module `NImageUtils` 1.0) only gives QML access to them. Extensions are written without the
-/// leading '.'.
+/// Every operation is static. Extensions are written without the leading '.'.
+///
+/// Keys of parameter sets (`hash`, `hashParams`, `hashVariant`) are the same in every process, as
+/// the seed is always 0. They use Qt's own hashes of texts (names among them), byte arrays, doubles
+/// and points, and for types without a rule of their own the bytes that QDataStream writes. Qt may
+/// change these from one version to the next, so keys are stored together with the version of Qt.
+/// Integers, floats, rectangles and sizes do not depend on it. Maps and lists may be nested to any
+/// depth, but Qt's own destructor of nested lists overflows an 8 MiB stack between 100,000 and
+/// 200,000 levels.
+///
+/// @ingroup files
+/// @par Thread safety
+/// Any thread may call the operations. The cache of `imageSize` is the only shared state; a mutex
+/// guards it, and no file is read while the mutex is held.
+/// @par Ownership
+/// Results are values; arguments are not kept.
+/// @par Units
+/// Sizes and rectangles are pixels, angles are radians.
+/// @par Failure
+/// An empty text, `false`, an invalid size or a null rectangle, as named at each function. Nothing
+/// is thrown.
+/// @since 1.0
 class IMAGEUTILS_EXPORT NImageUtils : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
+    /// The lower bound of a high confidence score.
     Q_PROPERTY(float highConfidenceThreshold MEMBER HighConfidenceThreshold CONSTANT)
+    /// The upper bound of a low confidence score.
     Q_PROPERTY(float lowConfidenceThreshold MEMBER LowConfidenceThreshold CONSTANT)
 
 public:
@@ -35,7 +57,9 @@ public:
     /// The upper bound of a low confidence score.
     static const float LowConfidenceThreshold;
 
+    /// Makes the object that QML calls; `parent` owns it, if given.
     explicit NImageUtils(QObject* parent = nullptr);
+    /// Holds nothing that needs to be released.
     ~NImageUtils() override;
 
     // The order of the invokable operations fixes their indices in the meta-object: append, never
@@ -69,15 +93,16 @@ public:
     /// Whether `extension`, in any letter case, names a raw camera format.
     Q_INVOKABLE static bool isRawExt(const QString& extension);
 
-    /// Whether two paths name the same file: equal texts do, without asking the disk; others when
-    /// Qt finds them to be the same entry (links resolved). For two different paths of which
-    /// neither exists the answer is Qt's and means nothing (it is often true), so never protect an
-    /// input from its output by this.
+    /// Whether two paths name the same file. Equal texts do, without a look at the disk; different
+    /// ones do when Qt finds that they are the same entry (links resolved). For two different paths
+    /// of which neither exists Qt's answer is meaningless and often true, so do not use this
+    /// function to protect an input from its output.
     Q_INVOKABLE static bool arePathsEqual(const QString& filePath, const QString& otherFilePath);
 
-    /// `outputPath` when nothing exists there, else the first free one of "stem-2.ext",
-    /// "stem-3.ext", …, split at the last '.'. Nothing is reserved: create the file so that an
-    /// existing one fails, and ask again then. A link whose target is missing counts as free.
+    /// `outputPath` when nothing exists there, otherwise the first free name of "stem-2.ext",
+    /// "stem-3.ext", …, split at the last '.'. The name is not reserved: create the file in a mode
+    /// that refuses an existing one, and call this function again if that fails. A link whose
+    /// target is missing counts as free.
     Q_INVOKABLE static QString adjustPathWhenOverwriting(const QString& outputPath);
 
     /// Every extension that the application opens, lower case, sorted.
@@ -104,30 +129,31 @@ public:
     /// answer is used until the file's change time is later than it was; one whose file has
     /// vanished is still used.
     ///
-    /// An invalid size (-1 x -1) and a warning when the header cannot be read, and for what is no
-    /// regular file.
+    /// An invalid size (-1 x -1) and a warning when the header cannot be read, and for anything but
+    /// a regular file.
     ///
-    /// The answer is OpenImageIO's. The formats below have readers of their own, since it decodes
-    /// their pixels while opening, chosen by the file's first bytes; they give the same size and
-    /// turn for every whole file, and ask it where they cannot know. They do not see the pixels, so
-    /// a file that ends too early, or is damaged, behind a whole header has a size here:
+    /// The answer is OpenImageIO's. OpenImageIO decodes the pixels of some formats while it opens a
+    /// file, so these formats, recognised by the file's first bytes, have readers of their own. The
+    /// readers give the same size and turn as OpenImageIO for every complete file, and leave a file
+    /// to OpenImageIO if its header alone does not decide. They do not look at the pixels, so a
+    /// file that is cut off or damaged after a complete header has a size here:
     ///
     /// | format                      | OpenImageIO of such a file              | here            |
     /// |-----------------------------|-----------------------------------------|-----------------|
     /// | JPEG in one scan            | the header's size                       | the same        |
     /// | JPEG in several scans       | the header's size; none if damaged      | the header's    |
-    /// | HEIC                        | none (also where no decoder is there)   | the header's    |
-    /// | AVIF                        | none (also where no decoder is there)   | the header's    |
+    /// | HEIC                        | none (nor without a decoder)            | the header's    |
+    /// | AVIF                        | none (nor without a decoder)            | the header's    |
     /// | JPEG 2000 file (JP2)        | none                                    | the header's    |
     /// | JPEG 2000 codestream (J2K)  | none                                    | the header's    |
     /// | all others                  | as its reader says                      | the same        |
     ///
-    /// A first answer for these formats takes no longer than opening and reading a small file, for
-    /// PNG, TIFF and raw files some times that (`bench/bench_imagesize`). The first file of all
-    /// that needs OpenImageIO costs, once, the loading of its libraries.
+    /// A first answer for these formats takes no longer than opening and reading a small file; PNG,
+    /// TIFF and raw files take a few times as long (`bench/bench_imagesize`). The first file that
+    /// needs OpenImageIO also loads OpenImageIO's libraries, once per process.
     Q_INVOKABLE static QSize imageSize(const QString& path);
 
-    /// Whether `variant` holds a value of some type, a null or empty value included.
+    /// Whether `variant` holds a value of any type, a null or empty value included.
     Q_INVOKABLE static bool isValidVariant(const QVariant& variant);
 
     /// Whether the width or the height of `rect` is zero or negative.
@@ -139,7 +165,7 @@ public:
     /// pixels (4096 x 4096); then, whether the thumbnail is missing or not newer than the image.
     /// Equal times count as out of date. Nothing is written.
     ///
-    /// A critical line where the size test needs a size that `imageData` does not know; `false`.
+    /// `false` and a critical line when the size test needs a size that `imageData` does not hold.
     Q_INVOKABLE static bool shouldGenerateThumbnail(const QString& filepath,
                                                     const QString& thumbnailPath,
                                                     const NExifToolMetadata& imageData);
@@ -156,21 +182,14 @@ public:
     /// A null rectangle and a warning for a rotation that is not finite and for bounds beyond int.
     Q_INVOKABLE static QRect getBoundingRect(const QRect& rect, double rotation);
 
-    // Keys of parameter sets. They are the same in every process, as the seed is always 0, but they
-    // rest on Qt's own hashes of texts (names among them), byte arrays, doubles and points, and for
-    // types without a rule of their own on what QDataStream writes. Qt may change these from one
-    // version to the next, so keys are kept together with the version of Qt. Integers, floats,
-    // rectangles and sizes do not depend on it. Maps and lists may be nested to any depth; Qt's own
-    // destructor of nested lists overflows an 8 MiB stack between 100,000 and 200,000 levels.
-
     /// `hashParams(params)` combined with a running value: `seed` unchanged where both are equal.
     static quint64 hash(quint64 seed, const QVariantMap& params);
 
-    /// The key of a parameter set: that of its names and values in the order of the names, however
-    /// they were inserted; 0 for an empty one. A value that `QVariant::toList` converts to a list
-    /// that is not empty counts as that list: string lists, JSON arrays, `QList<int>`, and texts,
-    /// which convert to their `QChar`s, and byte arrays, each byte of which takes the road of a
-    /// type without a rule.
+    /// The key of a parameter set, computed from its names and values in the order of the names, so
+    /// the order of insertion does not matter; 0 for an empty set. A value that `QVariant::toList`
+    /// converts to a list that is not empty counts as that list: string lists, JSON arrays,
+    /// `QList<int>`, texts (lists of their `QChar`s) and byte arrays (lists of bytes, a type
+    /// without a rule).
     ///
     /// Each value of a type without a rule of its own writes a warning with the type's number. All
     /// values of one type without stream operators give the same key.

@@ -9,17 +9,31 @@
 #include <QtCore/QRect>
 #include <QtCore/QSize>
 
-/// Geometry of the brush tools and overlays. Every operation is static, free of state, and may be
-/// called from any thread. Points and sizes are in image pixels, angles in radians.
+/// Geometry of brush tools and overlays. Every operation is static.
 ///
 /// A brush size setting is meaningful from 1 on. At 50 a brush is one unit wide, at 100 four; the
 /// unit of an image is the larger of its sides divided by 32, without the fraction.
+///
+/// @image html brush.svg "mapBrushSize for an image of 4000 x 3000 pixels"
+///
+/// @ingroup geometry
+/// @par Thread safety
+/// The operations keep no state; any thread may call them.
+/// @par Ownership
+/// Results are values.
+/// @par Units
+/// Points and sizes are image pixels, angles are radians.
+/// @par Failure
+/// 0 or a null rectangle, as named at each function. Nothing is logged or thrown.
+/// @since 1.0
 class IMAGEUTILS_EXPORT NMathUtils : public QObject
 {
     Q_OBJECT
 
 public:
+    /// Makes an object for code that calls the operations through the meta-object.
     NMathUtils();
+    /// Holds nothing that needs to be released.
     ~NMathUtils() override;
 
     /// The extent in pixels of a brush of the setting `brushSize` on an image of `imageSize`: 125
@@ -28,8 +42,9 @@ public:
     Q_INVOKABLE static int mapBrushSize(float brushSize, const QSize& imageSize);
 
     /// The part of an image of `imageSize` that a brush of the setting `brushSize` at `position`
-    /// can touch: the brush and a margin to every side, clipped to the image. Its width or height
-    /// is 0 or negative where the position lies that far to the right of the image or below it.
+    /// can touch: the brush and a margin on every side, clipped to the image. Its width or height
+    /// is 0 or negative when the position lies so far to the right of the image or below it that
+    /// the brush does not reach the image.
     ///
     /// A null rectangle for an empty image, a negative coordinate, and a setting of exactly 0 or
     /// not a number.

@@ -5,8 +5,8 @@
 
 namespace aiengine {
 
-/// The graphics devices of this machine in the order in which its drivers give them; empty when
-/// there are none, or nobody who could tell.
+/// The graphics devices of this machine in the order of its drivers; empty when there are none or
+/// no Vulkan loader is installed.
 std::vector<aiutils::DeviceInfo> graphicsDevices();
 
 } // namespace aiengine

@@ -4,22 +4,22 @@
 #include <string>
 #include <utility>
 
-// What only the operating system knows of the machine; the build chooses the implementation.
+// The facts of the machine that only the operating system knows; the build chooses the source.
 namespace aiengine {
 
 struct Processor
 {
     std::string name;  ///< for people, blanks at the ends and doubled ones taken out
-    std::string maker; ///< as the processor calls it itself, e.g. "GenuineIntel"
+    std::string maker; ///< the processor's own name of its maker, e.g. "GenuineIntel"
 };
 
-/// The first processor; what is not known stays empty.
+/// The first processor; unknown facts stay empty.
 Processor processor();
 
-/// Whether the machine is one of Apple's; false where that is not known.
+/// Whether the machine is one of Apple's; false when the system does not tell.
 bool isAppleMachine();
 
-/// The memory in GiB: all of it, and what new programs may have of it. Both 0 when not known.
+/// The memory in GiB: the total, and the amount available to new programs. Both 0 when unknown.
 std::pair<double, double> memoryGiB();
 
 } // namespace aiengine

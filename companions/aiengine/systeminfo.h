@@ -8,17 +8,29 @@
 #include <utility>
 #include <vector>
 
+/// The facts of the machine.
+///
+/// @since 1.0
 namespace aiutils {
 
 /// One graphics device.
+///
+/// @ingroup machine
+/// @par Thread safety
+/// A value without shared state.
+/// @par Ownership
+/// Copies are independent of each other.
+/// @par Failure
+/// Unknown facts are 0 or empty.
+/// @since 1.0
 struct DeviceInfo
 {
-    /// For people, in UTF-8, as its driver calls it.
+    /// The driver's name of the device, for people, in UTF-8.
     std::string name;
     /// "discrete", "integrated", "virtual" or "other".
     std::string kind;
-    /// The video memory in GiB: the largest part that belongs to the device alone; 0 when it has
-    /// none of its own.
+    /// The video memory in GiB: the largest heap that belongs to the device alone; 0 when the
+    /// device has no memory of its own.
     float vram = 0;
     /// The maker's number on the PCI bus.
     std::uint32_t vendorId = 0;
@@ -26,35 +38,47 @@ struct DeviceInfo
     std::uint32_t deviceId = 0;
 };
 
-/// The facts of this machine, asked of the system when they are first needed and remembered.
+/// The facts of this machine. They are queried when they are first needed and then kept. CMake
+/// target `imageutils::aiengine`.
 ///
-/// Texts are UTF-8. There is no lock: one thread at a time.
+/// @ingroup machine
+/// @par Thread safety
+/// There is no lock: one thread at a time may use the object.
+/// @par Ownership
+/// The object of `GetInstance` belongs to the library and lives until the program ends.
+/// @par Units
+/// Memory is in GiB; texts are UTF-8.
+/// @par Failure
+/// Unknown facts are 0, empty or `false`. Nothing is thrown.
+/// @since 1.0
 class AIENGINE_EXPORT SystemInfo
 {
 public:
-    /// The one object of the process. The facts are there once it was called with
-    /// `createWhenNeeded`; before that the object knows nothing.
+    /// The only object of the process. The first call with `createWhenNeeded` queries the facts;
+    /// before that call all facts are unknown.
     static SystemInfo& GetInstance(bool createWhenNeeded);
 
-    /// A copy keeps what is known at this moment.
+    /// A copy with the facts that are known at this moment.
     SystemInfo(const SystemInfo& other);
+    /// Takes over the facts that `other` knows at this moment.
     SystemInfo& operator=(const SystemInfo& other);
+    /// Releases the facts.
     ~SystemInfo();
 
-    /// The processor's name, or that of its architecture where the system knows no more.
+    /// The processor's name, or the name of its architecture if the system tells no more.
     std::string cpuName();
 
-    /// The graphics devices, those that are only the processor in disguise left out; empty when
-    /// there are none or no driver tells. Asked once (0.1 to 0.3 s), and anew with `askAgain`; the
-    /// list returned is valid until then.
+    /// The graphics devices without software renderers, which run on the processor; empty when
+    /// there are none or no driver answers. Queried once (0.1 to 0.3 s), and again with
+    /// `askAgain`; the returned list is valid until then.
     const std::vector<DeviceInfo>& getGPUList(bool askAgain);
 
-    /// The machine's memory in GiB: all of it, and what was available when the system was asked,
-    /// which happens once, and anew with `askAgain`. Both are 0 where the system does not tell.
+    /// The machine's memory in GiB: the total, and the amount that was available at the query. The
+    /// query happens once, and again with `askAgain`. Both are 0 if the system does not tell.
     std::pair<double, double> cpuMemory(bool askAgain);
 
     /// 64 hexadecimal digits that stay the same on this machine and from which the system's own
-    /// identifier cannot be found: its SHA-256 with our name. Empty where the system has none.
+    /// identifier cannot be found: its SHA-256 with our name. Empty if the system has none.
     std::string getMachineId();
 
     /// Whether the machine is one of Apple's, whatever its processor.
@@ -64,7 +88,7 @@ public:
     /// Whether the processor is one of AMD's.
     bool isAmd() const;
 
-    /// Writes what is known to the log, a line per fact.
+    /// Writes the known facts to the log, one line each.
     void logSystemInfo();
 
 private:

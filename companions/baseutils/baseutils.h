@@ -7,10 +7,22 @@
 #include <QtCore/QStringList>
 #include <QtCore/QUrl>
 
-/// Paths, URLs and the picture formats that the application opens.
+/// Paths, URLs and the picture formats that the application opens. CMake target
+/// `imageutils::baseutils`.
 ///
-/// Every operation looks at the text alone and never touches the disk; all are stateless and may be
-/// called from any thread. Extensions are written without the leading '.', in lower case.
+/// Every operation looks at the text alone and never touches the disk. Extensions are written
+/// without the leading '.', in lower case.
+///
+/// @ingroup files
+/// @par Thread safety
+/// The operations are stateless; any thread may call them.
+/// @par Ownership
+/// Results are values.
+/// @par Units
+/// None.
+/// @par Failure
+/// An empty text or `false`. Nothing is logged or thrown.
+/// @since 1.0
 class BASEUTILS_EXPORT BaseUtils
 {
 public:

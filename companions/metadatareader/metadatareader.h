@@ -4,12 +4,16 @@
 #include <metadata/nexiftoolmetadata.h>
 #include <metadatareader/metadatareader_export.h>
 
-/// The record of the picture file at `path`, read from its header. May be called from any thread.
+/// @file
+/// The reader of picture metadata.
+
+/// The metadata record of the picture file at `path`, read from its header. CMake target
+/// `imageutils::metadatareader`.
 ///
-/// `fileType()` follows the contents: the file's own extension, lowered, where it is one of the
-/// format found, else the format's first; always one of `BaseUtils::supportedFileFormats()` where
-/// the format is one of a still picture. Width and height are those of the format's header,
-/// whatever the tags say of them.
+/// `fileType()` follows the contents: the file's own extension, in lower case, if it belongs to the
+/// format found, otherwise the format's first extension. It is always one of
+/// `BaseUtils::supportedFileFormats()` if the format is one of still pictures. Width and height are
+/// those of the format's header, even if tags say otherwise.
 ///
 /// `value(key)` knows these keys, in the units of the Exif standard: Make, Model, Software, Artist,
 /// Copyright, ImageDescription, LensMake, LensModel, BodySerialNumber, DateTime, DateTimeOriginal,
@@ -19,9 +23,6 @@
 /// GPSLatitude and GPSLongitude (degrees, south and west negative), GPSAltitude (metres, below the
 /// sea negative); and "thumbnail": type and size of the embedded preview, e.g. "jpeg 160x120".
 ///
-/// What is no regular file, and what cannot be read, gives a record that knows only the name, and a
-/// warning. Nothing is thrown.
-///
 /// Two providers can be built. The default one (OpenImageIO, libexif) does not see the tags of
 /// HEIC, AVIF, JPEG 2000 and WebP files, ISO and GPS of TIFF files, the previews of other files
 /// than JPEG and TIFF, nor that of a TIFF whose directories lie beyond its first 64 KiB; it decodes
@@ -29,4 +30,16 @@
 /// (Exiv2, under the GPL: build option `IMAGEUTILS_METADATA_PROVIDER=exiv2`) sees the tags and
 /// previews of all of these in under a millisecond, but knows fewer formats, and of HEIC gives the
 /// coded size, which may exceed the visible one.
+///
+/// @ingroup files
+/// @par Thread safety
+/// Any thread may call this function.
+/// @par Ownership
+/// The record is a value that belongs to the caller.
+/// @par Units
+/// Named at each key.
+/// @par Failure
+/// For an unreadable file, and for anything but a regular file, a warning is written and the record
+/// holds the name alone. Nothing is thrown.
+/// @since 1.0
 METADATAREADER_EXPORT NExifToolMetadata readMetadata(const QString& path);

@@ -6,14 +6,28 @@
 #include <QtCore/QString>
 
 /// The unit of a duration given as a count. The codes are fixed.
+///
+/// @ingroup amounts
+/// @since 1.0
 enum class ElapsedTimeUnit {
-    Nanoseconds = 0,
-    Microseconds = 1,
-    Milliseconds = 2,
-    Seconds = 3,
+    Nanoseconds = 0,  ///< 10^-9 s
+    Microseconds = 1, ///< 10^-6 s
+    Milliseconds = 2, ///< 10^-3 s
+    Seconds = 3,      ///< 1 s
 };
 
-/// A measured duration, kept as nanoseconds per run.
+/// A measured duration, kept as nanoseconds per run. CMake target `imageutils::timing`.
+///
+/// @ingroup amounts
+/// @par Thread safety
+/// A value without shared state; `monotonicNanoseconds()` may be called by any thread.
+/// @par Ownership
+/// Copies are independent of each other.
+/// @par Units
+/// Nanoseconds, unless `ElapsedTimeUnit` says otherwise.
+/// @par Failure
+/// Values out of range are clamped, as named at each function. Nothing is logged or thrown.
+/// @since 1.0
 class TIMING_EXPORT ElapsedTime
 {
 public:
