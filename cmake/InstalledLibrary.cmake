@@ -29,6 +29,8 @@ function(imageutils_add_companion name)
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    list(TRANSFORM arg_HEADERS PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/" OUTPUT_VARIABLE header_paths)
+    set_property(GLOBAL APPEND PROPERTY IMAGEUTILS_PUBLIC_HEADERS ${header_paths}) # for the documentation
     install(FILES ${arg_HEADERS} "${PROJECT_BINARY_DIR}/include/${name}/${name}_export.h"
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/imageutils-companions/${name})
 endfunction()

@@ -96,8 +96,8 @@ public Q_SLOTS:
     void screenChanged(QScreen* screen);
 
 public:
-    /// Major and minor version of the operating system, e.g. "10.0", as Qt knows them: "-1.-1" on
-    /// Linux, where Qt gives none.
+    /// Major and minor version of the operating system as Qt gives them, such as "10.0", and
+    /// "-1.-1" on Linux, for which Qt has none.
     Q_INVOKABLE QString operatingSystemVersion() const;
     /// The colour space of the monitor that the active window is on, or of the primary one, from
     /// its ICC profile; an info line names it. sRGB with a warning if the system has no profile or
@@ -131,7 +131,7 @@ public:
     /// The choices of a processing device: "Auto", "CPU", then the graphics devices, so that entry
     /// 2 + k is the device k of `gpuList()`.
     Q_INVOKABLE QStringList getAIProcessors();
-    /// A new random identifier, e.g. "6f1d1d83-0d8f-4d0c-9a51-7f3e2f3d1c55".
+    /// A new random identifier such as "6f1d1d83-0d8f-4d0c-9a51-7f3e2f3d1c55".
     Q_INVOKABLE static QString generateUuid();
     /// The second of the folders for the application's data (the one that all users of the machine
     /// share), or the first, the user's own, if there is only one. The folder is made if it is
