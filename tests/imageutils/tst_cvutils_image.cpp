@@ -192,7 +192,8 @@ void CvUtilsImageTest::refusesImagesAndPlanes()
     QVERIFY(chroma.type() == CV_8UC2 && alpha.type() == CV_8UC1 && alpha.size() == two.size());
     CvUtils::splitChromaAlpha(one, chroma, alpha);
     QVERIFY(chroma.empty() && alpha.size() == two.size());
-    for (const cv::Mat& none : {cv::Mat(3, 0, CV_32FC4), cv::Mat(0, 3, CV_8UC4)}) // rows of no bytes
+    for (const cv::Mat& none :
+         {cv::Mat(3, 0, CV_32FC4), cv::Mat(0, 3, CV_8UC4)}) // rows of no bytes
         CvUtils::splitChromaAlpha(none, chroma, alpha);
     QVERIFY(chroma.type() == CV_8UC3 && chroma.size() == cv::Size(3, 0) && alpha.cols == 3);
     QVERIFY(CvUtils::mergeChromaAlpha(two, one).data == two.data);

@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/bytevalue.h>
+#include <imageutils/exceptions_p.h>
 #include <imageutils/mathutils.h>
 
 #include <QtTest/QTest>
 
+#include <opencv2/core.hpp>
+
 #include <climits>
 #include <cmath>
+#include <functional>
+#include <ios>
 #include <random>
+#include <vector>
 
-/// Amounts of storage, and the geometry of brushes and points.
+/// Amounts of storage, the geometry of brushes and points, and what exceptions become.
 class ValuesTest : public QObject
 {
     Q_OBJECT
@@ -19,6 +25,7 @@ private Q_SLOTS:
     void amountsCompareByTheirBytes();
     void brushesFollowTheImage();
     void pointsTurnInSinglePrecision();
+    void exceptionsBecomeNeutralResults();
 };
 
 void ValuesTest::amountsAreBytes()
@@ -96,6 +103,25 @@ void ValuesTest::pointsTurnInSinglePrecision()
     QCOMPARE(NMathUtils::calcDistanceSquared({0, 0}, {3, 4}), 25.0f);
     QCOMPARE(NMathUtils::calcDistanceSquared({INT_MIN, 0}, {INT_MAX, 0}),
              4294967296.0f * 4294967296.0f);
+}
+
+void ValuesTest::exceptionsBecomeNeutralResults()
+{
+    QCOMPARE(neutralOnException("f", [] { return 7; }), 7);
+    const auto line = [](const char* reason, const std::function<void()>& thrower) {
+        QTest::ignoreMessage(QtWarningMsg, reason);
+        neutralOnException("f", thrower);
+        QTest::ignoreMessage(QtWarningMsg, reason);
+        const auto value = [&thrower] { return thrower(), std::vector<int>{1}; };
+        QCOMPARE(neutralOnException("f", value, {5}), std::vector<int>{5});
+    };
+    const char* const noMemory = "f: not enough memory";
+    line(noMemory, [] { throw std::bad_alloc(); });
+    line(noMemory, [] { CV_Error(cv::Error::StsNoMem, "Failed to allocate 9 bytes"); });
+    line("f: a size in the data is too large", [] { std::vector<int>().resize(std::size_t(-1)); });
+    line("f: reading or writing failed", [] { throw std::ios_base::failure("x"); });
+    line("f: the data is damaged or of an unsupported kind", [] { CV_Assert(false); });
+    line("f: the data is damaged or of an unsupported kind", [] { throw 1; });
 }
 
 QTEST_GUILESS_MAIN(ValuesTest)

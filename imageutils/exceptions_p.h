@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <imageutils/exceptionreason.h>
+
+#include <QtCore/QDebug>
+
+#include <type_traits>
+#include <utility>
+
+/// The result of `function`. When it throws: `neutral`, and the warning "NAME: REASON".
+///
+/// Every function that QML can call, and every slot, runs what may throw through this template: an
+/// exception that reaches Qt's event loop or the QML engine ends the program. The line is written
+/// after the stack has been unwound, so that the memory of the failed call is free again.
+template<typename Function, typename Result = std::invoke_result_t<Function>>
+Result neutralOnException(const char* name, Function&& function,
+                          std::type_identity_t<Result> neutral)
+{
+    const char* reason = nullptr;
+    try {
+        return std::forward<Function>(function)();
+    } catch (...) {
+        reason = exceptionReason();
+    }
+    qWarning("%s: %s", name, reason);
+    return neutral;
+}
+
+/// The same for a function whose neutral result is a default-constructed value, or that has none.
+template<typename Function>
+auto neutralOnException(const char* name, Function&& function)
+{
+    if constexpr (std::is_void_v<std::invoke_result_t<Function>>) {
+        const auto run = [&function] {
+            std::forward<Function>(function)();
+            return true;
+        };
+        neutralOnException(name, run, false);
+    } else {
+        return neutralOnException(name, std::forward<Function>(function), {});
+    }
+}
