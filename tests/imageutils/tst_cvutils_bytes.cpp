@@ -61,12 +61,12 @@ void CvUtilsBytesTest::everyTypeComesBack()
                  {whole, whole(cv::Rect(1, 2, 4, 3)), whole.col(2), whole.row(3)}) {
                 Bytes bytes = CvUtils::serializeMat(mat);
                 QCOMPARE(bytes.size(), 16 + mat.total() * mat.elemSize());
-                bytes.resize(bytes.size() + 3, 99); // what follows is ignored
+                bytes.resize(bytes.size() + 3, 99); // bytes after the data are ignored
                 QVERIFY(sameBytes(CvUtils::deserializeMat(bytes), mat));
             }
         }
     }
-    const cv::Mat large = noise(3100, 2800, CV_32FC1); // whose memory is asked for in one go
+    const cv::Mat large = noise(3100, 2800, CV_32FC1); // large enough to be prefaulted
     const std::string text = CvUtils::base64Encode(CvUtils::serializeMat(large));
     QVERIFY(sameBytes(CvUtils::deserializeMat(CvUtils::base64Decode(text)), large));
 }

@@ -20,8 +20,8 @@ namespace {
 
 constexpr float third = 0.33333f;
 
-/// One pass down the columns worked out apart from the library: centre, base and fraction in single
-/// precision, as the filter defines them, all else in double.
+/// One vertical pass, computed independently of the library: centre, base and fraction in single
+/// precision, as the filter defines them, everything else in double.
 cv::Mat passDown(const cv::Mat& source, int length, float scale, double b, double c)
 {
     const auto kernelTimesSix = [b, c](double x) {
@@ -133,7 +133,7 @@ void CvUtilsResampleTest::overshootsBeyondTheLastSample()
 void CvUtilsResampleTest::bitsDoNotDependOnThreadsStripesOrBands()
 {
     cv::Mat source = noise(5000, 97, CV_32FC3);    // some 4 MiB: several bands
-    for (const float scale : {1.0f, 6.1f, 0.5f}) { // 6.1: memory that is asked for in one go
+    for (const float scale : {1.0f, 6.1f, 0.5f}) { // 6.1: large enough to be prefaulted
         if (scale < 1) // spreads as far as its taps reach, and no farther
             source.at<cv::Vec3f>(2500, 50)[1] = INFINITY;
         const int height = int(std::ceil(5000 * double(scale)));
@@ -200,7 +200,7 @@ void CvUtilsResampleTest::refuses()
     QVERIFY(CvUtils::upsample(picture, 2.5e8f, 0, 0, 4e8f).empty());
     QCOMPARE(log.take().size(), 3);
     for (const float limit :
-         {1.0f, 0.0f, -3.0f, 1.000001f}) // no step gets there, or too many would
+         {1.0f, 0.0f, -3.0f, 1.000001f}) // no number of steps is enough, or too many are needed
         QVERIFY(CvUtils::upsample(picture, 2, 0, 0, limit).data == picture.data);
     QCOMPARE(log.take().size(), 4);
 }

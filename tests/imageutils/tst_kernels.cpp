@@ -33,7 +33,7 @@ bool sameBits(const std::vector<T>& a, const std::vector<T>& b)
 template<typename T>
 bool findsEveryDifference(int channels)
 {
-    for (std::size_t pixels = 1; pixels <= 70; ++pixels) { // two vectors of bytes and a bit
+    for (std::size_t pixels = 1; pixels <= 70; ++pixels) { // more than two vectors of bytes
         std::vector<T> row(pixels * std::size_t(channels) + 1, T(3));
         for (std::size_t i = 1; i < row.size(); ++i) // neighbours may differ
             row[i] = T((i - 1) / std::size_t(channels) % 3);
@@ -51,8 +51,8 @@ bool findsEveryDifference(int channels)
 
 } // namespace
 
-/// The loops in vectors, of every instruction set that this processor has, against the plain ones.
-/// What lies around the output is compared too.
+/// Compares the SIMD loops of every instruction set that this CPU has with the scalar loops. The
+/// memory around the output is compared too.
 class KernelsTest : public QObject
 {
     Q_OBJECT
@@ -79,7 +79,8 @@ void KernelsTest::init()
 {
     QFETCH_GLOBAL(QByteArray, set);
     Kernels::useSimdInstructionSet(set);
-    QCOMPARE(QByteArray(Kernels::simdInstructionSet()), set); // asked of code made of that set
+    QCOMPARE(QByteArray(Kernels::simdInstructionSet()),
+             set); // answered by code compiled for that set
 }
 
 void KernelsTest::resamplesRows()
@@ -95,20 +96,20 @@ void KernelsTest::resamplesRows()
                 const Kernels::Filter filter = {centres.data(), weights.data(), 2 * radius + 1,
                                                 length};
                 const int rows = length < 9 ? 19 - length : length / 61;
-                std::vector<float> plain(19 * 3 * 133, -7), vectors = plain;
+                std::vector<float> scalar(19 * 3 * 133, -7), simd = scalar;
                 std::vector<float> buffer(Kernels::rowBufferFloats(samples, filter));
                 std::vector<const float*> from;
-                std::vector<float*> toPlain, toVectors;
+                std::vector<float*> toScalar, toSimd;
                 for (std::size_t row = 0; row < std::size_t(rows); ++row) {
                     from.push_back(&pixels[1 + row * std::size_t(samples) * 3]);
-                    toPlain.push_back(&plain[3 + row * std::size_t(length + 1) * 3]);
-                    toVectors.push_back(&vectors[3 + row * std::size_t(length + 1) * 3]);
+                    toScalar.push_back(&scalar[3 + row * std::size_t(length + 1) * 3]);
+                    toSimd.push_back(&simd[3 + row * std::size_t(length + 1) * 3]);
                 }
-                Kernels::Scalar::interpolateRows(from.data(), rows, samples, filter, toPlain.data(),
-                                                 buffer.data());
-                Kernels::interpolateRows(from.data(), rows, samples, filter, toVectors.data(),
+                Kernels::Scalar::interpolateRows(from.data(), rows, samples, filter,
+                                                 toScalar.data(), buffer.data());
+                Kernels::interpolateRows(from.data(), rows, samples, filter, toSimd.data(),
                                          buffer.data());
-                QVERIFY(sameBits(plain, vectors));
+                QVERIFY(sameBits(scalar, simd));
             }
         }
     }
@@ -126,10 +127,10 @@ void KernelsTest::resamplesColumns()
     for (std::size_t row = 0; row < 60; ++row)
         rows.push_back(&pixels[1 + row * 210]);
     for (std::size_t width = 1; width <= 205; ++width) {
-        std::vector<float> plain(12 * 207, -7), vectors = plain;
-        Kernels::Scalar::interpolateColumns(rows.data(), width, filter, &plain[1], width + 2);
-        Kernels::interpolateColumns(rows.data(), width, filter, &vectors[1], width + 2);
-        QVERIFY(sameBits(plain, vectors));
+        std::vector<float> scalar(12 * 207, -7), simd = scalar;
+        Kernels::Scalar::interpolateColumns(rows.data(), width, filter, &scalar[1], width + 2);
+        Kernels::interpolateColumns(rows.data(), width, filter, &simd[1], width + 2);
+        QVERIFY(sameBits(scalar, simd));
     }
 }
 
@@ -137,14 +138,14 @@ void KernelsTest::splitsAndMerges()
 {
     const std::vector<float> pixels = noise<float>(4 * 20 + 1);
     for (std::size_t count = 0; count <= 20; ++count) {
-        std::vector<float> plain(3 * 20 + 2, -7), vectors = plain, alpha = plain, merged = pixels;
-        Kernels::Scalar::splitRow(&pixels[1], count, &plain[1], &alpha[1]);
-        std::vector<float> alphaOfVectors = plain;
-        Kernels::splitRow(&pixels[1], count, &vectors[1], &alphaOfVectors[0]);
-        QVERIFY(sameBits(plain, vectors));
-        QVERIFY(std::memcmp(&alpha[1], &alphaOfVectors[0], count * sizeof(float)) == 0);
+        std::vector<float> scalar(3 * 20 + 2, -7), simd = scalar, alpha = scalar, merged = pixels;
+        Kernels::Scalar::splitRow(&pixels[1], count, &scalar[1], &alpha[1]);
+        std::vector<float> alphaOfSimd = scalar;
+        Kernels::splitRow(&pixels[1], count, &simd[1], &alphaOfSimd[0]);
+        QVERIFY(sameBits(scalar, simd));
+        QVERIFY(std::memcmp(&alpha[1], &alphaOfSimd[0], count * sizeof(float)) == 0);
         std::fill_n(merged.begin() + 1, 4 * count, -7.0f);
-        Kernels::mergeRow(&plain[1], &alpha[1], count, &merged[1]);
+        Kernels::mergeRow(&scalar[1], &alpha[1], count, &merged[1]);
         QVERIFY(sameBits(merged, pixels));
     }
 }
@@ -154,12 +155,12 @@ void KernelsTest::makesMonochrome()
     std::vector<std::uint16_t> row = noise<std::uint16_t>(3 * 35);
     std::mt19937 random(1);
     const std::uint16_t edges[] = {0, 1, 2, 21845, 32767, 32768, 65533, 65534, 65535};
-    for (std::size_t count = 0; count <= 35; ++count) { // two vectors and a bit
-        std::vector<std::uint16_t> plain = row, vectors = row;
-        Kernels::Scalar::makeRowMonochrome(&plain[count % 3], count - (count > 34));
-        Kernels::makeRowMonochrome(&vectors[count % 3], count - (count > 34));
-        QVERIFY(sameBits(plain, vectors));
-        for (std::uint16_t& value : row) // sums around each carry
+    for (std::size_t count = 0; count <= 35; ++count) { // more than two vectors
+        std::vector<std::uint16_t> scalar = row, simd = row;
+        Kernels::Scalar::makeRowMonochrome(&scalar[count % 3], count - (count > 34));
+        Kernels::makeRowMonochrome(&simd[count % 3], count - (count > 34));
+        QVERIFY(sameBits(scalar, simd));
+        for (std::uint16_t& value : row) // sums near each carry
             value = edges[random() % std::size(edges)];
     }
 }
@@ -177,25 +178,25 @@ void KernelsTest::encodesAndDecodes()
 {
     const std::vector<std::uint8_t> bytes = noise<std::uint8_t>(111);
     for (std::size_t count = 0; count <= 110; ++count) {
-        std::string plain(152, '.'), vectors = plain;
+        std::string scalar(152, '.'), simd = scalar;
         const std::size_t length = Kernels::Scalar::encodeBase64(
-            &bytes[1], count, Kernels::standardAlphabet.data(), plain.data());
-        QCOMPARE(Kernels::encodeBase64(&bytes[1], count, Kernels::standardAlphabet.data(),
-                                       vectors.data()),
-                 length);
-        QCOMPARE(vectors, plain);
+            &bytes[1], count, Kernels::standardAlphabet.data(), scalar.data());
+        QCOMPARE(
+            Kernels::encodeBase64(&bytes[1], count, Kernels::standardAlphabet.data(), simd.data()),
+            length);
+        QCOMPARE(simd, scalar);
         std::vector<std::uint8_t> decoded((length + 3) / 4 * 3 + 1, 7);
-        QCOMPARE(Kernels::decodeBase64(vectors.data(), length, decoded.data()), count);
+        QCOMPARE(Kernels::decodeBase64(simd.data(), length, decoded.data()), count);
         QVERIFY(std::equal(&bytes[1], &bytes[1] + count, decoded.begin()) && decoded.back() == 7);
     }
     std::string text = QByteArray(96, 0x5B).toBase64().toStdString();
     for (std::size_t i = 0; i < text.size() * 256; ++i) { // every byte at every place
         const char before = std::exchange(text[i / 256], char(i % 256));
-        std::vector<std::uint8_t> plain(96), vectors(96);
+        std::vector<std::uint8_t> scalar(96), simd(96);
         const std::size_t count =
-            Kernels::Scalar::decodeBase64(text.data(), text.size(), plain.data());
-        QCOMPARE(Kernels::decodeBase64(text.data(), text.size(), vectors.data()), count);
-        QVERIFY(std::equal(plain.begin(), plain.begin() + std::ptrdiff_t(count), vectors.begin()));
+            Kernels::Scalar::decodeBase64(text.data(), text.size(), scalar.data());
+        QCOMPARE(Kernels::decodeBase64(text.data(), text.size(), simd.data()), count);
+        QVERIFY(std::equal(scalar.begin(), scalar.begin() + std::ptrdiff_t(count), simd.begin()));
         text[i / 256] = before;
     }
 }

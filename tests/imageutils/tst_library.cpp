@@ -2,8 +2,8 @@
 #include <QtCore/QProcess>
 #include <QtTest/QTest>
 
-/// Loads the shared library at run time, in a program of its own that watches what it builds and
-/// takes down.
+/// Loads the shared library at run time in a program that reports the order in which its objects
+/// are constructed and destroyed.
 class LibraryTest : public QObject
 {
     Q_OBJECT

@@ -18,8 +18,8 @@ private Q_SLOTS:
     {
         constexpr size_t mib = 1 << 20;
         QTest::addColumn<size_t>("bytes");
-        QTest::addColumn<size_t>("offset"); // of the block within memory of the allocator's
-        QTest::addColumn<size_t>("step");   // from one asking to the next
+        QTest::addColumn<size_t>("offset"); // of the block within the allocated memory
+        QTest::addColumn<size_t>("step");   // between the prefaulted ranges
         QTest::newRow("nothing") << size_t(0) << size_t(0) << size_t(1);
         QTest::newRow("less than a page") << size_t(100) << size_t(60) << size_t(7);
         QTest::newRow("just too small") << 4 * mib - 1 << size_t(0) << mib;
@@ -33,14 +33,14 @@ private Q_SLOTS:
         QFETCH(const size_t, bytes);
         QFETCH(const size_t, offset);
         QFETCH(const size_t, step);
-        for (int again = 0; again < 3; ++again) { // a block in a row may get other pages
+        for (int again = 0; again < 3; ++again) { // later blocks may get huge pages
             const std::unique_ptr<uchar[]> memory(new uchar[offset + bytes + 1]);
             uchar* const block = memory.get() + offset;
             const auto valueAt = [](size_t i) { return uchar(i / 4093 % 251 + 1); };
             block[bytes] = 255;
             const bool isWorthIt = Platform::isWorthPrefaulting(block, bytes);
             const auto write =
-                [&](size_t first) { // every second step; the ends of pages are shared
+                [&](size_t first) { // every second range; ranges share the pages at their ends
                     for (size_t at = first * step; at < bytes; at += 2 * step) {
                         const size_t end = std::min(at + step, bytes);
                         if (isWorthIt)

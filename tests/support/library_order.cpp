@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// library_order LIBRARY: loads the library and writes a line for each object that it builds at load
-// and takes down at the end. The functions below stand before those of Qt and the standard library,
-// note the call and pass it on.
+// library_order LIBRARY: loads the library and prints a line for each object that is constructed at
+// load and destroyed at the end. The functions below are found before those of Qt and the standard
+// library; each reports the call and forwards it.
 #include <QtCore/QCache>
 #include <QtCore/QFile>
 #include <QtCore/QString>
@@ -85,7 +85,8 @@ bool resourceUnregistered(int version, Bytes tree, Bytes names, Bytes data)
 
 SHOWN void* operator new(std::size_t size)
 {
-    if (size == 65) // 64 characters and their end: nothing else of that size is made during load
+    if (size == 65) // the alphabet's 64 characters and a null: nothing else of that size is
+                    // allocated during load
         note("alphabet built");
     if (void* const memory = std::malloc(size))
         return memory;
@@ -104,5 +105,5 @@ int main(int argc, char** argv)
     std::printf("loaded, cache of %lld, qmldir of %lld bytes\n",
                 static_cast<long long>(cacheLimit()),
                 static_cast<long long>(QFile(":/NImageUtils/qmldir").size()));
-    return 0; // the library is taken down as the program ends
+    return 0; // the library's objects are destroyed as the program ends
 }
