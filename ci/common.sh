@@ -7,6 +7,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # What builds on several machines or in several folders shares one compiler cache, where there is one.
 export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
+[ -n "${CCACHE_DIR-}" ] || [ -w "${HOME-}" ] || export CCACHE_DIR="$root/build/ccache"
 
 # fail MESSAGE…: ends the script with one line.
 fail() {
@@ -37,10 +38,41 @@ build() {
     (cd "$root" && cmake --build --preset "$preset" ${1+--target "$@"})
 }
 
-# run_tests PRESET: configures, builds and runs the preset's tests.
+# install_if_possible LIST…: goes on without the packages that this user may not install.
+install_if_possible() {
+    "$root/ci/install-packages" "$@" || [ $? = 3 ]
+}
+
+# tests_without_tools: which tests cannot run, as a regular expression of their names: each line of ci/packages/test.txt
+# names the tests that need its package.
+tests_without_tools() {
+    local choice
+    "$root/ci/install-packages" --missing test | while read -r choice; do
+        sed -n "s/^${choice} *# tests: *//p" "$root/ci/packages/test.txt"
+    done | sort -u | paste -sd '|'
+}
+
+# run_tests PRESET: configures, builds and runs the preset's tests, and names those that are left out.
 run_tests() {
+    local left_out
     build "$1"
-    (cd "$root" && ctest --preset "$1")
+    left_out=$(tests_without_tools)
+    cd "$root"
+    if [ -n "$left_out" ]; then
+        echo "left out, because packages are missing ($("$root/ci/install-packages" --missing test | paste -sd ' ')):" >&2
+        ctest --preset "$1" -N -R "$left_out" | sed -n 's/^ *Test *#[0-9]*:/ /p' >&2
+    fi
+    ctest --preset "$1" ${left_out:+-E "$left_out"}
+}
+
+# generation_store NAME: where ci/generation keeps the roots of that release.
+generation_store() {
+    echo "${IMAGEUTILS_GENERATIONS:-/var/cache/imageutils}/$1"
+}
+
+# own_generation: this machine's release of Debian, 12 or 13; empty where there is no number.
+own_generation() {
+    (. /etc/os-release && echo "${VERSION_ID-}")
 }
 
 # leg: called first by each check, lets it end with a line that says how it went and how long it took, and removes the
