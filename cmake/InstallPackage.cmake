@@ -5,6 +5,7 @@
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/imageutils")
+get_property(companions GLOBAL PROPERTY IMAGEUTILS_COMPANIONS)
 install(EXPORT imageutils-targets NAMESPACE imageutils:: DESTINATION "${package_dir}")
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/imageutils-config.cmake.in"
     "${PROJECT_BINARY_DIR}/imageutils-config.cmake" INSTALL_DESTINATION "${package_dir}")
@@ -15,8 +16,6 @@ install(FILES
     "${PROJECT_BINARY_DIR}/imageutils-config-version.cmake"
     DESTINATION "${package_dir}")
 
-file(RELATIVE_PATH pkgconfig_to_prefix
-    "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/imageutils.pc.in" "${PROJECT_BINARY_DIR}/imageutils.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/imageutils.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSES/Apache-2.0.txt"

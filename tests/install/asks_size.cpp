@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// asks_size PICTURE [turn]
+// asks_size PICTURE
 //
-// Writes a picture there and prints the size that the library finds, after a question that needs no
-// picture; then, if so told, the size of a turned part of a picture.
-#include <imageutils/cvutils.h>
+// Writes a picture there and prints its size as the library reads it, after a call that needs no
+// picture.
 #include <imageutils/imageutils.h>
 #include <imageutils/osutils.h>
 
@@ -19,10 +18,5 @@ int main(int argc, char** argv)
         return 1;
     const QSize size = NImageUtils::imageSize(path);
     std::printf("%d x %d\n", size.width(), size.height());
-    if (argc > 2) {
-        const cv::RotatedRect part({4, 4}, {3, 2}, 45);
-        const cv::Mat turned = CvUtils::applyRotation(cv::Mat(9, 9, CV_32FC3, 0.5), part);
-        std::printf("%d x %d\n", turned.cols, turned.rows);
-    }
     return 0;
 }
