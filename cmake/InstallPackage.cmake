@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 #
-# What `find_package(imageutils 1.0)` and `pkg-config imageutils` find. Every path is relative to the installed files, so
-# the prefix may be moved.
+# The package files for `find_package(imageutils 1.0)` and `pkg-config imageutils`. Their paths are relative to the installed
+# files, so the prefix may be moved.
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/imageutils")

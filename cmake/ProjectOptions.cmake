@@ -11,9 +11,9 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-# Installed programs find the libraries from bin, and these each other beside themselves, wherever the prefix is moved.
-# The libraries do so where they are built, too: CMake would pad their path with empty entries, in which every start of a
-# program looks for Qt, each of them the current folder.
+# Installed programs find the libraries by a path relative to `bin`, and the libraries find each other in their own folder, so
+# the prefix may be moved. The libraries have that path in the build folder, too: CMake's own build path has padding of empty
+# entries, and the loader would look for Qt in the current folder once for each entry.
 file(RELATIVE_PATH bin_to_lib "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
 set(beside_themselves INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
@@ -29,7 +29,7 @@ endif()
 
 add_library(imageutils_options INTERFACE)
 target_compile_definitions(imageutils_options INTERFACE QT_NO_KEYWORDS QT_NO_MESSAGELOGCONTEXT)
-# Equal bits on every path and processor need every product rounded: no fused multiply-add behind our back.
+# Results must not depend on the CPU, so the compiler may not contract a product and a sum into a fused multiply-add.
 target_compile_options(imageutils_options INTERFACE -ffp-contract=off -Wall -Wextra -Wpedantic)
 if(IMAGEUTILS_WARNINGS_AS_ERRORS)
     target_compile_options(imageutils_options INTERFACE -Werror)
@@ -39,7 +39,7 @@ if(IMAGEUTILS_SANITIZERS)
         "-fsanitize=${IMAGEUTILS_SANITIZERS}" -fno-omit-frame-pointer)
     target_link_options(imageutils_options INTERFACE "-fsanitize=${IMAGEUTILS_SANITIZERS}")
     if(IMAGEUTILS_SANITIZERS MATCHES undefined)
-        # Not part of `undefined`, yet what int(NaN) and int(1e30) need to be caught.
+        # `undefined` does not include this check, which catches int(NaN) and int(1e30).
         target_compile_options(imageutils_options INTERFACE
             -fsanitize=float-cast-overflow -fno-sanitize-recover=undefined,float-cast-overflow)
     endif()

@@ -23,8 +23,8 @@ set_source_files_properties("${qmldir_resource}" PROPERTIES HEADER_FILE_ONLY ON 
 target_sources(imageutils_objects PRIVATE "${qmldir_resource}")
 target_include_directories(imageutils_objects PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
 
-# imageutils::qmlmodule: a program that calls nothing of the library would not load it, as Debian's linker drops
-# libraries of which nothing is used. One small source file added to the program uses the registration function.
+# imageutils::qmlmodule: Debian's linker drops libraries that a program does not use, so a program that calls nothing of the
+# library would not load it. One small source file that is added to the program uses the registration function.
 add_library(qmlmodule INTERFACE)
 add_library(imageutils::qmlmodule ALIAS qmlmodule)
 target_link_libraries(qmlmodule INTERFACE imageutils)
@@ -35,8 +35,8 @@ install(TARGETS qmlmodule EXPORT imageutils-targets)
 install(FILES "${PROJECT_SOURCE_DIR}/cmake/keep_qmlmodule.cpp"
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/imageutils)
 
-# imageutils.qmltypes, from what moc knows of the classes. Qt keeps its own descriptions in folders that differ between
-# versions, so they are taken from its targets.
+# imageutils.qmltypes, made from moc's description of the classes. The folders of Qt's own descriptions differ between
+# versions, so their paths are taken from Qt's targets.
 qt6_extract_metatypes(imageutils_objects)
 get_target_property(own_metatypes imageutils_objects INTERFACE_QT_META_TYPES_BUILD_FILE)
 set(foreign_metatypes)

@@ -2,13 +2,16 @@
 //
 // Lists the picture files named on the command line with their sizes, and the machine below. With --quit the window closes
 // by itself.
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import NImageUtils 1.0
 
 Window {
     id: window
 
-    readonly property var files: Qt.application.arguments.filter(name => images.isSupportedFile(name))
+    readonly property var words: Array.from(Qt.application.arguments)
+    readonly property var files: words.filter(name => images.isSupportedFile(name))
 
     function describe(path: string): string {
         const size = images.imageSize(path);
@@ -49,7 +52,7 @@ Window {
 
     Timer {
         interval: 200
-        running: Qt.application.arguments.includes("--quit")
+        running: window.words.includes("--quit")
         onTriggered: Qt.quit()
     }
 }
