@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "atomicfile.h"
 
+#include "filespace.h"
+
 #include <imageutils/imageutils.h>
 
 #include <QtCore/QDateTime>
@@ -10,6 +12,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -30,34 +33,57 @@ std::error_code linkTo(const QString& path, const QString& newPath)
     return error;
 }
 
-bool isDanglingLink(const QString& path)
+/// The library calls the name of a dangling link free.
+QString freeName(const QString& wanted)
 {
-    const QFileInfo info(path);
-    return info.isSymLink() && !info.exists();
+    QString path = NImageUtils::adjustPathWhenOverwriting(wanted);
+    for (int number = 2; isNameTaken(path); ++number)
+        path = numberedName(wanted, number);
+    return path;
 }
 
-bool isTaken(const QString& path) { return QFileInfo::exists(path) || isDanglingLink(path); }
-
-QString numbered(const QString& path)
+/// Told the temporary name of each file before it is created.
+std::function<void(const QString&)>& observer()
 {
-    const QFileInfo info(path);
-    return info.dir().filePath(info.completeBaseName() + QLatin1String("-2.") + info.suffix());
+    static std::function<void(const QString&)> observer = [](const QString&) {};
+    return observer;
 }
 
 } // namespace
 
+bool isNameTaken(const QString& path)
+{
+    return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+}
+
+QString numberedName(const QString& path, int number)
+{
+    const QFileInfo info(path);
+    return info.dir().filePath(info.completeBaseName() + QLatin1Char('-') +
+                               QString::number(number) + QLatin1Char('.') + info.suffix());
+}
+
+void AtomicFile::setObserver(std::function<void(const QString&)> newObserver)
+{
+    observer() = std::move(newObserver);
+}
+
 Result<std::unique_ptr<AtomicFile>> AtomicFile::create(const QString& folder,
-                                                       const QString& extension)
+                                                       const QString& extension, Access access)
 {
     if (!QDir().mkpath(folder))
         return Failure{QStringLiteral("cannot make the folder %1").arg(folder)};
+    constexpr auto readWrite = QIODevice::ReadWrite | QIODevice::NewOnly;
+    constexpr auto owner = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
     for (;;) {
         std::unique_ptr<AtomicFile> file(new AtomicFile(randomPath(folder, extension)));
-        if (file->m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly))
+        QFile& qfile = file->m_file;
+        observer()(qfile.fileName());
+        if (access == Access::OwnerOnly ? qfile.open(readWrite, owner) : qfile.open(readWrite))
             return file;
-        if (!isTaken(file->m_file.fileName()))
+        if (!isNameTaken(qfile.fileName()))
             return Failure{
-                QStringLiteral("cannot write in %1: %2").arg(folder, file->m_file.errorString())};
+                QStringLiteral("cannot write in %1: %2").arg(folder, qfile.errorString())};
     }
 }
 
@@ -73,16 +99,15 @@ Result<QString> AtomicFile::publish(const QString& wantedPath)
     if (m_file.error() != QFileDevice::NoError)
         return Failure{QStringLiteral("cannot be written: %1").arg(m_file.errorString())};
     const QString temporary = m_file.fileName();
-    QString wanted = wantedPath;
+    if (const int error = FileSpace::fillHoles(QFile::encodeName(temporary).constData()))
+        return Failure{QStringLiteral("cannot be written: %1").arg(qt_error_string(error))};
     for (;;) {
-        const QString path = NImageUtils::adjustPathWhenOverwriting(wanted);
+        const QString path = freeName(wantedPath);
         const std::error_code error = linkTo(temporary, path);
         if (!error)
-            return path; // the destructor takes the temporary name away
-        if (isDanglingLink(path))
-            wanted = numbered(path); // the library calls it free
-        if (isTaken(path))
-            continue;                        // so it is now: someone was faster
+            return path; // the destructor removes the temporary name
+        if (isNameTaken(path))
+            continue;                        // another program was faster
         if (!QFile::rename(temporary, path)) // a file system without second names
             return Failure{QStringLiteral("cannot be named %1: %2")
                                .arg(path, QString::fromStdString(error.message()))};

@@ -5,28 +5,41 @@
 
 #include <QtCore/QFile>
 
+#include <functional>
 #include <memory>
+
+/// Whether something has the name `path`, a link that leads nowhere included.
+bool isNameTaken(const QString& path);
+
+/// `path` with `number` after its base name: "photo-2.tiff".
+QString numberedName(const QString& path, int number);
 
 /// A file that appears under its name when it is complete, or not at all: written under a random
 /// name in the same folder, and removed from there unless it was published.
 class AtomicFile
 {
 public:
+    /// Who may read the file: those that the user lets read new files, or the user alone.
+    enum class Access { AsUsual, OwnerOnly };
+
     /// A new empty file in `folder`, which is made when it is missing. Its name ends in
     /// ".`extension`".
-    static Result<std::unique_ptr<AtomicFile>> create(const QString& folder,
-                                                      const QString& extension);
+    static Result<std::unique_ptr<AtomicFile>>
+    create(const QString& folder, const QString& extension, Access access = Access::AsUsual);
     ~AtomicFile();
 
     /// The file, open for reading and writing.
     QFile& file() { return m_file; }
 
-    /// Closes the file, checks that all was written, and gives it the name `wantedPath` or, as
-    /// nothing that exists is replaced, the first free one beside it. Returns the name.
+    /// Closes the file, checks that every byte was written, and gives it the name `wantedPath` or,
+    /// as nothing that exists is replaced, the first free one beside it. Returns the name.
     Result<QString> publish(const QString& wantedPath);
 
-    /// Removes what a run that was killed has left behind in `folder` more than a day ago.
+    /// Removes temporary files that are older than a day from `folder`: their run was killed.
     static void sweep(const QString& folder);
+
+    /// From now on `observer` is called with the temporary name of each file before it is created.
+    static void setObserver(std::function<void(const QString&)> observer);
 
 private:
     explicit AtomicFile(const QString& path) : m_file(path) {}

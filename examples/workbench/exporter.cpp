@@ -3,7 +3,6 @@
 
 #include "atomicfile.h"
 #include "checkedfile.h"
-#include "console.h"
 #include "pngexif.h"
 
 #include <imageutils/cvutils.h>
@@ -102,31 +101,31 @@ qint64 bitmapLength(const cv::Mat& pixels)
 
 } // namespace
 
-Result<QString> exportPicture(QImage& image, const OIIO::ImageSpec& header,
-                              const QString& wantedPath)
+Result<std::unique_ptr<AtomicFile>> exportPicture(QImage& image, const OIIO::ImageSpec& header,
+                                                  const QString& wantedPath,
+                                                  AtomicFile::Access access)
 {
-    const Console::SilencedErrors silenced; // some writers report there and to the caller
     const QFileInfo wanted(wantedPath);
-    auto whole = AtomicFile::create(wanted.path(), wanted.suffix());
+    auto whole = AtomicFile::create(wanted.path(), wanted.suffix(), access);
     if (!whole)
-        return whole.failure();
+        return whole;
     packChannels(image, header.nchannels);
     const QString failure = failureToWrite(**whole, image, header);
     if (!failure.isEmpty())
         return cannotBeWritten(failure);
-    return (*whole)->publish(wantedPath);
+    return whole;
 }
 
-Result<QString> exportBitmap(const cv::Mat& chroma, const QString& wantedPath)
+Result<std::unique_ptr<AtomicFile>> exportBitmap(const cv::Mat& chroma, const QString& wantedPath)
 {
     const QFileInfo wanted(wantedPath);
     auto whole = AtomicFile::create(wanted.path(), wanted.suffix());
     if (!whole)
-        return whole.failure();
+        return whole;
     const QString path = (*whole)->file().fileName();
     CvUtils::imwrite(path, chroma, cv::COLOR_RGB2BGR, 255.0F, 0.0F, 1.0F);
     // It reports nothing, and says nothing of a full disk.
     if (QFileInfo(path).size() != bitmapLength(chroma))
         return cannotBeWritten(QStringLiteral("not all bytes arrived, the disk may be full"));
-    return (*whole)->publish(wantedPath);
+    return whole;
 }

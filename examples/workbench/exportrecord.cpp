@@ -2,7 +2,6 @@
 #include "exportrecord.h"
 
 #include "atomicfile.h"
-#include "console.h"
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDateTime>
@@ -35,7 +34,6 @@ QByteArray noteFor(const QString& path, const QString& record)
 /// The name of the software that the file itself carries; empty when there is none.
 QString softwareOf(const QString& path)
 {
-    const Console::SilencedErrors silenced;
     try { // damaged files make some readers throw
         const auto input = OIIO::ImageInput::open(path.toStdString());
         OIIO::geterror(true); // else the next one to ask gets the answer
@@ -76,15 +74,11 @@ QString ExportRecord::recordFor(const QString& sourcePath, const QString& settin
 
 QString ExportRecord::find(const QString& wantedPath, const QString& record)
 {
-    const QFileInfo wanted(wantedPath);
     QString path = wantedPath;
-    for (int number = 2; QFileInfo::exists(path); ++number) {
+    for (int number = 2; isNameTaken(path); ++number) {
         if (QFileInfo(path).isFile() && (hasNote(path, record) || softwareOf(path) == record))
             return path;
-        path = wanted.dir().filePath(QStringLiteral("%1-%2.%3")
-                                         .arg(wanted.completeBaseName())
-                                         .arg(number)
-                                         .arg(wanted.suffix()));
+        path = numberedName(wantedPath, number);
     }
     return {};
 }

@@ -3,56 +3,38 @@
 
 #include "interruption.h"
 #include "machine.h"
+#include "memorybudget.h"
 #include "report.h"
 #include "terminal.h"
+#include "worker.h"
 
 #include <imageutils/imageutils.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QHash>
+#include <QtCore/QTimer>
 
 #include <algorithm>
-#include <chrono>
-#include <condition_variable>
 #include <limits>
-#include <mutex>
+#include <memory>
 #include <thread>
 #include <vector>
 
 namespace {
-
-JobResult refused(const Source& source)
-{
-    JobResult result;
-    result.path = source.path;
-    result.failure = source.refusal;
-    return result;
-}
 
 int jobsFor(const Options& options)
 {
     return options.jobs > 0 ? options.jobs : std::max(1, int(std::thread::hardware_concurrency()));
 }
 
-/// For half of the photographs in work: the library's loops use several processors by themselves.
-int buffersFor(const Options& options) { return (jobsFor(options) + 1) / 2; }
-
-/// A machine that does not tell how much it has gets no limit.
-qint64 memoryFor(const Options& options)
-{
-    if (options.maxMemory > 0)
-        return options.maxMemory;
-    const qint64 available = availableMemory();
-    return available > 0 ? available / 2 : std::numeric_limits<qint64>::max() / 2;
-}
-
-/// Takes photographs down the road, several at once, and reports them in their order.
-class Run
+/// Hands photographs to workers and reports what became of them, in their order.
+class Batch : public QObject
 {
 public:
-    Run(const Options& options, const QList<Source>& sources);
+    Batch(const Options& options, const QList<Source>& sources);
 
     /// Returns the program's exit status.
-    int finish();
+    int run();
 
 private:
     struct Photograph
@@ -63,30 +45,38 @@ private:
         bool isDone = false;
         std::optional<JobResult> result{}; ///< until it was reported
     };
+    struct Slot
+    {
+        std::unique_ptr<Worker> worker = std::make_unique<Worker>();
+        Photograph* photograph = nullptr; ///< in work
+    };
 
-    void work(const std::stop_token& stop);
-    Photograph* next(const std::stop_token& stop);
+    void connectSlot(Slot& slot);
+    void fill();
+    void start(Slot& slot, Photograph& photograph);
     Photograph* ready();
+    void giveUp(Slot& slot, const QString& reason);
     void showStep(const Photograph& photograph, Step step);
     void setResult(Photograph& photograph, JobResult result);
     void reportInOrder();
     void report(Photograph& photograph);
+    void quitIfWanted();
+    bool isDone() const { return m_done == qsizetype(m_photographs.size()); }
 
     const Options& m_options;
     Report m_report;
-    Resources m_resources;
-    std::mutex m_mutex; ///< of everything below
-    std::condition_variable_any m_changed;
+    MemoryBudget m_memory;
+    const qint64 m_memoryShare;
+    std::vector<Slot> m_slots;
     std::vector<Photograph> m_photographs;
     std::size_t m_firstUntaken = 0;
     std::size_t m_firstUnreported = 0;
     qsizetype m_done = 0;
-    int m_working = 0;
 };
 
-Run::Run(const Options& options, const QList<Source>& sources)
-    : m_options(options), m_report(options, sources), m_resources{MemoryBudget(memoryFor(options)),
-                                                                  BufferPool(buffersFor(options))}
+Batch::Batch(const Options& options, const QList<Source>& sources)
+    : m_options(options), m_report(options, sources), m_memory(memoryFor(options)),
+      m_memoryShare(memoryFor(options) / jobsFor(options))
 {
     QHash<QString, qsizetype> lastOfName;
     for (const Source& source : sources) {
@@ -95,24 +85,42 @@ Run::Run(const Options& options, const QList<Source>& sources)
         m_photographs.push_back({source, lastOfName.value(name, -1)});
         lastOfName.insert(name, qsizetype(m_photographs.size()) - 1);
     }
+    m_slots.resize(std::size_t(std::min(jobsFor(options), int(m_photographs.size()))));
+    for (Slot& slot : m_slots)
+        connectSlot(slot);
 }
 
-int Run::finish()
+void Batch::connectSlot(Slot& slot)
+{
+    Worker* const worker = slot.worker.get();
+    connect(worker, &Worker::stepped, this,
+            [this, &slot](Step step) { showStep(*slot.photograph, step); });
+    connect(worker, &Worker::memoryWanted, this, [this, worker](qint64 bytes) {
+        m_memory.take(worker, bytes, [worker] { worker->grantMemory(); });
+    });
+    connect(worker, &Worker::finished, this, [this, &slot](const JobResult& result) {
+        m_memory.giveBack(slot.worker.get());
+        setResult(*std::exchange(slot.photograph, nullptr), result);
+        fill();
+    });
+    connect(worker, &Worker::unavailable, this,
+            [this, &slot](const QString& reason) { giveUp(slot, reason); });
+}
+
+int Batch::run()
 {
     using namespace std::chrono_literals;
     Interruption::install();
-    std::vector<std::jthread> workers; // they are told to stop and joined as they go away
-    m_working = std::min(jobsFor(m_options), int(m_photographs.size()));
-    for (int i = 0; i < m_working; ++i)
-        workers.emplace_back([this](const std::stop_token& stop) { work(stop); });
-    std::unique_lock lock(m_mutex);
-    // A signal may do nothing but set a number, so it is looked at.
-    while (!m_changed.wait_for(lock, 100ms, [this] { return m_working == 0; }))
-        if (Interruption::isWanted())
-            for (std::jthread& worker : workers)
-                worker.request_stop();
-    lock.unlock();
-    workers.clear();
+    QTimer poll; // a signal handler may do nothing but set a number
+    connect(&poll, &QTimer::timeout, this, &Batch::quitIfWanted);
+    poll.start(50ms);
+    QTimer::singleShot(0, this, [this] { fill(); });
+    QCoreApplication::exec();
+
+    QList<Worker*> workers;
+    for (const Slot& slot : m_slots)
+        workers.append(slot.worker.get());
+    Worker::end(workers);
     for (Photograph& photograph : m_photographs) // of an interrupted run, with gaps between them
         if (photograph.result)
             report(photograph);
@@ -122,88 +130,115 @@ int Run::finish()
     return status;
 }
 
-void Run::work(const std::stop_token& stop)
+/// Gives every free worker a photograph.
+void Batch::fill()
 {
-    while (Photograph* const photograph = next(stop)) {
-        const Source& source = photograph->source;
-        const auto onStep = [&](Step step) { showStep(*photograph, step); };
-        setResult(*photograph, source.refusal.isEmpty()
-                                   ? runJob(source.path, m_options, m_resources, onStep, stop)
-                                   : refused(source));
-    }
-    const std::lock_guard lock(m_mutex);
-    --m_working;
-    m_changed.notify_all();
+    for (Slot& slot : m_slots)
+        if (!slot.photograph)
+            if (Photograph* const photograph = ready())
+                start(slot, *photograph);
+    quitIfWanted();
 }
 
-/// Waits for a photograph that may be begun; null when there will be none.
-Run::Photograph* Run::next(const std::stop_token& stop)
+void Batch::start(Slot& slot, Photograph& photograph)
 {
-    std::unique_lock lock(m_mutex);
-    Photograph* photograph = nullptr;
-    m_changed.wait(lock, stop, [&] {
-        photograph = ready();
-        return photograph || m_firstUntaken == m_photographs.size();
-    });
-    if (!photograph || stop.stop_requested())
-        return nullptr;
-    photograph->isTaken = true;
+    photograph.isTaken = true;
     while (m_firstUntaken < m_photographs.size() && m_photographs[m_firstUntaken].isTaken)
         ++m_firstUntaken;
-    return photograph;
+    slot.photograph = &photograph;
+    const Source& source = photograph.source;
+    slot.worker->start({source.path, source.mayBeOutput, {}, m_memoryShare, m_options});
 }
 
 /// The first photograph that nobody has begun and that need not wait for another. Of those that
-/// want the same name the first gets it, however long it takes.
-Run::Photograph* Run::ready()
+/// want the same name the first gets it, however long it takes. Names that were refused are done.
+Batch::Photograph* Batch::ready()
 {
-    const auto isReady = [this](const Photograph& photograph) {
-        return !photograph.isTaken && (photograph.predecessor < 0 ||
-                                       m_photographs[std::size_t(photograph.predecessor)].isDone);
-    };
-    const auto first = std::find_if(m_photographs.begin() + std::ptrdiff_t(m_firstUntaken),
-                                    m_photographs.end(), isReady);
-    return first == m_photographs.end() ? nullptr : &*first;
+    for (std::size_t i = m_firstUntaken; i < m_photographs.size(); ++i) {
+        Photograph& photograph = m_photographs[i];
+        const bool isWaiting = photograph.predecessor >= 0 &&
+                               !m_photographs[std::size_t(photograph.predecessor)].isDone;
+        if (photograph.isTaken || isWaiting)
+            continue;
+        if (photograph.source.refusal.isEmpty())
+            return &photograph;
+        photograph.isTaken = true;
+        JobResult result;
+        result.path = photograph.source.path;
+        result.failure = photograph.source.refusal;
+        setResult(photograph, result);
+    }
+    return nullptr;
 }
 
-void Run::showStep(const Photograph& photograph, Step step)
+/// A process that cannot be started: the others go on with its photograph, or, where there are
+/// none, the photograph fails.
+void Batch::giveUp(Slot& slot, const QString& reason)
+{
+    Photograph& photograph = *std::exchange(slot.photograph, nullptr);
+    const bool isLast = std::none_of(m_slots.begin(), m_slots.end(),
+                                     [](const Slot& other) { return other.photograph != nullptr; });
+    if (!isLast) {
+        photograph.isTaken = false;
+        m_firstUntaken = std::min(m_firstUntaken, std::size_t(&photograph - m_photographs.data()));
+        return; // until another photograph is done
+    }
+    JobResult result;
+    result.path = photograph.source.path;
+    result.failure = QStringLiteral("no process can be started for it: %1").arg(reason);
+    setResult(photograph, result);
+    QTimer::singleShot(0, this, [this] { fill(); });
+}
+
+void Batch::showStep(const Photograph& photograph, Step step)
 {
     if (m_photographs.size() < 2)
         return;
-    const std::lock_guard lock(m_mutex);
     Terminal::showProgress(QStringLiteral("%1 of %2 done, %3 %4")
-                               .arg(m_done)
-                               .arg(m_photographs.size())
-                               .arg(QLatin1String(stepNames[std::size_t(step)]),
+                               .arg(QString::number(m_done), QString::number(m_photographs.size()),
+                                    QLatin1String(stepNames[std::size_t(step)]),
                                     NImageUtils::getFilename(photograph.source.path)));
 }
 
-void Run::setResult(Photograph& photograph, JobResult result)
+void Batch::setResult(Photograph& photograph, JobResult result)
 {
-    const std::lock_guard lock(m_mutex);
     photograph.result = std::move(result);
     photograph.isDone = true;
     ++m_done;
     reportInOrder();
-    m_changed.notify_all();
 }
 
 /// Reports what is done, up to the first photograph that is in work or still to come.
-void Run::reportInOrder()
+void Batch::reportInOrder()
 {
     while (m_firstUnreported < m_photographs.size() && m_photographs[m_firstUnreported].result)
         report(m_photographs[m_firstUnreported++]);
 }
 
-void Run::report(Photograph& photograph)
+void Batch::report(Photograph& photograph)
 {
     m_report.add(*photograph.result);
     photograph.result.reset();
+}
+
+void Batch::quitIfWanted()
+{
+    if (isDone() || Interruption::isWanted() || Terminal::isReaderGone())
+        QCoreApplication::quit();
 }
 
 } // namespace
 
 int runHeadless(const Options& options, const QList<Source>& sources)
 {
-    return Run(options, sources).finish();
+    return Batch(options, sources).run();
+}
+
+/// A machine that does not tell how much it has gets no limit.
+qint64 memoryFor(const Options& options)
+{
+    if (options.maxMemory > 0)
+        return options.maxMemory;
+    const qint64 available = availableMemory();
+    return available > 0 ? available / 2 : std::numeric_limits<qint64>::max() / 2;
 }

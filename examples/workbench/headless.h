@@ -4,6 +4,10 @@
 #include "options.h"
 #include "sources.h"
 
-/// Takes `sources` through the library one after the other, without a window, with progress on a
-/// terminal. Returns the program's exit status.
+/// Exports `sources` in worker processes, several at once, without a window. The reports come in
+/// the order of `sources`, with progress on a terminal. Returns the program's exit status. Needs a
+/// `QCoreApplication`.
 int runHeadless(const Options& options, const QList<Source>& sources);
+
+/// The bytes that the pixels of all photographs in work may take together.
+qint64 memoryFor(const Options& options);

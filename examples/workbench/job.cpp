@@ -4,6 +4,8 @@
 #include "crop.h"
 #include "exporter.h"
 #include "exportrecord.h"
+#include "folderlock.h"
+#include "formats.h"
 #include "messages.h"
 #include "photograph.h"
 #include "resample.h"
@@ -43,14 +45,35 @@ Refusal refuseEntry(const QString& path)
     return {};
 }
 
+Refusal refuseForFormat(const QString& extension, QSize size)
+{
+    const QString reason = Formats::refusalOf(extension, size);
+    return reason.isEmpty() ? Refusal() : Failure{reason};
+}
+
+/// The tags that a photographer looks for first; those that the file does not have are left out.
+QJsonObject tagsOf(const NExifToolMetadata& metadata)
+{
+    QJsonObject tags{{QStringLiteral("FileType"), metadata.fileType()}};
+    for (const char* const key :
+         {"Make", "Model", "LensModel", "DateTimeOriginal", "ExposureTime", "FNumber", "ISO",
+          "FocalLength", "Orientation", "GPSLatitude", "GPSLongitude", "thumbnail"}) {
+        const QVariant value = metadata.value(QString::fromLatin1(key));
+        if (value.isValid())
+            tags.insert(QString::fromLatin1(key), QJsonValue::fromVariant(value));
+    }
+    return tags;
+}
+
 /// The settings as a set of parameters, whose key says whether two runs ask for the same.
 QVariantMap parametersOf(const Options& options, const QString& extension)
 {
     QVariantMap parameters{{QStringLiteral("format"), extension},
                            {QStringLiteral("scale"), options.scale},
                            {QStringLiteral("rotate"), options.rotate},
-                           {QStringLiteral("maxSize"), QSize(options.maxWidth, options.maxHeight)},
-                           {QStringLiteral("quality"), options.quality}};
+                           {QStringLiteral("maxSize"), QSize(options.maxWidth, options.maxHeight)}};
+    if (Formats::hasQuality(extension))
+        parameters.insert(QStringLiteral("quality"), options.quality);
     if (options.filter)
         parameters.insert(QStringLiteral("filter"),
                           QVariantList{options.filter->b, options.filter->c});
@@ -69,7 +92,7 @@ QString settingsText(const Options& options, const QString& extension, bool isBi
         .arg(options.maxHeight)
         .arg(double(filter.b), 0, 'g', 9)
         .arg(double(filter.c), 0, 'g', 9)
-        .arg(options.quality)
+        .arg(Formats::hasQuality(extension) ? options.quality : 0)
         .arg(options.rotate, 0, 'g', 17);
 }
 
@@ -102,10 +125,8 @@ qint64 memoryFor(QSize source, QSize output, const Options& options)
 class Job
 {
 public:
-    Job(const Options& options, Resources& resources, const std::function<void(Step)>& onStep,
-        const std::stop_token& stop, JobResult& result)
-        : m_options(options), m_resources(resources), m_onStep(onStep), m_stop(stop),
-          m_result(result)
+    Job(const Request& request, const JobContext& context, JobResult& result)
+        : m_request(request), m_options(request.options), m_context(context), m_result(result)
     {}
 
     Refusal run();
@@ -114,11 +135,12 @@ private:
     using Work = Refusal (Job::*)();
     using Stage = std::pair<Step, Work>;
 
-    /// Does one step and takes its time.
+    /// Does one step and measures its time.
     Refusal step(Step step, Work work);
     Refusal take(std::initializer_list<Stage> stages);
 
     Refusal readHeader();
+    Refusal planOutputs();
     bool findKept();
     Refusal decode();
     Refusal split();
@@ -128,16 +150,14 @@ private:
     Refusal write();
     Refusal writeBitmap();
     void writeThumbnailBeside();
-    QString remembered(const Result<QString>& path, const QString& record);
+    Refusal publish(const Result<std::unique_ptr<AtomicFile>>& file, const Output& output,
+                    QString& path);
 
+    const Request& m_request;
     const Options& m_options;
-    Resources& m_resources;
-    const std::function<void(Step)>& m_onStep;
-    const std::stop_token& m_stop;
+    const JobContext& m_context;
     JobResult& m_result;
 
-    MemoryBudget::Share m_memory; // given back when the pixels are gone
-    BufferPool::Lease m_lease;    // of the room that the colours are in, likewise
     Output m_picture;
     Output m_bitmap;
     std::unique_ptr<OIIO::ImageOutput> m_writer;
@@ -151,9 +171,8 @@ private:
 
 Refusal Job::step(Step step, Work work)
 {
-    if (m_stop.stop_requested())
-        return Failure{QStringLiteral("was stopped")};
-    m_onStep(step);
+    m_result.failedStep = step; // if it fails
+    m_context.onStep(step);
     const qint64 begin = ElapsedTime::monotonicNanoseconds();
     const Refusal refusal = (this->*work)();
     const qint64 end = ElapsedTime::monotonicNanoseconds();
@@ -165,21 +184,23 @@ Refusal Job::run()
 {
     if (Refusal refusal = refuseEntry(m_result.path))
         return refusal;
+    if (m_request.mayBeOutput && ExportRecord::isOutput(m_result.path)) {
+        m_result.output = m_result.path;
+        m_result.isKept = m_result.isOwnOutput = true;
+        return {};
+    }
     if (Refusal refusal = step(Step::Header, &Job::readHeader))
         return refusal;
     if (findKept())
         return {};
-    m_memory = m_resources.memory.take(memoryFor(m_result.size, m_outputSize, m_options), m_stop);
-    if (Refusal refusal = take({{Step::Decode, &Job::decode}}))
-        return refusal;
-    m_lease = m_resources.buffers.take(m_stop);
-    if (Refusal refusal = take({{Step::Split, &Job::split},
-                                {Step::Analyse, &Job::analyse},
-                                {Step::Resample, &Job::resample}}))
-        return refusal;
-    m_lease.release();
-    return take(
-        {{Step::Bitmap, &Job::writeBitmap}, {Step::Join, &Job::join}, {Step::Write, &Job::write}});
+    m_context.takeMemory(memoryFor(m_result.size, m_outputSize, m_options));
+    return take({{Step::Decode, &Job::decode},
+                 {Step::Split, &Job::split},
+                 {Step::Analyse, &Job::analyse},
+                 {Step::Resample, &Job::resample},
+                 {Step::Bitmap, &Job::writeBitmap},
+                 {Step::Join, &Job::join},
+                 {Step::Write, &Job::write}});
 }
 
 Refusal Job::take(std::initializer_list<Stage> stages)
@@ -195,14 +216,6 @@ Refusal Job::take(std::initializer_list<Stage> stages)
 
 Refusal Job::readHeader()
 {
-    const QString source = NImageUtils::getExtension(m_result.path);
-    const QString extension =
-        NImageUtils::getExportExtension(source, m_options.format, true); // raw files are developed
-    m_writer = writerFor(extension);
-    if (!m_writer)
-        return Failure{
-            QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
-    m_result.key = NImageUtils::hashParams(parametersOf(m_options, extension));
     m_result.size = NImageUtils::imageSize(m_result.path);
     if (!m_result.size.isValid())
         return Failure{QStringLiteral("has no header that can be read")};
@@ -213,8 +226,25 @@ Refusal Job::readHeader()
     if (!fit)
         return fit.failure();
     m_outputSize = fit->size;
-    m_result.metadata = readMetadata(m_result.path);
-    m_isThumbnailDue = isThumbnailDue(m_result.path, m_result.metadata);
+    const NExifToolMetadata metadata = readMetadata(m_result.path);
+    m_result.metadata = tagsOf(metadata);
+    m_isThumbnailDue = isThumbnailDue(m_result.path, metadata);
+    return planOutputs();
+}
+
+Refusal Job::planOutputs()
+{
+    const QString source = NImageUtils::getExtension(m_result.path);
+    const QString extension =
+        NImageUtils::getExportExtension(source, m_options.format, true); // raw files are developed
+    m_writer = writerFor(extension);
+    if (!m_writer)
+        return Failure{
+            QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
+    if (m_options.rotate == 0.0) // what a crop leaves is looked at when it is known
+        if (Refusal refusal = refuseForFormat(extension, m_outputSize))
+            return refusal;
+    m_result.key = NImageUtils::hashParams(parametersOf(m_options, extension));
     m_picture = outputOf(m_result.path, m_options, extension, false);
     m_bitmap = outputOf(m_result.path, m_options, QStringLiteral("bmp"), true);
     return {};
@@ -246,7 +276,7 @@ Refusal Job::decode()
 
 Refusal Job::split()
 {
-    Result<Planes> planes = splitPhotograph(m_photograph, m_lease.buffer());
+    Result<Planes> planes = splitPhotograph(m_photograph, m_context.buffer);
     if (!planes)
         return planes.failure();
     m_planes = std::move(*planes);
@@ -276,10 +306,8 @@ Refusal Job::resample()
     if (!planes)
         return planes.failure();
     m_planes = std::move(*planes);
-    if (m_lease.buffer().holds(m_planes.chroma)) // nothing was to be done
-        m_planes.chroma = m_planes.chroma.clone();
     m_result.outputSize = fit->size;
-    return {};
+    return refuseForFormat(QFileInfo(m_picture.wantedPath).suffix(), fit->size);
 }
 
 /// A thumbnail that cannot be written is no reason to lose the photograph.
@@ -297,9 +325,8 @@ Refusal Job::writeBitmap()
 {
     if (!m_result.bitmap.isEmpty())
         return {}; // it was kept
-    const Result<QString> path = exportBitmap(overWhite(m_planes).chroma, m_bitmap.wantedPath);
-    m_result.bitmap = remembered(path, m_bitmap.record);
-    return path ? Refusal() : path.failure();
+    return publish(exportBitmap(overWhite(m_planes).chroma, m_bitmap.wantedPath), m_bitmap,
+                   m_result.bitmap);
 }
 
 Refusal Job::join()
@@ -318,35 +345,42 @@ Refusal Job::write()
         return {}; // it was kept
     const OIIO::ImageSpec header = headerFor(*m_writer, m_photograph, m_layout, m_image.size(),
                                              m_options.quality, m_picture.record);
-    const Result<QString> path = exportPicture(m_image, header, m_picture.wantedPath);
-    m_result.output = remembered(path, m_picture.record);
-    return path ? Refusal() : path.failure();
+    return publish(exportPicture(m_image, header, m_picture.wantedPath), m_picture,
+                   m_result.output);
 }
 
-/// The name of an output that was written; a later run will know it.
-QString Job::remembered(const Result<QString>& path, const QString& record)
+/// Gives the file its name, unless another run has written the same picture meanwhile.
+Refusal Job::publish(const Result<std::unique_ptr<AtomicFile>>& file, const Output& output,
+                     QString& path)
 {
-    if (!path)
+    if (!file)
+        return file.failure();
+    const FolderLock lock(QFile::encodeName(QFileInfo(output.wantedPath).path()).constData());
+    path = ExportRecord::find(output.wantedPath, output.record);
+    if (!path.isEmpty())
         return {};
-    if (const auto failure = ExportRecord::remember(*path, record))
+    const Result<QString> published = (*file)->publish(output.wantedPath);
+    if (!published)
+        return published.failure();
+    path = *published;
+    if (const auto failure = ExportRecord::remember(path, output.record))
         m_result.warnings.append(
             QStringLiteral("cannot be kept next time: %1").arg(failure->reason));
-    return *path;
+    return {};
 }
 
 } // namespace
 
-JobResult runJob(const QString& path, const Options& options, Resources& resources,
-                 const std::function<void(Step)>& onStep, const std::stop_token& stop)
+JobResult runJob(const Request& request, const JobContext& context)
 {
     Messages::Collector collector;
     JobResult result;
-    result.path = path;
+    result.path = request.path;
     try {
-        if (const Refusal refusal = Job(options, resources, onStep, stop, result).run())
+        if (const Refusal refusal = Job(request, context, result).run())
             result.failure = refusal->reason;
     } catch (const std::bad_alloc&) {
-        result.failure = QStringLiteral("takes more memory than there is");
+        result.failure = QStringLiteral("needs more memory than --max-memory allows or there is");
     } catch (const std::exception& exception) {
         result.failure = QString::fromUtf8(exception.what()).simplified();
     }

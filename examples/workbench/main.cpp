@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "atomicfile.h"
 #include "headless.h"
+#include "interruption.h"
 #include "machine.h"
 #include "messages.h"
 #include "options.h"
@@ -9,14 +10,13 @@
 #include "window.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QLibrary>
 #include <QtCore/QOperatingSystemVersion>
 #include <QtCore/QStringDecoder>
 #include <QtGui/QGuiApplication>
 
-#include <opencv2/core/utils/logger.hpp>
-
-#include <csignal>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -55,12 +55,16 @@ bool hasDisplay()
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
-/// A full disk quota is reported for the file, as a full disk is, and does not end the program.
-void ignoreFileSizeSignal()
+/// Works for another process of this program; worker.h says what for.
+int runWorker(int argc, char** argv)
 {
-#ifdef SIGXFSZ
-    std::signal(SIGXFSZ, SIG_IGN);
-#endif
+    const QCoreApplication application(argc, argv);
+    QLibrary module(QCoreApplication::applicationDirPath() + QLatin1String("/" WORKBENCH_MODULE));
+    const auto run = reinterpret_cast<int (*)()>(module.resolve("runWorkerProcess"));
+    if (run)
+        return run();
+    Terminal::printError(module.errorString());
+    return 1;
 }
 
 /// What a command line without photographs asks for.
@@ -86,11 +90,12 @@ std::optional<int> answer(const CommandLine& line)
 
 int main(int argc, char** argv)
 {
-    ignoreFileSizeSignal();
-    cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT); // reported by its caller
+    Interruption::ignoreWriteSignals();
+    if (argc == 2 && std::string_view(argv[1]) == "--worker")
+        return runWorker(argc, argv);
     const Arguments arguments = readArguments(argc, argv);
     const CommandLine line = readCommandLine(arguments.all);
-    Messages::install(line.options.verbose);
+    Messages::install(line.options.verbose, Terminal::printError);
 
     const bool isWindowed = line.error.isEmpty() && !line.wantsHelp && !line.wantsVersion &&
                             !line.wantsMachine && !line.options.headless && hasDisplay();
@@ -112,5 +117,10 @@ int main(int argc, char** argv)
     const QList<Source> sources =
         findSources(paths, arguments.undecodable, line.options.outputFolder);
     AtomicFile::sweep(line.options.outputFolder);
-    return isWindowed ? runWindow(line.options, sources) : runHeadless(line.options, sources);
+    if (!isWindowed)
+        return runHeadless(line.options, sources);
+    const int status = runWindow(line.options, sources);
+    if (Interruption::isWanted())
+        Interruption::obey();
+    return status;
 }

@@ -3,37 +3,27 @@
 
 #include <utility>
 
-MemoryBudget::Share::Share(Share&& other) noexcept
-    : m_budget(std::exchange(other.m_budget, nullptr)), m_bytes(other.m_bytes)
-{}
-
-MemoryBudget::Share& MemoryBudget::Share::operator=(Share&& other) noexcept
+void MemoryBudget::take(const void* holder, qint64 bytes, std::function<void()> grant)
 {
-    giveBack();
-    m_budget = std::exchange(other.m_budget, nullptr);
-    m_bytes = other.m_bytes;
-    return *this;
+    m_shares.push_back({holder, bytes, std::move(grant)});
+    grantWaiting();
 }
 
-void MemoryBudget::Share::giveBack()
+void MemoryBudget::giveBack(const void* holder)
 {
-    if (!m_budget)
-        return;
-    {
-        const std::lock_guard lock(m_budget->m_mutex);
-        m_budget->m_taken -= m_bytes;
+    m_shares.remove_if([holder](const Share& share) { return share.holder == holder; });
+    grantWaiting();
+}
+
+void MemoryBudget::grantWaiting()
+{
+    qint64 taken = 0;
+    for (Share& share : m_shares) { // those that were granted come first
+        if (share.grant) {
+            if (taken > 0 && taken + share.bytes > m_bytes)
+                return;
+            std::exchange(share.grant, {})();
+        }
+        taken += share.bytes;
     }
-    m_budget->m_changed.notify_all();
-    m_budget = nullptr;
-}
-
-MemoryBudget::Share MemoryBudget::take(qint64 bytes, const std::stop_token& stop)
-{
-    const std::lock_guard turn(m_turn);
-    std::unique_lock lock(m_mutex);
-    const auto fits = [&] { return m_taken == 0 || m_taken + bytes <= m_bytes; };
-    if (!m_changed.wait(lock, stop, fits))
-        return {};
-    m_taken += bytes;
-    return {*this, bytes};
 }

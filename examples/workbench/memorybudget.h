@@ -3,9 +3,8 @@
 
 #include <QtCore/QtGlobal>
 
-#include <condition_variable>
-#include <mutex>
-#include <stop_token>
+#include <functional>
+#include <list>
 
 /// The memory that photographs in work may take together.
 class MemoryBudget
@@ -13,32 +12,23 @@ class MemoryBudget
 public:
     explicit MemoryBudget(qint64 bytes) : m_bytes(bytes) {}
 
-    /// Bytes that are taken while it lives.
-    class Share
-    {
-    public:
-        Share() = default;
-        Share(MemoryBudget& budget, qint64 bytes) : m_budget(&budget), m_bytes(bytes) {}
-        Share(Share&& other) noexcept;
-        Share& operator=(Share&& other) noexcept;
-        ~Share() { giveBack(); }
+    /// Calls `grant` when `bytes` are free, or when nothing is taken and they are more than there
+    /// are. Those who ask later wait behind, or small photographs would keep a large one out.
+    void take(const void* holder, qint64 bytes, std::function<void()> grant);
 
-    private:
-        void giveBack();
-
-        MemoryBudget* m_budget = nullptr;
-        qint64 m_bytes = 0;
-    };
-
-    /// `bytes` of the budget, or more than it has when nothing else is taken. Waits until they are
-    /// free, and those who ask later wait behind, or small photographs would keep a large one out.
-    /// An empty share when `stop` is requested meanwhile.
-    Share take(qint64 bytes, const std::stop_token& stop);
+    /// Ends what `holder` has, or waits for.
+    void giveBack(const void* holder);
 
 private:
+    struct Share
+    {
+        const void* holder;
+        qint64 bytes;
+        std::function<void()> grant; ///< empty when it was called
+    };
+
+    void grantWaiting();
+
     const qint64 m_bytes;
-    qint64 m_taken = 0;
-    std::mutex m_turn; ///< held while waiting
-    std::mutex m_mutex;
-    std::condition_variable_any m_changed;
+    std::list<Share> m_shares; ///< in the order of the requests
 };

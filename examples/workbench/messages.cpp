@@ -1,33 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "messages.h"
 
-#include "terminal.h"
-
 #include <QtCore/QtGlobal>
 
-#include <atomic>
+#include <mutex>
+#include <utility>
 
 namespace Messages {
 
-static constinit std::atomic<bool> s_verbose = false;
+static std::mutex s_mutex; ///< of the next two, which lines of any thread use
+static constinit bool s_verbose = false;
+static std::function<void(const QString&)> s_print;
 static constinit thread_local Collector* s_collector = nullptr;
 
 void handle(QtMsgType level, const QMessageLogContext&, const QString& text)
 {
     const bool isInformation = level == QtDebugMsg || level == QtInfoMsg;
-    if (isInformation) {
-        if (s_verbose)
-            Terminal::printError(text);
-    } else if (s_collector && level != QtFatalMsg) {
+    if (!isInformation && s_collector && level != QtFatalMsg) {
         s_collector->m_warnings.append(text.simplified());
-    } else {
-        Terminal::printError(text);
+        return;
     }
+    const std::lock_guard lock(s_mutex);
+    if (!isInformation || s_verbose)
+        s_print(text);
 }
 
-void install(bool verbose)
+void install(bool verbose, std::function<void(const QString&)> print)
 {
-    s_verbose = verbose;
+    {
+        const std::lock_guard lock(s_mutex);
+        s_verbose = verbose;
+        s_print = std::move(print);
+    }
     qInstallMessageHandler(handle);
 }
 

@@ -3,12 +3,14 @@
 
 #include <QtCore/QStringList>
 
+#include <functional>
+
 /// Where the lines of Qt's message logger go, the library's among them.
 namespace Messages {
 
-/// From now on lines of information are shown only if `verbose`, and warnings go to the collector
-/// of their thread, or to the error output where there is none.
-void install(bool verbose);
+/// From now on warnings go to the collector of their thread. Where a thread has none they go to
+/// `print`, and so do lines of information if `verbose`.
+void install(bool verbose, std::function<void(const QString&)> print);
 
 /// Keeps the warnings of its own thread while it lives, so that they can be said together with the
 /// file that they are about. One per thread.

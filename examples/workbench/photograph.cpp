@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "photograph.h"
 
-#include "console.h"
 #include "upright.h"
 
 #include <imageutils/cvutils.h>
@@ -206,7 +205,6 @@ std::optional<Failure> refuseSize(double width, double height, qint64 maxPixels)
 
 Result<Photograph> readPhotograph(const QString& path, qint64 maxPixels)
 {
-    const Console::SilencedErrors silenced; // libpng reports here and to the caller
     OIIO::ImageSpec wishes;
     wishes.attribute("oiio:UnassociatedAlpha", 1); // colours as stored, not multiplied by alpha
     const auto input = OIIO::ImageInput::open(path.toStdString(), &wishes);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "bufferpool.h"
+#include "pixelbuffer.h"
 #include "planes.h"
 #include "result.h"
 

@@ -1,70 +1,69 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "photographprovider.h"
 
-#include "messages.h"
-#include "photograph.h"
-#include "resample.h"
-
-#include <imageutils/cvutils.h>
-
 #include <QtCore/QUrl>
-#include <QtGui/QColorSpace>
+#include <QtQuick/QQuickTextureFactory>
 
-#include <exception>
+#include <utility>
 
-namespace {
-
-/// `image` as a screen of the usual kind shows it.
-QImage onScreen(QImage image, const Photograph& photograph)
+/// A picture that the window waits for. Qt deletes it after `finished`.
+class PreviewResponse : public QQuickImageResponse
 {
-    image = image.convertToFormat(QImage::Format_RGBA8888);
-    const OIIO::ParamValue* const profile = photograph.spec.find_attribute("ICCProfile");
-    if (!profile || photograph.isGrey)
-        return image;
-    const QColorSpace space = QColorSpace::fromIccProfile(
-        QByteArray(static_cast<const char*>(profile->data()), qsizetype(profile->type().size())));
-    if (!space.isValid())
-        return image;
-    image.setColorSpace(space);
-    image.convertToColorSpace(QColorSpace::SRgb);
-    return image;
-}
-
-QImage fitted(const Photograph& photograph, QSize bounds)
-{
-    Options options;
-    options.maxWidth = bounds.width();
-    options.maxHeight = bounds.height();
-    const auto fit = fitFor(uprightSize(photograph), options);
-    PixelBuffer buffer;
-    const auto planes = splitPhotograph(photograph, buffer);
-    if (!fit || !planes)
-        return {};
-    auto small = resampled(*planes, *fit, {});
-    if (!small)
-        return {};
-    Planes shown = associated(*small, false);
-    return CvUtils::matToQImage(shown.chroma, shown.alpha);
-}
-
-} // namespace
-
-PhotographProvider::PhotographProvider(qint64 maxPixels)
-    : QQuickImageProvider(QQmlImageProviderBase::Image,
-                          QQmlImageProviderBase::ForceAsynchronousImageLoading),
-      m_maxPixels(maxPixels)
-{}
-
-QImage PhotographProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize)
-{
-    const Messages::Collector collector; // the job says what is wrong with the file
-    try {
-        auto photograph = readPhotograph(QUrl::fromPercentEncoding(id.toUtf8()), m_maxPixels);
-        if (!photograph)
-            return {};
-        *size = uprightSize(*photograph);
-        return onScreen(fitted(*photograph, requestedSize), *photograph);
-    } catch (const std::exception&) {
-        return {};
+public:
+    /// Called on the thread of the window, once.
+    void finish(const QImage& image)
+    {
+        m_image = image;
+        Q_EMIT finished();
     }
+
+    QQuickTextureFactory* textureFactory() const override
+    {
+        return QQuickTextureFactory::textureFactoryForImage(m_image);
+    }
+
+    QString errorString() const override
+    {
+        return m_image.isNull() ? QStringLiteral("cannot be shown") : QString();
+    }
+
+private:
+    QImage m_image;
+};
+
+PhotographProvider::PhotographProvider(const Options& options, qint64 memoryShare)
+    : m_options(options), m_memoryShare(memoryShare)
+{
+    QObject::connect(&m_worker, &Worker::previewed, &m_worker,
+                     [this](const QImage& image) { show(image); });
+    QObject::connect(&m_worker, &Worker::unavailable, &m_worker, [this] { show({}); });
+}
+
+QQuickImageResponse* PhotographProvider::requestImageResponse(const QString& id,
+                                                              const QSize& requestedSize)
+{
+    Request request{QUrl::fromPercentEncoding(id.toUtf8()), false, requestedSize, m_memoryShare,
+                    m_options};
+    auto* const response = new PreviewResponse;
+    QMetaObject::invokeMethod(
+        &m_worker, [this, task = Task{std::move(request), response}] { add(task); },
+        Qt::QueuedConnection);
+    return response;
+}
+
+void PhotographProvider::add(const Task& task)
+{
+    m_tasks.push_back(task);
+    if (m_tasks.size() == 1)
+        startNext();
+}
+
+void PhotographProvider::startNext() { m_worker.start(m_tasks.front().request); }
+
+void PhotographProvider::show(const QImage& image)
+{
+    m_tasks.front().response->finish(image);
+    m_tasks.pop_front();
+    if (!m_tasks.empty())
+        startNext();
 }

@@ -59,24 +59,12 @@ QString elided(const QString& text, qsizetype columns)
     return text.size() > columns ? text.left(columns - 1) + QChar(0x2026) : text; // an ellipsis
 }
 
-/// The tags that a photographer looks for first; those that the file does not have are left out.
-QJsonObject jsonOf(const NExifToolMetadata& metadata)
-{
-    QJsonObject object{{QStringLiteral("FileType"), metadata.fileType()}};
-    for (const char* const key :
-         {"Make", "Model", "LensModel", "DateTimeOriginal", "ExposureTime", "FNumber", "ISO",
-          "FocalLength", "Orientation", "GPSLatitude", "GPSLongitude", "thumbnail"}) {
-        const QVariant value = metadata.value(QString::fromLatin1(key));
-        if (value.isValid())
-            object.insert(QString::fromLatin1(key), QJsonValue::fromVariant(value));
-    }
-    return object;
-}
-
 QJsonObject jsonOf(const JobResult& result)
 {
     if (!result.failure.isEmpty())
-        return {{QStringLiteral("file"), result.path}, {QStringLiteral("error"), result.failure}};
+        return {{QStringLiteral("file"), result.path},
+                {QStringLiteral("error"), result.failure},
+                {QStringLiteral("step"), QLatin1String(stepNames[std::size_t(result.failedStep)])}};
     QJsonObject milliseconds;
     for (std::size_t step = 0; step < stepNames.size(); ++step)
         milliseconds.insert(QString::fromLatin1(stepNames[step]), result.milliseconds[step]);
@@ -90,7 +78,7 @@ QJsonObject jsonOf(const JobResult& result)
                        {QStringLiteral("outputSize"), jsonOf(result.outputSize)},
                        {QStringLiteral("kept"), result.isKept},
                        {QStringLiteral("key"), keyText(result)},
-                       {QStringLiteral("metadata"), jsonOf(result.metadata)},
+                       {QStringLiteral("metadata"), result.metadata},
                        {QStringLiteral("milliseconds"), milliseconds},
                        {QStringLiteral("warnings"), QJsonArray::fromStringList(result.warnings)}};
     if (!result.bitmap.isEmpty())
@@ -117,7 +105,7 @@ QString answerText(std::optional<bool> answer)
 
 QString cameraText(const JobResult& result)
 {
-    const QString model = result.metadata.value(QStringLiteral("Model")).toString().simplified();
+    const QString model = result.metadata.value(QLatin1String("Model")).toString().simplified();
     return model.isEmpty() ? QStringLiteral("-") : model;
 }
 
@@ -140,6 +128,8 @@ Report::Report(const Options& options, const QList<Source>& sources)
 
 void Report::add(const JobResult& result)
 {
+    if (result.isOwnOutput)
+        return;
     const QString name = NImageUtils::getFilename(result.path);
     for (const QString& warning : result.warnings)
         Terminal::printError(name + QLatin1String(": ") + warning);
@@ -166,7 +156,7 @@ int Report::finish()
         Terminal::printLine(summary);
     if (m_isJson && m_failed > 0)
         Terminal::printError(summary);
-    return m_failed > 0 ? 1 : 0;
+    return m_failed > 0 || !Terminal::reportLostLines() ? 1 : 0;
 }
 
 QStringList Report::rowOf(const JobResult& result) const

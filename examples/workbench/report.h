@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "job.h"
+#include "jobresult.h"
+#include "options.h"
 #include "sources.h"
 
 /// "5640x3172"; "-" for an unknown size.

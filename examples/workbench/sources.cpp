@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sources.h"
 
-#include "exportrecord.h"
-
 #include <imageutils/imageutils.h>
 
 #include <QtCore/QDir>
@@ -37,19 +35,15 @@ bool isPhotographIn(const Source& source)
            !info.fileName().startsWith(QLatin1Char('.')) && !info.isDir();
 }
 
-bool isOwnOutput(const Source& source)
-{
-    return QFileInfo(source.path).isFile() && ExportRecord::isOutput(source.path);
-}
-
-QList<Source> photographsIn(const QString& folder, bool skipOutputs)
+QList<Source> photographsIn(const QString& folder, bool mayBeOutputs)
 {
     QList<Source> sources;
     std::error_code error;
     std::filesystem::directory_iterator entry(QFileInfo(folder).filesystemFilePath(), error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        const Source source = sourceOf(entry->path());
-        if (isPhotographIn(source) && !(skipOutputs && isOwnOutput(source)))
+        Source source = sourceOf(entry->path());
+        source.mayBeOutput = mayBeOutputs;
+        if (isPhotographIn(source))
             sources.append(source);
     }
     if (error)

@@ -9,13 +9,14 @@
 struct Source
 {
     QString path;
-    QString refusal; ///< why it cannot be one; empty for a photograph
+    QString refusal{};        ///< why it cannot be one; empty for a photograph
+    bool mayBeOutput = false; ///< is passed over when an earlier run wrote it
 };
 
 /// What the user's arguments `paths` name: files as they are, folders as their photographs in the
 /// order of their names (hidden files, folders inside and files of other formats are passed over).
-/// Names in `undecodable`, whose bytes were no text, are refused. In `outputFolder`, what this
-/// program wrote there is passed over, or each run would export the pictures of the one before.
+/// Names in `undecodable`, whose bytes were no text, are refused. The photographs of `outputFolder`
+/// may be outputs: each run would export the pictures of the one before.
 QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecodable,
                           const QString& outputFolder);
 

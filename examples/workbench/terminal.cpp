@@ -4,6 +4,7 @@
 #include "console.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <mutex>
 
@@ -13,6 +14,7 @@ constexpr qsizetype progressColumns = 79; // a longer line would wrap and could 
 
 std::mutex s_mutex;
 constinit bool s_progressShown = false;
+constinit int s_lostLines = 0; ///< the system's error of the first line that did not arrive
 
 QByteArray printable(QString text)
 {
@@ -24,10 +26,10 @@ QByteArray printable(QString text)
 
 void writeError(const QByteArray& text)
 {
-    Console::writeErrors(text.constData(), std::size_t(text.size()));
+    std::fwrite(text.constData(), 1, std::size_t(text.size()), stderr);
 }
 
-void takeProgressAway()
+void removeProgress()
 {
     if (s_progressShown)
         writeError("\r\033[K");
@@ -39,15 +41,17 @@ void takeProgressAway()
 void Terminal::printLine(const QString& line)
 {
     const std::lock_guard lock(s_mutex);
-    takeProgressAway();
-    std::fputs((printable(line) + '\n').constData(), stdout);
-    std::fflush(stdout);
+    removeProgress();
+    const QByteArray text = printable(line) + '\n';
+    const std::size_t size = std::size_t(text.size());
+    if (std::fwrite(text.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0)
+        s_lostLines = s_lostLines == 0 ? errno : s_lostLines;
 }
 
 void Terminal::printError(const QString& line)
 {
     const std::lock_guard lock(s_mutex);
-    takeProgressAway();
+    removeProgress();
     writeError(printable(line) + '\n');
 }
 
@@ -64,5 +68,19 @@ void Terminal::showProgress(const QString& text)
 void Terminal::clearProgress()
 {
     const std::lock_guard lock(s_mutex);
-    takeProgressAway();
+    removeProgress();
+}
+
+bool Terminal::isReaderGone()
+{
+    const std::lock_guard lock(s_mutex);
+    return s_lostLines == EPIPE;
+}
+
+bool Terminal::reportLostLines()
+{
+    if (s_lostLines != 0 && !isReaderGone())
+        printError(QStringLiteral("imageutils-workbench: standard output: %1")
+                       .arg(qt_error_string(s_lostLines)));
+    return s_lostLines == 0;
 }

@@ -18,7 +18,14 @@ void printError(const QString& line);
 /// Nothing where the error output is no terminal.
 void showProgress(const QString& text);
 
-/// Takes the line of progress away.
+/// Removes the line of progress.
 void clearProgress();
+
+/// Whether the reader of the standard output has gone, as `head` does after some lines.
+bool isReaderGone();
+
+/// Says on the error output why a line did not arrive on the standard output, if one did not; a
+/// reader that has gone needs no explanation. Returns whether all lines arrived.
+bool reportLostLines();
 
 } // namespace Terminal

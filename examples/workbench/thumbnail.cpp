@@ -64,8 +64,7 @@ Result<QString> writeThumbnail(const Planes& planes, const QString& path, int qu
     if (!makeWay(thumbnail))
         return Failure{QStringLiteral("%1 is in the way").arg(thumbnail)};
     AtomicFile::sweep(QFileInfo(thumbnail).path());
-    Result<QString> written = exportPicture(image, header, thumbnail);
-    if (written) // the folder is everybody's, the picture is not
-        QFile::setPermissions(*written, QFile::ReadOwner | QFile::WriteOwner);
-    return written;
+    // The folder is everybody's, the picture is not.
+    auto file = exportPicture(image, header, thumbnail, AtomicFile::Access::OwnerOnly);
+    return file ? (*file)->publish(thumbnail) : file.failure();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "window.h"
 
+#include "headless.h"
+#include "interruption.h"
 #include "photographprovider.h"
 #include "workbenchmodel.h"
 
@@ -8,6 +10,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QSettings>
+#include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 #include <QtQml/QQmlApplicationEngine>
 
@@ -35,11 +38,14 @@ void keepGeometry(OSUtils& desktop)
 
 int runWindow(const Options& options, const QList<Source>& sources)
 {
-    WorkbenchModel model(options, sources);
+    using namespace std::chrono_literals;
+    const qint64 memoryShare = memoryFor(options) / 2; // one photograph, and one that is shown
+    WorkbenchModel model(options, sources, memoryShare);
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qml"));
-    engine.addImageProvider(QStringLiteral("photograph"),
-                            new PhotographProvider(options.maxPixels)); // the engine's from here on
+    engine.addImageProvider(
+        QStringLiteral("photograph"),
+        new PhotographProvider(options, memoryShare)); // the engine's from here on
     engine.setInitialProperties({{QStringLiteral("photographs"), QVariant::fromValue(&model)}});
     engine.load(QUrl(QStringLiteral("qrc:/qml/Workbench/Main.qml")));
     if (engine.rootObjects().isEmpty())
@@ -47,6 +53,13 @@ int runWindow(const Options& options, const QList<Source>& sources)
     OSUtils desktop;
     restoreGeometry(desktop);
     model.start();
+    Interruption::install();
+    QTimer poll; // a signal handler may do nothing but set a number
+    QObject::connect(&poll, &QTimer::timeout, qGuiApp, [] {
+        if (Interruption::isWanted())
+            QGuiApplication::quit();
+    });
+    poll.start(100ms);
     QGuiApplication::exec();
     keepGeometry(desktop);
     return model.failed() > 0 ? 1 : 0;

@@ -39,24 +39,31 @@ QString timesText(const JobResult& result)
 
 } // namespace
 
-WorkbenchModel::WorkbenchModel(const Options& options, const QList<Source>& sources)
-    : m_options(options)
+WorkbenchModel::WorkbenchModel(const Options& options, const QList<Source>& sources,
+                               qint64 memoryShare)
+    : m_options(options), m_memoryShare(memoryShare)
 {
     append(sources);
+    connect(&m_worker, &Worker::stepped, this, &WorkbenchModel::showStep);
+    connect(&m_worker, &Worker::memoryWanted, &m_worker, &Worker::grantMemory); // nobody shares it
+    connect(&m_worker, &Worker::finished, this, &WorkbenchModel::showResult);
+    connect(&m_worker, &Worker::unavailable, this, [this](const QString& reason) {
+        JobResult result;
+        result.failure = QStringLiteral("no process can be started for it: %1").arg(reason);
+        showResult(result);
+    });
 }
 
 void WorkbenchModel::start()
 {
-    m_worker = std::jthread([this](const std::stop_token& stop) { work(stop); });
+    m_isStarted = true;
+    startNext();
 }
 
 void WorkbenchModel::append(const QList<Source>& sources)
 {
-    const std::lock_guard lock(m_mutex);
-    for (const Source& source : sources) {
-        m_tasks.push_back({count(), source});
+    for (const Source& source : sources)
         m_entries.append({source, State::Waiting, Step::Header, {}});
-    }
 }
 
 void WorkbenchModel::add(const QStringList& paths)
@@ -67,54 +74,37 @@ void WorkbenchModel::add(const QStringList& paths)
     beginInsertRows({}, count(), count() + int(sources.size()) - 1);
     append(sources);
     endInsertRows();
-    m_hasTask.notify_one();
     Q_EMIT progressed();
+    startNext();
 }
 
-/// On the worker: waits for a photograph; nothing when the work is to end.
-std::optional<WorkbenchModel::Task> WorkbenchModel::nextTask(const std::stop_token& stop)
+/// Starts the next photograph unless one is in work.
+void WorkbenchModel::startNext()
 {
-    std::unique_lock lock(m_mutex);
-    m_hasTask.wait(lock, stop, [this] { return !m_tasks.empty(); });
-    if (stop.stop_requested())
-        return {};
-    const Task task = m_tasks.front();
-    m_tasks.pop_front();
-    return task;
-}
-
-/// On the worker: leaves every change of the entries to the thread of the window.
-void WorkbenchModel::work(const std::stop_token& stop)
-{
-    Resources resources{MemoryBudget(0), BufferPool(1)}; // one photograph has whatever it needs
-    while (const std::optional<Task> task = nextTask(stop)) {
-        const auto& [row, source] = *task;
-        const auto onStep = [this, row = row](Step step) {
-            QMetaObject::invokeMethod(
-                this, [this, row, step] { showStep(row, step); }, Qt::QueuedConnection);
-        };
-        JobResult result;
-        if (source.refusal.isEmpty())
-            result = runJob(source.path, m_options, resources, onStep, stop);
-        else
-            result.failure = source.refusal;
-        QMetaObject::invokeMethod(
-            this, [this, row = row, result] { showResult(row, result); }, Qt::QueuedConnection);
+    if (!m_isStarted || m_worker.isBusy() || m_current >= count())
+        return;
+    const Source& source = m_entries.at(m_current).source;
+    if (source.refusal.isEmpty()) {
+        m_worker.start({source.path, source.mayBeOutput, {}, m_memoryShare, m_options});
+        return;
     }
+    JobResult result;
+    result.failure = source.refusal;
+    showResult(result);
 }
 
-void WorkbenchModel::showStep(int row, Step step)
+void WorkbenchModel::showStep(Step step)
 {
-    m_entries[row].state = State::Working;
-    m_entries[row].step = step;
-    changed(row);
+    m_entries[m_current].state = State::Working;
+    m_entries[m_current].step = step;
+    changed(m_current);
 }
 
-void WorkbenchModel::showResult(int row, const JobResult& result)
+void WorkbenchModel::showResult(const JobResult& result)
 {
-    Entry& entry = m_entries[row];
+    Entry& entry = m_entries[m_current];
     entry.result = result;
-    m_latest = row;
+    m_latest = m_current;
     ++m_finished;
     if (!result.failure.isEmpty()) {
         ++m_failed;
@@ -123,7 +113,9 @@ void WorkbenchModel::showResult(int row, const JobResult& result)
     } else {
         entry.state = result.isKept ? State::Kept : State::Exported;
     }
-    changed(row);
+    changed(m_current);
+    ++m_current;
+    QMetaObject::invokeMethod(this, &WorkbenchModel::startNext, Qt::QueuedConnection);
 }
 
 void WorkbenchModel::changed(int row)

@@ -1,19 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "job.h"
 #include "sources.h"
+#include "worker.h"
 
 #include <QtCore/QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
-#include <condition_variable>
-#include <deque>
-#include <mutex>
-#include <thread>
-
 /// The photographs of a run, for the window: each with its state and, as it becomes known, what the
-/// library found out about it. A thread of its own takes them down the road one after the other.
+/// library found out about it. A worker process exports one after the other.
 class WorkbenchModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -29,12 +24,13 @@ public:
     enum class State { Waiting, Working, Exported, Kept, Failed };
     Q_ENUM(State)
 
-    WorkbenchModel(const Options& options, const QList<Source>& sources);
+    /// Workers may use `memoryShare` bytes.
+    WorkbenchModel(const Options& options, const QList<Source>& sources, qint64 memoryShare);
 
     /// Begins the work, which ends with this object.
     void start();
 
-    /// Appends the photographs that `paths` name, to be taken down the road as the others.
+    /// Appends the photographs that `paths` name, to be exported as the others.
     Q_INVOKABLE void add(const QStringList& paths);
 
     int count() const { return int(m_entries.size()); }
@@ -58,17 +54,10 @@ private:
         Step step = Step::Header;
         JobResult result;
     };
-    struct Task
-    {
-        int row;
-        Source source;
-    };
-
     void append(const QList<Source>& sources);
-    std::optional<Task> nextTask(const std::stop_token& stop);
-    void work(const std::stop_token& stop);
-    void showStep(int row, Step step);
-    void showResult(int row, const JobResult& result);
+    void startNext();
+    void showStep(Step step);
+    void showResult(const JobResult& result);
     void changed(int row);
 
     const Options m_options;
@@ -76,8 +65,8 @@ private:
     int m_latest = 0;
     int m_finished = 0;
     int m_failed = 0;
-    std::mutex m_mutex; ///< of the tasks, which alone are shared with the worker
-    std::condition_variable_any m_hasTask;
-    std::deque<Task> m_tasks;
-    std::jthread m_worker; // last: it is joined before anything that it uses goes away
+    int m_current = 0; ///< row of the photograph that is in work, or comes next
+    bool m_isStarted = false;
+    const qint64 m_memoryShare;
+    Worker m_worker;
 };

@@ -102,6 +102,43 @@ Formats that cannot be written, or not from this source, and icons, which OpenIm
   ls: cannot access 'none': No such file or directory
   [2]
 
+An encoder that ends its process (libjpeg, of a caption of 70 KB), sides that a format does not have, and a file of 1 KB
+that claims 4 gigapixels cost one photograph each:
+
+  $ /usr/bin/python3 << 'END'
+  > from PIL import Image, PngImagePlugin
+  > from struct import pack
+  > caption = PngImagePlugin.PngInfo()
+  > caption.add_text("Description", "x" * 70000)
+  > Image.open("good.png").save("caption.png", pnginfo=caption)
+  > Image.new("L", (66000, 8)).save("wide.png")
+  > marker = lambda kind, data: bytes([255, kind]) + pack(">H", len(data) + 2) + data
+  > open("claim.jpg", "wb").write(
+  >     b"\xff\xd8" + marker(0xDB, b"\0" + bytes([1] * 64))
+  >     + marker(0xC2, pack(">BHHB", 8, 64250, 64250, 3) + b"\1\x22\0\2\x11\0\3\x11\0")
+  >     + marker(0xC4, b"\0\0\1" + bytes(15)) + marker(0xDA, b"\3\1\0\2\0\3\0\0\0\0") + bytes(600) + b"\xff\xd9")
+  > END
+  $ imageutils-workbench --headless caption.png wide.png claim.jpg good.png -o one --format jpg --jobs 1 \
+  >   --max-memory 1000 --max-megapixels 9999 > table
+  caption.png: the JPG encoder ended its process with exit status 1: * (glob)
+  wide.png: 66000 x 8 pixels are too many for JPEG, whose sides have at most 65500
+  claim.jpg: ?* (glob)
+  [1]
+  $ ls -A one
+  good.jpg
+  $ imageutils-workbench --headless wide.png -o one --format webp > table
+  wide.png: 66000 x 8 pixels are too many for WebP, whose sides have at most 16383
+  [1]
+
+A standard output that takes nothing, and one that takes a line, as `head` does:
+
+  $ imageutils-workbench --headless good.png -o lines > /dev/full
+  imageutils-workbench: standard output: No space left on device
+  [1]
+  $ imageutils-workbench --headless wide.png wide.png wide.png wide.png -o lines | head -n 1 > table
+  $ ls -A lines | grep '^\.'
+  [1]
+
 Folders that cannot be written:
 
   $ for folder in good.png/out /proc/out; do imageutils-workbench --headless good.png -o $folder > table || echo $?; done
@@ -113,7 +150,7 @@ Folders that cannot be written:
 A full disk, for writers that fail at once, in the middle, and with the last bytes only: nothing is left of the picture.
 
   $ noise 256x256 large.png && cp large.png before.png
-  $ for options in "8 tiff" "8 png" "8 jpg" "8 exr" "8 sgi" "8 webp" "8 bmp" "1 tiff" "8 jpg --bitmap"; do
+  $ for options in "8 tiff" "8 png" "8 jpg" "8 exr" "8 sgi" "8 webp" "8 bmp" "8 fits" "1 tiff" "8 jpg --bitmap"; do
   >   set -- $options
   >   (ulimit -f $1; imageutils-workbench --headless large.png good.png -o full --format $2 $3 2>&1 > table)
   >   echo "$options: $?, left: $(find full \( -name 'large*' -o -name '.?*' \))"
@@ -132,6 +169,8 @@ A full disk, for writers that fail at once, in the middle, and with the last byt
   8 webp: 1, left: 
   large.png: cannot be written* (glob)
   8 bmp: 1, left: 
+  large.png: cannot be written* (glob)
+  8 fits: 1, left: 
   large.png: cannot be written* (glob)
   1 tiff: 1, left: 
   large.png: cannot be written* (glob)

@@ -36,6 +36,19 @@ over, other settings or a source that has changed get a file of their own.
   1 exported, 0 kept, 0 failed
   mine
 
+Neither "%2" in a name nor a link that leads nowhere makes a new copy at every run.
+
+  $ mkdir odd && cp photo.png 'odd/%2 %1.png' && cp photo.png odd/link.png
+  $ mkdir names && ln -s nowhere names/link.tiff && ln -s nowhere names/link-2.tiff && touch 'names/%2 %1.tiff'
+  $ imageutils-workbench --headless odd -o names > table
+  $ imageutils-workbench --headless odd -o names > table
+  $ ls names
+  %2 %1-2.tiff
+  %2 %1.tiff
+  link-2.tiff
+  link-3.tiff
+  link.tiff
+
 The folder of the source does not grow from run to run.
 
   $ mkdir grow && cp photo.png grow/

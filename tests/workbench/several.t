@@ -60,22 +60,45 @@ Two processes share a folder.
   $ ls -A shared | wc -l
   18
 
-Ended in the middle, it leaves whole pictures alone, and ends by the signal, as a shell wants to know.
+Two that are asked for the same give one file of each picture.
+
+  $ imageutils-workbench --headless a -o same > a.table & imageutils-workbench --headless a -o same > b.table
+  $ wait $!
+  $ ls -A same | wc -l
+  9
+
+A worker process that dies costs its photograph; the program that dies takes its workers and their unfinished files with
+it; ended in the middle, also by two signals, it leaves whole pictures alone and ends by the signal, as a shell wants to know.
 
   $ mkdir large
   $ noise 1200x900 3 1 large/0.png
   $ for i in $(seq 59); do ln -s 0.png large/$i.png; done
-  $ imageutils-workbench --headless large -o ended > table 2> said & program=$!
-  $ until [ "$(ls ended 2>&-)" ]; do sleep 0.05; done
-  $ kill $program
+  $ workers() { ps -o pid= --ppid $program; }
+  $ start() { # FOLDER FILE…: until the first picture is there
+  >   imageutils-workbench --headless "${@:2}" -o $1 > table 2> said & program=$!
+  >   until [ "$(ls $1 2>&-)" ]; do sleep 0.05; done
+  >   started=$(workers)
+  > }
+  $ start hit large/1*
+  $ until [ -s said ]; do kill -KILL $(workers | head -n 1) 2>&-; sleep 0.5; done
+  $ wait $program
+  [1]
+  $ sed 's/.*[0-9].png: the .*\(was killed\)/\1/' said | sort -u
+  was killed, perhaps for want of memory
+  $ start gone large
+  $ kill -KILL $program; wait $program 2> killed
+  [137]
+  $ for worker in $started; do while kill -0 $worker 2>&-; do sleep 0.05; done; done
+  $ start ended large
+  $ kill $program; kill $program
   $ wait $program
   [143]
   $ tail -n 1 table
   * exported, 0 kept, * (glob)
   $ [ $(ls -A ended | wc -l) -lt 60 ]
-  $ ls -A ended | grep '^\.'
+  $ ls -A hit gone ended | grep '^\.'
   [1]
-  $ for picture in ended/*; do oiiotool $picture large/0.png --diff > differences || echo $picture; done
+  $ for picture in {hit,gone,ended}/*; do oiiotool $picture large/0.png --diff > differences || echo $picture; done
 
 A terminal sees what is done and what is in work.
 

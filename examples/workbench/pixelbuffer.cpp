@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "bufferpool.h"
+#include "pixelbuffer.h"
 
 #include <cstdlib>
 #include <limits>
 #include <new>
-#include <utility>
 
 cv::Mat PixelBuffer::colours(const cv::Size& size)
 {
@@ -25,37 +24,3 @@ cv::Mat PixelBuffer::colours(const cv::Size& size)
 }
 
 void PixelBuffer::Free::operator()(float* floats) const { std::free(floats); }
-
-BufferPool::Lease::Lease(Lease&& other) noexcept
-    : m_pool(std::exchange(other.m_pool, nullptr)), m_buffer(std::move(other.m_buffer))
-{}
-
-BufferPool::Lease& BufferPool::Lease::operator=(Lease&& other) noexcept
-{
-    release();
-    m_pool = std::exchange(other.m_pool, nullptr);
-    m_buffer = std::move(other.m_buffer);
-    return *this;
-}
-
-void BufferPool::Lease::release()
-{
-    if (!m_pool)
-        return;
-    {
-        const std::lock_guard lock(m_pool->m_mutex);
-        m_pool->m_free.push_back(std::move(m_buffer));
-    }
-    m_pool->m_changed.notify_one();
-    m_pool = nullptr;
-}
-
-BufferPool::Lease BufferPool::take(const std::stop_token& stop)
-{
-    std::unique_lock lock(m_mutex);
-    if (!m_changed.wait(lock, stop, [this] { return !m_free.empty(); }))
-        return {};
-    Lease key(*this, std::move(m_free.back()));
-    m_free.pop_back();
-    return key;
-}

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jobmessage.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+
+namespace {
+
+QJsonValue jsonOf(QSize size) { return QJsonArray{size.width(), size.height()}; }
+
+QSize sizeOf(const QJsonValue& value) { return {value[0].toInt(-1), value[1].toInt(-1)}; }
+
+QJsonValue jsonOf(std::optional<bool> answer)
+{
+    return answer ? QJsonValue(*answer) : QJsonValue();
+}
+
+std::optional<bool> answerOf(const QJsonValue& value)
+{
+    return value.isBool() ? std::optional(value.toBool()) : std::nullopt;
+}
+
+QStringList textsOf(const QJsonValue& value)
+{
+    QStringList texts;
+    const QJsonArray array = value.toArray();
+    for (const QJsonValue& text : array)
+        texts.append(text.toString());
+    return texts;
+}
+
+QJsonObject jsonOf(const Options& options)
+{
+    QJsonObject object{{"outputFolder", options.outputFolder},
+                       {"format", options.format},
+                       {"scale", options.scale},
+                       {"rotate", options.rotate},
+                       {"maxWidth", options.maxWidth},
+                       {"maxHeight", options.maxHeight},
+                       {"quality", options.quality},
+                       {"maxPixels", options.maxPixels},
+                       {"bitmap", options.bitmap},
+                       {"verbose", options.verbose}};
+    if (options.filter)
+        object.insert("filter", QJsonArray{double(options.filter->b), double(options.filter->c)});
+    return object;
+}
+
+/// Only what a photograph depends on.
+Options optionsOf(const QJsonValue& json)
+{
+    Options options;
+    options.outputFolder = json["outputFolder"].toString();
+    options.format = json["format"].toString();
+    options.scale = json["scale"].toDouble();
+    options.rotate = json["rotate"].toDouble();
+    options.maxWidth = json["maxWidth"].toInt();
+    options.maxHeight = json["maxHeight"].toInt();
+    options.quality = json["quality"].toInt();
+    options.maxPixels = json["maxPixels"].toInteger();
+    options.bitmap = json["bitmap"].toBool();
+    options.verbose = json["verbose"].toBool();
+    const QJsonValue filter = json["filter"];
+    if (filter.isArray())
+        options.filter = FilterShape{float(filter[0].toDouble()), float(filter[1].toDouble())};
+    return options;
+}
+
+QJsonObject jsonOf(const JobResult& result)
+{
+    QJsonArray milliseconds;
+    for (const double value : result.milliseconds)
+        milliseconds.append(value);
+    return {{"path", result.path},
+            {"failure", result.failure},
+            {"failedStep", int(result.failedStep)},
+            {"warnings", QJsonArray::fromStringList(result.warnings)},
+            {"storedSize", jsonOf(result.storedSize)},
+            {"size", jsonOf(result.size)},
+            {"outputSize", jsonOf(result.outputSize)},
+            {"metadata", result.metadata},
+            {"key", QString::number(result.key)}, // JSON's numbers hold 53 bits
+            {"isGrey", jsonOf(result.isGrey)},
+            {"isLumaNoise", jsonOf(result.isLumaNoise)},
+            {"output", result.output},
+            {"bitmap", result.bitmap},
+            {"thumbnail", result.thumbnail},
+            {"isKept", result.isKept},
+            {"isOwnOutput", result.isOwnOutput},
+            {"milliseconds", milliseconds}};
+}
+
+JobResult resultOf(const QJsonValue& json)
+{
+    JobResult result;
+    result.path = json["path"].toString();
+    result.failure = json["failure"].toString();
+    result.failedStep = Step(json["failedStep"].toInt());
+    result.warnings = textsOf(json["warnings"]);
+    result.storedSize = sizeOf(json["storedSize"]);
+    result.size = sizeOf(json["size"]);
+    result.outputSize = sizeOf(json["outputSize"]);
+    result.metadata = json["metadata"].toObject();
+    result.key = json["key"].toString().toULongLong();
+    result.isGrey = answerOf(json["isGrey"]);
+    result.isLumaNoise = answerOf(json["isLumaNoise"]);
+    result.output = json["output"].toString();
+    result.bitmap = json["bitmap"].toString();
+    result.thumbnail = json["thumbnail"].toString();
+    result.isKept = json["isKept"].toBool();
+    result.isOwnOutput = json["isOwnOutput"].toBool();
+    for (std::size_t step = 0; step < result.milliseconds.size(); ++step)
+        result.milliseconds[step] = json["milliseconds"][qsizetype(step)].toDouble();
+    return result;
+}
+
+QByteArray lineOf(const QJsonObject& object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+} // namespace
+
+QByteArray lineOf(const Request& request)
+{
+    return lineOf(QJsonObject{{"path", request.path},
+                              {"mayBeOutput", request.mayBeOutput},
+                              {"preview", jsonOf(request.preview)},
+                              {"memoryShare", request.memoryShare},
+                              {"options", jsonOf(request.options)}});
+}
+
+Request requestOf(const QByteArray& line)
+{
+    const QJsonObject json = QJsonDocument::fromJson(line).object();
+    return {json["path"].toString(), json["mayBeOutput"].toBool(), sizeOf(json["preview"]),
+            json["memoryShare"].toInteger(), optionsOf(json["options"])};
+}
+
+QByteArray lineOf(const Message& message)
+{
+    QJsonObject object{{"kind", int(message.kind)}};
+    switch (message.kind) {
+    case Message::Kind::Step:
+        object.insert("step", int(message.step));
+        break;
+    case Message::Kind::Memory:
+        object.insert("bytes", message.bytes);
+        break;
+    case Message::Kind::Temporary:
+    case Message::Kind::Log:
+        object.insert("text", message.text);
+        break;
+    case Message::Kind::Result:
+        object.insert("result", jsonOf(message.result));
+        break;
+    case Message::Kind::Preview:
+        object.insert("size", jsonOf(message.size));
+        object.insert("bytes", message.bytes);
+        break;
+    }
+    return lineOf(object);
+}
+
+std::optional<Message> messageOf(const QByteArray& line)
+{
+    const QJsonObject json = QJsonDocument::fromJson(line).object();
+    const int kind = json["kind"].toInt(-1);
+    if (kind < int(Message::Kind::Step) || kind > int(Message::Kind::Preview))
+        return {};
+    return Message{Message::Kind(kind),     Step(json["step"].toInt()), json["bytes"].toInteger(),
+                   json["text"].toString(), sizeOf(json["size"]),       resultOf(json["result"])};
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "jobmessage.h"
+
+#include <QtCore/QList>
+#include <QtCore/QProcess>
+#include <QtGui/QImage>
+
+/// One worker process, in which foreign code decodes, computes and encodes one photograph after
+/// another: this program, started with `--worker`. When the process dies, the photograph in it
+/// fails, its unfinished file is removed, and the next one gets a new process. Needs an event loop.
+class Worker : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Worker(QObject* parent = nullptr);
+    ~Worker() override;
+
+    /// Hands `request` to the process, which is started when there is none. One at a time.
+    void start(const Request& request);
+
+    /// Answers `memoryWanted`.
+    void grantMemory();
+
+    /// Whether a photograph is in work.
+    bool isBusy() const { return m_isBusy; }
+
+    /// Ends the processes of `workers` in the middle of their work and removes what they have not
+    /// finished. Takes no longer than a quarter of a second.
+    static void end(const QList<Worker*>& workers);
+
+Q_SIGNALS:
+    void stepped(Step step);
+    void memoryWanted(qint64 bytes);
+
+    /// The photograph is done, or its process has died.
+    void finished(const JobResult& result);
+
+    /// The picture for a request with a preview size; null when there is none.
+    void previewed(const QImage& image);
+
+    /// The system cannot start a process now. The photograph was not begun.
+    void unavailable(const QString& reason);
+
+private:
+    void readOutput();
+    bool readPreview();
+    void readErrors();
+    void receive(const Message& message);
+    void showFailure(QProcess::ProcessError error);
+    void showEnd(int code, QProcess::ExitStatus status);
+    void complete(const JobResult& result);
+    void removeTemporaries();
+    QString reasonOfEnd(int code, QProcess::ExitStatus status) const;
+
+    QProcess m_process;
+    Request m_request;
+    bool m_isBusy = false;
+    Step m_step = Step::Header;
+    QStringList m_temporaries;        ///< files that the process may have left unfinished
+    QByteArray m_said;                ///< the end of what foreign code wrote to the error output
+    std::optional<Message> m_preview; ///< whose pixels are still to come
+};

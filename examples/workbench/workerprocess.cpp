@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "workerprocess.h"
+
+#include "addressspace.h"
+#include "atomicfile.h"
+#include "console.h"
+#include "interruption.h"
+#include "job.h"
+#include "jobmessage.h"
+#include "messages.h"
+#include "preview.h"
+
+#include <QtCore/QFile>
+
+#include <opencv2/core/utils/logger.hpp>
+
+#include <algorithm>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace {
+
+/// The pipe to the program. May be used from any thread.
+class Outbox
+{
+public:
+    explicit Outbox(int descriptor)
+    {
+        m_file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
+
+    void send(const QByteArray& bytes)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_file.write(bytes) != bytes.size())
+            std::_Exit(1); // the program is gone, and nobody wants the rest
+    }
+
+private:
+    std::mutex m_mutex;
+    QFile m_file;
+};
+
+/// The file that the process is writing, to be removed when the program dies in the meantime.
+class UnfinishedFile
+{
+public:
+    void set(const QString& path)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_path = path;
+    }
+
+    /// Ends the process, in which another thread may be at work.
+    [[noreturn]] void removeAndExit()
+    {
+        m_mutex.lock(); // for ever: no other file is begun
+        if (!m_path.isEmpty())
+            QFile::remove(m_path);
+        std::_Exit(0);
+    }
+
+private:
+    std::mutex m_mutex;
+    QString m_path;
+};
+
+/// The lines from the program, read by a thread of its own, which notices the program's death in
+/// the middle of a photograph.
+class Inbox
+{
+public:
+    explicit Inbox(UnfinishedFile& unfinished) : m_unfinished(unfinished)
+    {
+        m_file.open(stdin, QIODevice::ReadOnly);
+        try {
+            std::thread([this] { readAll(); }).detach(); // it ends the process
+            m_hasThread = true;
+        } catch (const std::system_error&) {
+            // Without a thread the program's death is noticed after the photograph.
+        }
+    }
+
+    /// Waits for the next line; empty when there will be none.
+    QByteArray next()
+    {
+        if (!m_hasThread)
+            return m_file.readLine();
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return !m_lines.empty(); });
+        const QByteArray line = m_lines.front();
+        m_lines.pop_front();
+        return line;
+    }
+
+private:
+    void readAll()
+    {
+        for (;;) {
+            const QByteArray line = m_file.readLine();
+            if (line.isEmpty())
+                m_unfinished.removeAndExit();
+            const std::lock_guard lock(m_mutex);
+            m_lines.push_back(line);
+            m_changed.notify_one();
+        }
+    }
+
+    UnfinishedFile& m_unfinished;
+    QFile m_file;
+    bool m_hasThread = false;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<QByteArray> m_lines;
+};
+
+/// One worker process, photograph after photograph.
+class Process
+{
+public:
+    int run();
+
+private:
+    void showPreview(const Request& request);
+    void exportPhotograph(const Request& request);
+    void takeMemory(qint64 bytes, qint64 share);
+    void send(const Message& message) { m_outbox.send(lineOf(message)); }
+
+    UnfinishedFile m_unfinished;
+    Outbox m_outbox{Console::takeStandardOutput()};
+    Inbox m_inbox{m_unfinished};
+    PixelBuffer m_buffer; // memory that was filled once is filled faster the next time
+};
+
+int Process::run()
+{
+    AtomicFile::setObserver([this](const QString& path) {
+        send({Message::Kind::Temporary, {}, 0, path});
+        m_unfinished.set(path);
+    });
+    for (;;) {
+        const QByteArray line = m_inbox.next();
+        if (line.isEmpty())
+            return 0;
+        const Request request = requestOf(line);
+        Messages::install(request.options.verbose, [this](const QString& text) {
+            send({Message::Kind::Log, {}, 0, text});
+        });
+        if (request.preview.isValid())
+            showPreview(request);
+        else
+            exportPhotograph(request);
+    }
+}
+
+void Process::showPreview(const Request& request)
+{
+    AddressSpace::limit(AddressSpace::ownNeed() + request.memoryShare);
+    const QImage image = previewOf(request.path, request.preview, request.options.maxPixels);
+    send({Message::Kind::Preview, {}, image.sizeInBytes(), {}, image.size()});
+    m_outbox.send(QByteArray::fromRawData(reinterpret_cast<const char*>(image.constBits()),
+                                          image.sizeInBytes()));
+}
+
+void Process::exportPhotograph(const Request& request)
+{
+    AddressSpace::limit(AddressSpace::ownNeed() + request.memoryShare);
+    const JobContext context{[this](Step step) {
+                                 send({Message::Kind::Step, step});
+                             },
+                             [&](qint64 bytes) { takeMemory(bytes, request.memoryShare); },
+                             m_buffer};
+    Message message{Message::Kind::Result};
+    message.result = runJob(request, context);
+    m_unfinished.set({});
+    send(message);
+}
+
+/// Waits until the program grants `bytes`. They are an estimate, so the limit is twice as much.
+void Process::takeMemory(qint64 bytes, qint64 share)
+{
+    send({Message::Kind::Memory, {}, bytes});
+    m_inbox.next();
+    AddressSpace::limit(AddressSpace::ownNeed() + std::max(share, 2 * bytes));
+}
+
+} // namespace
+
+int runWorkerProcess()
+{
+    Interruption::ignore(); // the program ends its workers
+    cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT); // reported by its caller
+    return Process().run();
+}
