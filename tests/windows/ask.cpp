@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// ask profile FILE | ask part NAME | ask show < PATH
+// ask profile FILE | ask plugin NAME | ask show < PATH
 //
-// Prints what platform/windows answers: the step and, in FILE, the profile; what the part says, or
-// why there is none; whether PATH was shown.
+// Prints the answers of platform/windows: the step, with the profile in FILE; the answer of the
+// plug-in, or why it was not opened; whether PATH was shown.
 #include <platform/monitorprofile.h>
 #include <platform/plugin.h>
 #include <platform/showitem.h>
@@ -16,10 +16,10 @@
 
 int main(int argc, char* argv[])
 {
-    if (argc > 2 && std::string_view(argv[1]) == "part") {
-        const Platform::PluginFunction part = Platform::openPlugin(argv[2], "answer");
-        std::cout << (part.function ? reinterpret_cast<const char* (*)()>(part.function)()
-                                    : part.error.c_str())
+    if (argc > 2 && std::string_view(argv[1]) == "plugin") {
+        const Platform::PluginFunction plugin = Platform::openPlugin(argv[2], "answer");
+        std::cout << (plugin.function ? reinterpret_cast<const char* (*)()>(plugin.function)()
+                                      : plugin.error.c_str())
                   << '\n';
         return 0;
     }

@@ -1,4 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A part that says that it was opened.
+// A plug-in with one function, which tells that it was opened.
 extern "C" __declspec(dllexport) const char* answer() { return "opened"; }
