@@ -4,8 +4,8 @@
 #include <QtCore/QThread>
 #include <QtGui/QGuiApplication>
 
-/// Whether Qt's user interface may be asked here: a `QGuiApplication` lives, and this is its
-/// thread. Without one, or after its end, Qt's own calls crash.
+/// Whether functions of Qt's GUI can be called here: a `QGuiApplication` exists, and this is its
+/// thread. Without an application object, or after its end, these functions crash.
 inline bool onGuiThread()
 {
     const auto* application = qobject_cast<QGuiApplication*>(QCoreApplication::instance());

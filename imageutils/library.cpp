@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Every object that is built when the library is loaded, in the order of its lines, and destroyed
-// in the reverse order when it is unloaded. Across source files the order would be the linker's, so
-// no other file has such an object.
+// All objects of the library that are constructed when it is loaded, in the order of construction;
+// they are destroyed in the reverse order when it is unloaded. The linker chooses the order among
+// several source files, so no other file has such an object.
 #include <imageutils/library_p.h>
 
 #include <imageutils/imageutils.h>

@@ -3,5 +3,5 @@
 
 #include <string>
 
-/// The 64 characters of base64 (RFC 4648, section 4); a character's value is its place.
+/// The 64 characters of base64 (RFC 4648, section 4); the value of a character is its index.
 extern const std::string s_base64Alphabet;

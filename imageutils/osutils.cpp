@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/osutils.h>
 
+#include <imageutils/exceptions_p.h>
 #include <imageutils/guiapplication_p.h>
 #include <imageutils/showfile_p.h>
 #include <imageutils/winutils.h>
+#include <platform/writefile.h>
 
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QDebug>
@@ -26,7 +28,7 @@
 
 namespace {
 
-/// Whether `operation` may go on, which needs the GUI; writes its one warning if not.
+/// Whether `operation`, which needs the GUI, can run here; writes a warning if not.
 bool guiAvailable(const char* operation)
 {
     if (onGuiThread())
@@ -42,8 +44,8 @@ QWindow* mainWindow()
 
 QScreen* primaryScreen() { return onGuiThread() ? QGuiApplication::primaryScreen() : nullptr; }
 
-/// The cursor that the picture at `resourceUrl` makes. Without its scheme, "qrc:/path" is the path
-/// of a resource, which may also be given as it is.
+/// A cursor from the picture at `resourceUrl`. "qrc:/path" without its scheme is the path of a
+/// resource; such a path is accepted as well.
 QCursor cursorFrom(const QString& resourceUrl)
 {
     const bool isPath = resourceUrl.startsWith(QLatin1String(":/"));
@@ -64,7 +66,7 @@ bool isLightPalette()
 {
     const QPalette palette = QGuiApplication::palette();
     const QColor window = palette.color(QPalette::Window);
-    // Qt's own palette, in use where no theme of a desktop tells: light, but nobody asked for it.
+    // Qt's own palette, which is used without a theme of the desktop, is light but no preference.
     if (window == QColor(0xef, 0xef, 0xef))
         return false;
     return palette.color(QPalette::WindowText).lightness() <= window.lightness();
@@ -157,12 +159,16 @@ void OSUtils::screenChanged(QScreen* screen)
     }
     if (!guiAvailable("screenChanged"))
         return;
-    const QSize available = screen->availableSize(); // a receiver of the signal may lose the screen
-    setDevicePixelRatio(screen->devicePixelRatio());
-    m_maxWidth = available.width();
-    m_maxHeight = available.height();
-    Q_EMIT maxWidthChanged();
-    Q_EMIT maxHeightChanged();
+    const QSize available =
+        screen->availableSize(); // a receiver of the signal may remove the screen
+    const double ratio = screen->devicePixelRatio();
+    neutralOnException("screenChanged", [&] {
+        setDevicePixelRatio(ratio);
+        m_maxWidth = available.width();
+        m_maxHeight = available.height();
+        Q_EMIT maxWidthChanged();
+        Q_EMIT maxHeightChanged();
+    });
     qInfo() << "[Window] Screen changed - Maximum window width/height:" << m_maxWidth
             << m_maxHeight;
 }
@@ -215,7 +221,8 @@ void OSUtils::showFileInGraphicalShell(const QUrl& path)
 
 void OSUtils::showFileInGraphicalShell(const QString& path)
 {
-    showFile(this, path, std::chrono::seconds(5));
+    neutralOnException("showFileInGraphicalShell",
+                       [&] { showFile(this, path, std::chrono::seconds(5)); });
 }
 
 void OSUtils::openFolder(const QUrl& path)
@@ -228,16 +235,24 @@ void OSUtils::openFolder(const QUrl& path)
     if (!guiAvailable("openFolder"))
         return;
     qInfo() << "Opening directory: " << folder;
-    QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    neutralOnException("openFolder",
+                       [&] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
 }
 
 void OSUtils::writeTextToFile(const QString& fileName, const QString& text)
 {
-    if (fileName.contains(QChar::Null)) // the system would write to the file named before it
+    if (fileName.contains(QChar::Null)) // the system would take the name to end there
         return;
-    QFile file(fileName);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(text.toUtf8());
+    neutralOnException("writeTextToFile", [&] {
+        QFile file(fileName);
+        const auto descriptor = Platform::openForWriting(QFile::encodeName(fileName).constData());
+        const bool isOpen = descriptor
+                                ? *descriptor >= 0 && file.open(*descriptor, QIODevice::WriteOnly,
+                                                                QFileDevice::AutoCloseHandle)
+                                : file.open(QIODevice::WriteOnly);
+        if (isOpen)
+            file.write(text.toUtf8());
+    });
 }
 
 QString OSUtils::generateUuid() { return QUuid::createUuid().toString(QUuid::WithoutBraces); }
@@ -251,14 +266,18 @@ QString OSUtils::storageName(const QString& path) { return QStorageInfo(path).na
 
 void OSUtils::setCursor(const QString& resourceUrl)
 {
-    if (guiAvailable("setCursor"))
-        QGuiApplication::setOverrideCursor(cursorFrom(resourceUrl));
+    neutralOnException("setCursor", [&] {
+        if (guiAvailable("setCursor"))
+            QGuiApplication::setOverrideCursor(cursorFrom(resourceUrl));
+    });
 }
 
 void OSUtils::changeCursor(const QString& resourceUrl)
 {
-    if (guiAvailable("changeCursor"))
-        QGuiApplication::changeOverrideCursor(cursorFrom(resourceUrl));
+    neutralOnException("changeCursor", [&] {
+        if (guiAvailable("changeCursor"))
+            QGuiApplication::changeOverrideCursor(cursorFrom(resourceUrl));
+    });
 }
 
 void OSUtils::clearCursor()
@@ -285,8 +304,7 @@ void OSUtils::alert()
         return;
     if (QWindow* window = QGuiApplication::allWindows().value(0)) {
         window->alert(0);
-        // Qt has only buffered the request; an idle program would keep it until something else
-        // wakes it.
+        // Qt has only buffered the request and would send it with the next event.
         QAbstractEventDispatcher::instance()->wakeUp();
     }
 }

@@ -114,7 +114,8 @@ public:
     /// `file:` URL names no file.
     Q_INVOKABLE void showFileInGraphicalShell(const QUrl& path);
     /// Shows the existing file or folder `path` selected in the system's file manager; each call
-    /// writes a warning line. A path that does not exist gives `fileMissing`. When the file manager
+    /// writes a warning line. A path that does not exist gives `fileMissing`. A relative path is
+    /// resolved at the call. When the file manager
     /// does not answer, a program opens the folder (or `path` itself, a folder), then the desktop
     /// opens `path`; when that fails too, `showFileError` follows.
     ///
@@ -126,7 +127,9 @@ public:
     /// its own before.
     Q_INVOKABLE void showFileInGraphicalShell(const QString& path);
     /// Opens the folder that the text of `path`, taken as a path, names. Anything else is logged as
-    /// a warning and not opened. Whether the desktop then showed the folder is not reported.
+    /// a warning and not opened. Whether the desktop then showed the folder is not reported. The
+    /// desktop gets the URL that `QUrl::fromLocalFile` makes of the path, so a path that begins
+    /// with two slashes becomes a folder of another host, and a relative one a relative URL.
     Q_INVOKABLE void openFolder(const QUrl& path);
     /// The choices of a processing device: "Auto", "CPU", then the graphics devices, so that entry
     /// 2 + k is the device k of `gpuList()`.
@@ -220,7 +223,8 @@ public:
     Q_INVOKABLE int estimateRescueETASeconds(QSize inputSize, int deviceId);
     /// Writes `text` to the file `fileName` in UTF-8 without a byte-order mark, replacing its
     /// contents or making the file. Failures, a name with a null character among them, are not
-    /// reported.
+    /// reported. On Unix the call never waits for another program: nothing is written to a pipe
+    /// that no program reads, and only what fits to one that is nearly full.
     Q_INVOKABLE void writeTextToFile(const QString& fileName, const QString& text);
 
 private:

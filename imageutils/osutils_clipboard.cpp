@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// What OSUtils does with the clipboard and the temporary files.
+// The clipboard and the temporary files.
 #include <imageutils/osutils.h>
 
+#include <imageutils/exceptions_p.h>
 #include <imageutils/guiapplication_p.h>
 #include <imageutils/imageutils.h>
 #include <platform/ownfile.h>
+#include <platform/writefile.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
@@ -26,8 +28,8 @@
 
 namespace {
 
-/// The temporary folder. Where the environment names none, QDir::temp() would be the current
-/// folder, whose files are nobody's temporary ones.
+/// The temporary folder. If the environment names none, QDir::temp() is the current folder, in
+/// which no file may be removed.
 std::optional<QDir> temporaryFolder()
 {
     const QFileInfo folder(QDir::tempPath());
@@ -46,17 +48,19 @@ std::optional<QDir> folderToClear(const char* operation)
     return folder;
 }
 
-/// Whether `path` can be opened as a picture. A pipe or a device would keep its reader waiting for
-/// ever, so only files count; a path with a zero byte would open the file whose name ends there.
+/// Whether `path` can be opened as a picture. The reader of a pipe or a device could wait for ever,
+/// so only regular files count. A path with a null character would open the file whose name ends
+/// before it.
 bool isLocalPicture(const QString& path)
 {
     return NImageUtils::isSupportedFile(path) && !path.contains(QChar::Null) &&
            QFileInfo(path).isFile();
 }
 
-QStringList localPictures(const QList<QUrl>& urls)
+QStringList localPictures(const QMimeData& data)
 {
     qInfo() << "Clipboard contains URLs. Checking if they are local image files.";
+    const QList<QUrl> urls = data.urls(); // may wait for the program that offers them
     QStringList paths;
     for (const QUrl& url : urls) {
         if (!url.isLocalFile())
@@ -68,7 +72,7 @@ QStringList localPictures(const QList<QUrl>& urls)
     return paths;
 }
 
-/// `image` as PNG; empty for a null image, as which a picture that cannot be decoded arrives.
+/// `image` as PNG; empty for a null image, which Qt gives for a picture that it cannot decode.
 QByteArray encoded(const QImage& image)
 {
     QByteArray png;
@@ -83,9 +87,9 @@ Platform::Entry entryAt(const QString& path)
     return Platform::entryAt(std::filesystem::path(path.toStdU16String()));
 }
 
-/// Makes the file `path`, complete or not at all, readable by the user alone, and nothing in place
-/// of or through whatever gets that name meanwhile. Should the program end in the middle, what it
-/// leaves has a name that the clean-up knows.
+/// Writes the file `path`, complete or not at all and readable by the user alone. A file or link
+/// that another program creates there meanwhile is neither replaced nor followed. If this program
+/// ends before the file is complete, the temporary name matches the pattern of the clean-up.
 bool writeNewFile(const QString& path, const QByteArray& bytes)
 {
     QTemporaryFile file(
@@ -93,16 +97,16 @@ bool writeNewFile(const QString& path, const QByteArray& bytes)
     if (!file.open())
         return false;
     qInfo() << "Saving clipboard image to temp file:" << path;
-    const bool allWritten = file.write(bytes) == bytes.size();
-    file.close();
-    // A full disk may be noticed when the buffer is written out, and then only error() tells.
-    if (!allWritten || file.error() != QFileDevice::NoError || !file.rename(path))
+    // Not close(): a QTemporaryFile only seeks then, and errors of the file system go unnoticed.
+    const bool isWritten = file.write(bytes) == bytes.size() && file.flush() &&
+                           Platform::isStored(file.handle()) != Platform::Stored::No;
+    if (!isWritten || !file.rename(path))
         return false;
     file.setAutoRemove(false);
     return true;
 }
 
-/// The path of a file in the temporary folder that holds `image`; empty when there is none.
+/// The path of a file in the temporary folder that holds `image`; empty on failure.
 QString savedBitmap(const QImage& image)
 {
     const std::optional<QDir> folder = temporaryFolder();
@@ -112,7 +116,7 @@ QString savedBitmap(const QImage& image)
     const QByteArray digest = QCryptographicHash::hash(png, QCryptographicHash::Md5).toHex();
     const QString path =
         folder->filePath(QStringLiteral("VOLK_Clipboard_%1.png").arg(QString::fromLatin1(digest)));
-    // Only a file of our own can be the one written before: anybody may guess the name.
+    // Other users can guess the name, so only a file of this user counts as written before.
     switch (entryAt(path)) {
     case Platform::Entry::OwnFile:
         return path;
@@ -126,13 +130,13 @@ QString savedBitmap(const QImage& image)
     return {};
 }
 
-/// The application's list of recent files, without a value where its settings cannot tell.
+/// The application's list of recent files; no value if its settings cannot be read.
 std::optional<QStringList> recentFiles()
 {
     const QSettings settings;
     const QVariant value = settings.value(QStringLiteral("recentFiles"));
-    // An application without an organisation has no settings, which QSettings calls an error; for
-    // one without a name it takes the domain.
+    // QSettings reports an error for an application without an organisation, which has no settings.
+    // It uses the domain of an organisation that has no name.
     const bool named = !QCoreApplication::organizationName().isEmpty() ||
                        !QCoreApplication::organizationDomain().isEmpty();
     if (named && settings.status() != QSettings::NoError)
@@ -153,9 +157,7 @@ QString thumbnailName(const QString& path)
     return QStringLiteral("VOLK_Thumbnail_%1.jpeg").arg(QString::number(qHash(path, 0)));
 }
 
-} // namespace
-
-QStringList OSUtils::clipboard()
+QStringList importClipboard()
 {
     const QClipboard* clipboard = onGuiThread() ? QGuiApplication::clipboard() : nullptr;
     if (!clipboard) {
@@ -167,11 +169,11 @@ QStringList OSUtils::clipboard()
         qCritical() << "Clipboard mime data is null";
         return {};
     }
-    // Asked for once: an owner that has stopped keeps us waiting anew for each question.
+    // Asked once, because Qt waits 5 s for each answer of an owner that has stopped.
     const QStringList formats = data->formats();
     QStringList paths;
     if (formats.contains(QLatin1String("text/uri-list")))
-        paths = localPictures(data->urls());
+        paths = localPictures(*data);
     if (!paths.isEmpty() || !formats.contains(QLatin1String("application/x-qt-image")))
         return paths;
 
@@ -184,19 +186,26 @@ QStringList OSUtils::clipboard()
     return paths;
 }
 
+} // namespace
+
+QStringList OSUtils::clipboard() { return neutralOnException("clipboard", importClipboard); }
+
 QString OSUtils::getTempDir()
 {
-    const QStringList places = QStandardPaths::standardLocations(QStandardPaths::AppDataLocation);
-    const QString path = places.value(1, places.value(0));
-    if (path.isEmpty() || !QDir(path).mkpath(QStringLiteral(".")))
-        qWarning() << "Unable to locate or create temp path: " << path;
-    return path;
+    return neutralOnException("getTempDir", [] {
+        const QStringList places =
+            QStandardPaths::standardLocations(QStandardPaths::AppDataLocation);
+        const QString path = places.value(1, places.value(0));
+        if (path.isEmpty() || !QDir(path).mkpath(QStringLiteral(".")))
+            qWarning() << "Unable to locate or create temp path: " << path;
+        return path;
+    });
 }
 
 void OSUtils::removeMatchingFiles(QDir dir, QStringList patterns, QStringList keptNames)
 {
     dir = QDir(dir.absolutePath()); // without any filter of its own
-    QSet<QString> kept;             // there may be very many entries
+    QSet<QString> kept;             // for folders with very many entries
     for (QString& name : keptNames)
         kept.insert(std::move(name));
     for (const QString& pattern : std::as_const(patterns)) {
@@ -209,33 +218,39 @@ void OSUtils::removeMatchingFiles(QDir dir, QStringList patterns, QStringList ke
 
 void OSUtils::clearTempFiles()
 {
-    if (!folderToClear("clearTempFiles"))
-        return;
-    clearClipboardTempFiles();
-    clearThumbnailTempFiles();
+    neutralOnException("clearTempFiles", [] {
+        if (!folderToClear("clearTempFiles"))
+            return;
+        clearClipboardTempFiles();
+        clearThumbnailTempFiles();
+    });
 }
 
 void OSUtils::clearClipboardTempFiles()
 {
-    if (const auto folder = folderToClear("clearClipboardTempFiles"))
-        removeMatchingFiles(*folder, {QStringLiteral("VOLK_Clipboard_*.png")}, {});
+    neutralOnException("clearClipboardTempFiles", [] {
+        if (const auto folder = folderToClear("clearClipboardTempFiles"))
+            removeMatchingFiles(*folder, {QStringLiteral("VOLK_Clipboard_*.png")}, {});
+    });
 }
 
 void OSUtils::clearThumbnailTempFiles()
 {
-    const auto folder = folderToClear("clearThumbnailTempFiles");
-    if (!folder)
-        return;
-    const QString current = QStringLiteral("VOLK_Thumbnail_*.jpeg");
-    const QString former = QStringLiteral("*-thumbnail.jpeg");
-    if (const auto files = recentFiles()) {
-        QStringList kept;
-        for (const QString& path : *files)
-            kept.append(thumbnailName(path));
-        removeMatchingFiles(*folder, {current, former}, kept);
-    } else {
-        qWarning() << "clearThumbnailTempFiles: unreadable list of recent files, keeping:"
-                   << current;
-        removeMatchingFiles(*folder, {former}, folder->entryList({current}));
-    }
+    neutralOnException("clearThumbnailTempFiles", [] {
+        const auto folder = folderToClear("clearThumbnailTempFiles");
+        if (!folder)
+            return;
+        const QString current = QStringLiteral("VOLK_Thumbnail_*.jpeg");
+        const QString former = QStringLiteral("*-thumbnail.jpeg");
+        if (const auto files = recentFiles()) {
+            QStringList kept;
+            for (const QString& path : *files)
+                kept.append(thumbnailName(path));
+            removeMatchingFiles(*folder, {current, former}, kept);
+        } else {
+            qWarning() << "clearThumbnailTempFiles: unreadable list of recent files, keeping:"
+                       << current;
+            removeMatchingFiles(*folder, {former}, folder->entryList({current}));
+        }
+    });
 }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// What OSUtils tells of the machine, most of it as the engine says it.
+// What OSUtils reports about the machine. Most answers come from the engine, which an application
+// may replace by one that throws.
 #include <imageutils/osutils.h>
+
+#include <imageutils/exceptions_p.h>
 
 #include <aiengine/deviceselector.h>
 #include <aiengine/systeminfo.h>
@@ -16,17 +19,17 @@ namespace {
 
 aiutils::SystemInfo& machine() { return aiutils::SystemInfo::GetInstance(true); }
 
-/// How long the three steps of the work take on one block of pixels.
+/// The seconds that the three steps of processing take for one block of pixels.
 struct BlockTimes
 {
-    double before;
-    double step;
-    double after;
+    double before = 0;
+    double step = 0;
+    double after = 0;
 };
 
 BlockTimes blockTimes(int deviceId)
 {
-    // Written so that a device whose memory is not a number is none of the fast ones.
+    // A device whose memory is NaN is not a fast one.
     if (aiengine::DeviceSelector::GetInstance(true).deviceMemory(deviceId) > 5.6)
         return {0.05, 0.14, 0.1};
     if (machine().isApple())
@@ -55,16 +58,26 @@ QString OSUtils::operatingSystemVersion() const
     return QStringLiteral("%1.%2").arg(version.majorVersion()).arg(version.minorVersion());
 }
 
-QString OSUtils::machineId() { return QString::fromStdString(machine().getMachineId()); }
+QString OSUtils::machineId()
+{
+    return neutralOnException("machineId",
+                              [] { return QString::fromStdString(machine().getMachineId()); });
+}
 
-QString OSUtils::cpuName() { return QString::fromStdString(machine().cpuName()); }
+QString OSUtils::cpuName()
+{
+    return neutralOnException("cpuName",
+                              [] { return QString::fromStdString(machine().cpuName()); });
+}
 
 QStringList OSUtils::gpuList()
 {
-    QStringList names;
-    for (const aiutils::DeviceInfo& device : machine().getGPUList(false))
-        names.append(QString::fromStdString(device.name));
-    return names;
+    return neutralOnException("gpuList", [] {
+        QStringList names;
+        for (const aiutils::DeviceInfo& device : machine().getGPUList(false))
+            names.append(QString::fromStdString(device.name));
+        return names;
+    });
 }
 
 QStringList OSUtils::getAIProcessors()
@@ -74,25 +87,36 @@ QStringList OSUtils::getAIProcessors()
 
 float OSUtils::maxGpuVram()
 {
-    float largest = 0;
-    for (const aiutils::DeviceInfo& device : machine().getGPUList(false))
-        largest = std::max(largest, device.vram); // in this order, NaN leaves what there is
-    return largest;
+    return neutralOnException("maxGpuVram", [] {
+        float largest = 0;
+        for (const aiutils::DeviceInfo& device : machine().getGPUList(false))
+            largest = std::max(largest, device.vram); // in this order, NaN changes nothing
+        return largest;
+    });
 }
 
-double OSUtils::getCpuMemory() { return machine().cpuMemory(false).first; }
+double OSUtils::getCpuMemory()
+{
+    return neutralOnException("getCpuMemory", [] { return machine().cpuMemory(false).first; });
+}
 
 bool OSUtils::isAppleProcessor() const
 {
-    const aiutils::SystemInfo info(machine());
-    return !info.isIntel() && !info.isAmd() && info.isApple();
+    return neutralOnException("isAppleProcessor", [] {
+        const aiutils::SystemInfo info(machine());
+        return !info.isIntel() && !info.isAmd() && info.isApple();
+    });
 }
 
-void OSUtils::logSystemInfo() { machine().logSystemInfo(); }
+void OSUtils::logSystemInfo()
+{
+    neutralOnException("logSystemInfo", [] { machine().logSystemInfo(); });
+}
 
 int OSUtils::estimateRescueETASeconds(QSize inputSize, int deviceId)
 {
-    const BlockTimes times = blockTimes(deviceId);
+    const BlockTimes times =
+        neutralOnException("estimateRescueETASeconds", [deviceId] { return blockTimes(deviceId); });
     const double seconds =
         double(blockCount(inputSize)) * (times.step * 16.0 + times.before + times.after) * 1.2;
     const int estimate = int(std::min(seconds, double(std::numeric_limits<int>::max())));

@@ -3,8 +3,7 @@
 
 #include <QtQml/QQmlEngineExtensionPlugin>
 
-/// Loads the library for programs that are not linked with it; the library registers the types
-/// itself.
+/// Loads the library into programs that are not linked with it. The library registers the types.
 class NImageUtilsPlugin : public QQmlEngineExtensionPlugin
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/showfile_p.h>
 
+#include <imageutils/exceptions_p.h>
 #include <imageutils/guiapplication_p.h>
 #include <imageutils/osutils.h>
 #include <platform/launcher.h>
@@ -15,10 +16,10 @@
 
 namespace {
 
-bool startLauncher(const QString& nativePath)
+bool startLauncher(const QString& absolutePath)
 {
     const auto launcher =
-        Platform::fileManagerLauncher(nativePath.toStdString(), QFileInfo(nativePath).isDir());
+        Platform::fileManagerLauncher(absolutePath.toStdString(), QFileInfo(absolutePath).isDir());
     if (!launcher)
         return false;
     QStringList arguments;
@@ -27,25 +28,31 @@ bool startLauncher(const QString& nativePath)
     return QProcess::startDetached(QString::fromStdString(launcher->program), arguments);
 }
 
-bool openUrl(const QString& nativePath)
+bool openUrl(const QString& absolutePath)
 {
-    return onGuiThread() && QDesktopServices::openUrl(QUrl::fromLocalFile(nativePath));
+    return onGuiThread() && QDesktopServices::openUrl(QUrl::fromLocalFile(absolutePath));
 }
 
 } // namespace
 
-void showFile(OSUtils* shower, const QString& path, std::chrono::milliseconds limit)
+void showFile(OSUtils* sender, const QString& path, std::chrono::milliseconds limit)
 {
     qWarning() << "OSUtils::showFileInGraphicalShell: " << path;
     const QString nativePath = QDir::toNativeSeparators(path);
     if (!QFileInfo::exists(path)) {
-        Q_EMIT shower->fileMissing(nativePath);
+        Q_EMIT sender->fileMissing(nativePath);
         return;
     }
-    const auto goOn = [shower = QPointer(shower), nativePath](bool shown) {
-        if (shown || !shower || startLauncher(nativePath) || openUrl(nativePath))
-            return;
-        Q_EMIT shower->showFileError(nativePath);
+    // Resolved now: the current folder may be another one when the desktop has answered.
+    const QString absolutePath = QDir::toNativeSeparators(QDir::current().absoluteFilePath(path));
+    const auto isWanted = [sender = QPointer(sender)] { return !sender.isNull(); };
+    const auto fallBack = [sender = QPointer(sender), nativePath, absolutePath](bool shown) {
+        neutralOnException("showFileInGraphicalShell", [&] {
+            if (shown || !sender || startLauncher(absolutePath) || openUrl(absolutePath))
+                return;
+            if (sender) // a handler of URLs may have deleted it
+                Q_EMIT sender->showFileError(nativePath);
+        });
     };
-    Platform::showItem(nativePath.toStdString(), limit, goOn);
+    Platform::showItem(absolutePath.toStdString(), limit, isWanted, fallBack);
 }

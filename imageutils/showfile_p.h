@@ -7,6 +7,7 @@
 
 class OSUtils;
 
-/// What `OSUtils::showFileInGraphicalShell` does; the services of the desktop are waited for no
-/// longer than `limit` together. The signals are those of `shower`, which may be deleted meanwhile.
-void showFile(OSUtils* shower, const QString& path, std::chrono::milliseconds limit);
+/// Does the work of `OSUtils::showFileInGraphicalShell`, whose time limit for the desktop's
+/// services is a parameter here. The signals are sent by `sender`, which may be deleted while the
+/// services are asked.
+void showFile(OSUtils* sender, const QString& path, std::chrono::milliseconds limit);

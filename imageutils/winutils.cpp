@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/winutils.h>
 
+#include <imageutils/exceptions_p.h>
 #include <imageutils/guiapplication_p.h>
 #include <platform/monitorprofile.h>
 
@@ -13,7 +14,7 @@ using Platform::MonitorProfileStep;
 
 namespace {
 
-/// The screen of the active window, or the primary one when no window of ours is active.
+/// The screen of the active window; the primary screen if no window of this program is active.
 const QScreen* activeScreen()
 {
     if (!onGuiThread())
@@ -24,8 +25,7 @@ const QScreen* activeScreen()
 
 MonitorProfile activeMonitorProfile()
 {
-    // Long enough for a colour service that the bus starts first; the caller stands still
-    // meanwhile.
+    // Enough for a colour service that the bus has to start. The caller is blocked meanwhile.
     constexpr std::chrono::milliseconds limit(1000);
     const QScreen* screen = activeScreen();
     return screen ? Platform::monitorProfile(screen->name().toStdString(), limit)
@@ -72,7 +72,8 @@ WinUtils::~WinUtils() = default;
 
 QColorSpace WinUtils::getMonitorColorSpace()
 {
-    QColorSpace space = readMonitorColorSpace();
+    const QColorSpace space = neutralOnException("getMonitorColorSpace", readMonitorColorSpace,
+                                                 QColorSpace(QColorSpace::SRgb));
     qInfo().noquote() << "Reading display/monitor colorspace as: " << space;
     return space;
 }

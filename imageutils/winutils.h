@@ -4,7 +4,8 @@
 #include <QtCore/QObject>
 #include <QtGui/QColorSpace>
 
-/// What `OSUtils` asks of the window system. Not exported: applications reach it through `OSUtils`.
+/// The colours of the monitor, for `OSUtils::getMonitorColorSpace`, which only calls this class:
+/// the class and its slot are part of the meta-object interface. Not exported.
 class WinUtils : public QObject
 {
     Q_OBJECT
@@ -14,6 +15,6 @@ public:
     ~WinUtils() override;
 
 public Q_SLOTS:
-    /// The colour space of the monitor under the active window, sRGB when it cannot be told.
+    /// The colour space of the monitor that shows the active window; sRGB if it is not known.
     static QColorSpace getMonitorColorSpace();
 };

@@ -15,9 +15,9 @@ struct Launcher
     std::vector<std::string> arguments;
 };
 
-/// The program that shows the existing file or folder `path` (UTF-8, native separators, absolute or
-/// relative) in the file manager: its folder, or `path` itself when `isDirectory`. Empty where no
-/// such program is known.
+/// The program that shows the existing file or folder `path` (UTF-8, absolute, native separators)
+/// in the file manager: the folder of a file, or `path` itself when `isDirectory`. Empty where no
+/// such program is known. An absolute path cannot be mistaken for an option or a URL.
 std::optional<Launcher> fileManagerLauncher(const std::string& path, bool isDirectory);
 
 } // namespace Platform

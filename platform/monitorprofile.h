@@ -8,13 +8,13 @@
 
 namespace Platform {
 
-/// Where reading a monitor's colour profile ended.
+/// The step at which reading a monitor's colour profile ended.
 enum class MonitorProfileStep {
-    Read,       ///< at the end: the bytes are there
-    NoContext,  ///< there is no display, or a window system that cannot tell
-    NoProfile,  ///< the display has no profile
+    Read,       ///< the last step: the profile was read
+    NoContext,  ///< there is no display, or its window system does not give profiles
+    NoProfile,  ///< the monitor has no profile, or one above `MaxProfileBytes`
     CannotOpen, ///< its file cannot be opened or read
-    NoHeader,   ///< what was read does not begin like an ICC profile
+    NoHeader,   ///< the bytes do not begin like an ICC profile
 };
 
 struct MonitorProfile
@@ -28,8 +28,7 @@ inline constexpr std::size_t MaxProfileBytes = std::size_t(16) << 20;
 
 /// The ICC profile of the monitor under the active window. `screenName` (UTF-8) names that monitor
 /// where the window system has names for them. Called on the thread of the user interface, while an
-/// application object lives; services are waited for no longer than `limit` together, once
-/// connected.
+/// application object exists; after connecting, all services together may take `limit`.
 MonitorProfile monitorProfile(const std::string& screenName, std::chrono::milliseconds limit);
 
 } // namespace Platform

@@ -5,11 +5,13 @@
 
 namespace Platform {
 
-/// What has a name: nothing, a regular file of this user's own, or anything else (a link, whatever
-/// it leads to, a folder, a pipe, another user's file, or something that cannot be asked for).
+/// What exists under a name: nothing, a regular file that belongs to this user, or anything else (a
+/// link, whatever its target, a folder, a pipe, another user's file, an entry that the system does
+/// not describe).
 enum class Entry { Missing, OwnFile, Other };
 
-/// What has the name `path`. Links are not followed.
+/// What exists at `path`. Links are not followed. On a system that does not tell the owner, every
+/// regular file counts as the user's.
 Entry entryAt(const std::filesystem::path& path);
 
 } // namespace Platform

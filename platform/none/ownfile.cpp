@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/ownfile.h>
 
-// Nobody says whose a file is, so a name is free or it is none of ours.
+// The standard library does not tell the owner of a file, so every regular file counts as the
+// user's own.
 Platform::Entry Platform::entryAt(const std::filesystem::path& path)
 {
     std::error_code error;
-    const auto type = std::filesystem::symlink_status(path, error).type();
-    return type == std::filesystem::file_type::not_found ? Entry::Missing : Entry::Other;
+    switch (std::filesystem::symlink_status(path, error).type()) {
+    case std::filesystem::file_type::not_found:
+        return Entry::Missing;
+    case std::filesystem::file_type::regular:
+        return Entry::OwnFile;
+    default:
+        return Entry::Other;
+    }
 }

@@ -2,6 +2,7 @@
 #include <platform/showitem.h>
 
 void Platform::showItem(const std::string&, std::chrono::milliseconds,
+                        const std::function<bool()>& /*isWanted*/,
                         const std::function<void(bool)>& done)
 {
     done(false);

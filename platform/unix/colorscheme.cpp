@@ -5,8 +5,8 @@
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusVariant>
 
-// The portal's number comes in two variants, one inside the other. "ReadOne", which takes one of
-// them away, is missing on desktops of 2023 and before.
+// The portal's number is in a variant within a variant. "ReadOne", which has only one, is missing
+// on desktops of 2023 and before.
 Platform::ColorScheme Platform::preferredColorScheme(std::chrono::milliseconds limit)
 {
     QDBusMessage question = QDBusMessage::createMethodCall(

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// On X11 a profile is a property of the root window; the desktop's colour service, where one runs,
-// knows profiles by the name of the output, on every window system.
+// On X11 a monitor's profile is a property of the root window; without it the desktop's colour
+// service, if one runs, is asked by the name of the output.
 #include <platform/monitorprofile.h>
 
 #include <QtCore/QDeadlineTimer>
@@ -13,6 +13,7 @@
 #include <QtDBus/QDBusObjectPath>
 #include <QtDBus/QDBusVariant>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 
 #include <xcb/randr.h>
 #include <xcb/xcb.h>
@@ -55,10 +56,31 @@ std::string atomName(xcb_connection_t* connection, xcb_atom_t atom)
                        std::size_t(xcb_get_atom_name_name_length(reply.get())));
 }
 
-/// The place of the monitor `name` in the server's list.
+/// Whether the X server can list its monitors. libxcb closes the connection, which is Qt's, on a
+/// request of an extension that the server does not have.
+bool listsMonitors(xcb_connection_t* connection)
+{
+    const xcb_query_extension_reply_t* const randr =
+        xcb_get_extension_data(connection, &xcb_randr_id);
+    if (!randr || !randr->present)
+        return false;
+    // The server keeps the version that its client names, so this is the one that Qt names.
+    const Reply<xcb_randr_query_version_reply_t> version(xcb_randr_query_version_reply(
+        connection,
+        xcb_randr_query_version(connection, XCB_RANDR_MAJOR_VERSION, XCB_RANDR_MINOR_VERSION),
+        nullptr));
+    return version &&
+           std::pair(version->major_version, version->minor_version) >= std::pair(1U, 5U);
+}
+
+/// The index of the monitor `name` in the server's list.
 std::optional<int> monitorIndex(xcb_connection_t* connection, xcb_window_t root,
                                 const std::string& name)
 {
+    if (!listsMonitors(connection)) {
+        const QScreen* const primary = QGuiApplication::primaryScreen();
+        return primary && primary->name().toStdString() == name ? std::optional(0) : std::nullopt;
+    }
     const Reply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(
         connection, xcb_randr_get_monitors(connection, root, true), nullptr));
     if (!reply)
@@ -71,8 +93,8 @@ std::optional<int> monitorIndex(xcb_connection_t* connection, xcb_window_t root,
     return {};
 }
 
-/// The bytes of a property of `root`; empty when it does not exist, is no list of bytes or too
-/// long. One request reads them all, so that another program cannot change it in between.
+/// The bytes of a property of `root`; empty when it does not exist, is not a list of bytes or is
+/// too long. One request reads all bytes, so that another program cannot change them in between.
 Bytes byteProperty(xcb_connection_t* connection, xcb_window_t root, const std::string& name)
 {
     const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
@@ -91,8 +113,8 @@ Bytes byteProperty(xcb_connection_t* connection, xcb_window_t root, const std::s
     return Bytes(value, value + xcb_get_property_value_length(reply.get()));
 }
 
-/// The profile that the X server keeps for the monitor `name`: the first monitor's property has no
-/// number, the second's has 1.
+/// The profile that the X server has for the monitor `name`. The property of the first monitor has
+/// no number, that of the second has 1.
 Bytes profileOfRoot(xcb_connection_t* connection, const std::string& name)
 {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -115,19 +137,26 @@ public:
         : m_bus(QDBusConnection::systemBus()), m_deadline(limit)
     {}
 
-    /// The file of the profile in use for the output `name`; null when there is none.
+    /// The file of the profile in use for the output `name`; empty when there is none.
     QString profileFile(const QString& name) const
     {
         const QVariant device =
             ask(QStringLiteral("/org/freedesktop/ColorManager"),
                 QStringLiteral("org.freedesktop.ColorManager"),
                 QStringLiteral("FindDeviceByProperty"), {QStringLiteral("XRANDR_name"), name});
-        const auto profiles = qdbus_cast<QList<QDBusObjectPath>>(property(
-            device.value<QDBusObjectPath>(), QStringLiteral("Device"), QStringLiteral("Profiles")));
-        if (profiles.isEmpty())
+        const QVariant profiles = property(device.value<QDBusObjectPath>(),
+                                           QStringLiteral("Device"), QStringLiteral("Profiles"));
+        // Each type is checked first: reading object paths from an array of something else never
+        // ends.
+        if (profiles.metaType() != QMetaType::fromType<QDBusArgument>() ||
+            profiles.value<QDBusArgument>().currentSignature() != QLatin1String("ao"))
             return {};
-        return property(profiles.first(), QStringLiteral("Profile"), QStringLiteral("Filename"))
-            .toString();
+        const auto paths = qdbus_cast<QList<QDBusObjectPath>>(profiles);
+        if (paths.isEmpty())
+            return {};
+        const QVariant file =
+            property(paths.first(), QStringLiteral("Profile"), QStringLiteral("Filename"));
+        return file.metaType() == QMetaType::fromType<QString>() ? file.toString() : QString();
     }
 
 private:
@@ -141,7 +170,7 @@ private:
             .variant();
     }
 
-    /// The first value of the answer; invalid when there is none in time.
+    /// The first value of the answer; invalid if none comes in time.
     QVariant ask(const QString& object, const QString& interface, const QString& method,
                  const QVariantList& arguments) const
     {
@@ -172,13 +201,15 @@ MonitorProfile checked(Bytes bytes)
 MonitorProfile profileOfFile(const QString& path)
 {
     QFile file(path);
-    // Only a regular file: opening a pipe would wait for its other end.
+    // Only a regular file, because opening a pipe waits for its writer.
     if (!QFileInfo(path).isFile() || !file.open(QFile::ReadOnly))
         return {MonitorProfileStep::CannotOpen, {}};
-    // By what is read: the sizes of some files, as in /proc, say nothing.
+    // The size of some files, as in /proc, is not that of their contents.
     const QByteArray bytes = file.read(qint64(MaxProfileBytes) + 1);
-    if (file.error() != QFile::NoError || std::size_t(bytes.size()) > MaxProfileBytes)
+    if (file.error() != QFile::NoError)
         return {MonitorProfileStep::CannotOpen, {}};
+    if (std::size_t(bytes.size()) > MaxProfileBytes)
+        return {MonitorProfileStep::NoProfile, {}};
     return checked(Bytes(bytes.begin(), bytes.end()));
 }
 
@@ -188,15 +219,13 @@ MonitorProfile Platform::monitorProfile(const std::string& screenName,
                                         std::chrono::milliseconds limit)
 {
     xcb_connection_t* const connection = xConnection();
-    if (connection) {
-        Bytes bytes = profileOfRoot(connection, screenName);
-        if (!bytes.empty())
-            return checked(std::move(bytes));
-    }
-    const QString file = screenName.empty()
-                             ? QString()
-                             : Colord(limit).profileFile(QString::fromStdString(screenName));
-    if (!file.isNull())
-        return profileOfFile(file);
-    return {connection ? MonitorProfileStep::NoProfile : MonitorProfileStep::NoContext, {}};
+    if (!connection)
+        return {MonitorProfileStep::NoContext, {}};
+    Bytes bytes = profileOfRoot(connection, screenName);
+    if (!bytes.empty())
+        return checked(std::move(bytes));
+    const QString file = Colord(limit).profileFile(QString::fromStdString(screenName));
+    if (file.isEmpty())
+        return {MonitorProfileStep::NoProfile, {}};
+    return profileOfFile(file);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QObject>
 #include <QtDBus/QDBusConnection>
 
@@ -12,33 +13,38 @@ class QDBusMessage;
 
 namespace Platform {
 
-/// One item on its way from service to service. Deletes itself once it has answered.
+/// One call of `showItem()`: asks the file manager and, if that fails, the desktop portal. Deletes
+/// itself after it has called `done`.
 class ShowItemRequest : public QObject
 {
     Q_OBJECT
 
 public:
-    ShowItemRequest(std::string absolutePath, std::function<void(bool shown)> done);
+    ShowItemRequest(std::string path, std::function<bool()> isWanted,
+                    std::function<void(bool shown)> done);
 
-    /// Gives all questions together `limit`, from now on.
+    /// The time for all questions together, `limit`, begins here.
     void start(std::chrono::milliseconds limit);
 
 private Q_SLOTS:
-    // 0: done, 1: the user has said no, 2: the portal has failed.
+    // 0: done, 1: the user has cancelled, 2: the portal has failed.
     void takePortalResponse(uint response) { finish(response != 2); }
 
 private:
     void askFileManager();
     void askPortal();
+    QString listenForPortalResponse();
     template<typename Success, typename Failure>
     void call(const QDBusMessage& question, Success success, Failure failure);
     void finish(bool shown);
 
     std::string m_path;
-    std::function<void(bool)> m_done;
+    std::function<bool()> m_isWanted;
+    std::function<void(bool)> m_done; // null once it has been called
     QDBusConnection m_bus;
     std::chrono::milliseconds m_limit = {};
-    bool m_portalHasTaken = false;
+    QDeadlineTimer m_deadline;
+    bool m_portalHasAccepted = false;
 };
 
 } // namespace Platform

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-// A value in the registry, read at once: the limit plays no part.
+// A value of the registry, which is read without waiting.
 Platform::ColorScheme Platform::preferredColorScheme(std::chrono::milliseconds)
 {
     DWORD light = 0;

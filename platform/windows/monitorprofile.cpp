@@ -5,13 +5,15 @@
 
 #include <icm.h>
 
+#include <utility>
+
 using Platform::MaxProfileBytes;
 using Platform::MonitorProfile;
 using Platform::MonitorProfileStep;
 
 namespace {
 
-/// The device context of the active window, or of the screen when no window of this thread is.
+/// The device context of this thread's active window, or of the screen when no window is active.
 class DeviceContext
 {
 public:
@@ -59,8 +61,7 @@ public:
         return GetColorProfileHeader(m_handle, &header);
     }
 
-    /// The whole profile, nothing when it is too long. The call that asks for the size fails and
-    /// still tells it.
+    /// The whole profile; empty when it is too long. The first call fails, but stores the size.
     std::vector<unsigned char> bytes() const
     {
         DWORD size = 0;
@@ -78,7 +79,7 @@ private:
 std::wstring profileFileName(HDC context)
 {
     DWORD length = 0;
-    GetICMProfileW(context, &length, nullptr); // fails, and tells the length
+    GetICMProfileW(context, &length, nullptr); // fails, but stores the length
     std::wstring name(length, L'\0');
     if (!GetICMProfileW(context, &length, name.data()))
         return {};
@@ -100,5 +101,8 @@ MonitorProfile Platform::monitorProfile(const std::string&, std::chrono::millise
         return {MonitorProfileStep::CannotOpen, {}};
     if (!profile.hasHeader())
         return {MonitorProfileStep::NoHeader, {}};
-    return {MonitorProfileStep::Read, profile.bytes()};
+    std::vector<unsigned char> bytes = profile.bytes();
+    if (bytes.empty())
+        return {MonitorProfileStep::NoProfile, {}};
+    return {MonitorProfileStep::Read, std::move(bytes)};
 }

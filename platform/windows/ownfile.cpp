@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-// The owner is not asked for: the temporary folder is the user's own, and what an administrator
-// makes belongs to the group of administrators.
+// The owner is not examined: the temporary folder belongs to the user, and a file that an
+// administrator creates belongs to the group of administrators.
 Platform::Entry Platform::entryAt(const std::filesystem::path& path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());

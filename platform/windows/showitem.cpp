@@ -25,9 +25,10 @@ bool openFolderAndSelect(const std::string& path)
 
 } // namespace
 
-// Answers before it returns, and relies on the component model that the user interface has
-// initialised on its thread.
+// The shell answers before it returns. It needs the component model, which Qt has initialised on
+// the thread of the user interface.
 void Platform::showItem(const std::string& path, std::chrono::milliseconds,
+                        const std::function<bool()>& /*isWanted*/,
                         const std::function<void(bool)>& done)
 {
     done(openFolderAndSelect(path));

@@ -5,7 +5,8 @@
 
 namespace Platform {
 
-/// `text` (UTF-8) as the wide characters of the system's calls; what is no UTF-8 becomes U+FFFD.
+/// `text` (UTF-8) as the wide characters of the system's calls; bytes that are not UTF-8 become
+/// U+FFFD.
 std::wstring wideString(const std::string& text);
 
 } // namespace Platform

@@ -12,8 +12,8 @@
 static int s_argumentCount = 1;
 static char** s_arguments = nullptr;
 
-/// Plays a transcript, one row per case: what is done to the desktop and asked of OSUtils must
-/// bring forth, line by line, what stands there. osutils/README.md says what the lines mean.
+/// Plays a transcript, one row per case: its commands act on the desktop and call OSUtils, and what
+/// they produce must equal the lines of the transcript. osutils/README.md explains the commands.
 class OSUtilsTest : public QObject
 {
     Q_OBJECT
@@ -28,10 +28,13 @@ class OSUtilsTest : public QObject
     bool m_inThread = false;
     static inline QtMessageHandler s_capture = nullptr;
     static inline OSUtilsTest* s_test = nullptr;
-    static inline QString s_fatalLine; // of the log: the other processes end with it
+    static inline QString s_trigger, s_triggered; // a beginning of a log line, a shell command
 
     static void hear(QtMsgType level, const QMessageLogContext& context, const QString& line);
     void perform(const QString& command, const QString& name, const QStringList& words);
+    void runShell(const QString& command, bool inBackground);
+    void writeProfile(const QString& name, const QString& path);
+    void call(const QString& name, const QStringList& words, bool showsAnswer);
     void makeApplication(const QString& kind);
     void makeWindow(const QString& name, const QString& place);
     void makeOSUtils();
@@ -50,7 +53,7 @@ private Q_SLOTS:
     void plays();
 };
 
-/// The places that differ from run to run have names in a transcript.
+/// Paths that differ from run to run have names in a transcript.
 static QString places(QString text, bool toNames)
 {
     static const QRegularExpression digest("(?<=Clipboard_)[0-9a-f]{32}");
@@ -61,7 +64,7 @@ static QString places(QString text, bool toNames)
                                                  {"$HOME", QDir::homePath()}};
     for (const auto& [name, place] : names)
         text.replace(toNames ? place : name, toNames ? name : place);
-    if (toNames) // a colour space by its name alone: the rest differs between versions of Qt
+    if (toNames) // of a colour space only the name: the rest differs between versions of Qt
         text.replace(digest, "DIGEST").replace(colors, "QColorSpace::\\1");
     return text;
 }
@@ -88,7 +91,7 @@ static QVariant argument(const QMetaType& type, const QString& text)
     return value.convert(type) ? value : QVariant();
 }
 
-/// Waits for a process, and goes on serving the desktop meanwhile where there is one.
+/// Waits for a process. A clipboard of this program is served meanwhile, where there is a desktop.
 static bool hasEnded(QProcess& process)
 {
     if (!QCoreApplication::instance())
@@ -106,14 +109,16 @@ void OSUtilsTest::add(const QString& line)
 void OSUtilsTest::hear(QtMsgType level, const QMessageLogContext& context, const QString& line)
 {
     s_capture(level, context, line);
-    if (line == s_fatalLine)
-        s_test->endProcesses();
+    if (!s_trigger.isEmpty() && line.startsWith(s_trigger)) {
+        s_trigger.clear();
+        QProcess::execute("sh", {"-c", s_triggered});
+    }
 }
 
 void OSUtilsTest::endProcesses()
 {
     for (const auto& process : m_processes) {
-        process->kill(); // also when it has been stopped
+        process->kill(); // ends a stopped process, too
         process->waitForFinished();
     }
 }
@@ -138,7 +143,7 @@ void OSUtilsTest::cleanup()
     m_processes.clear();
     m_windows.clear();
     m_os.reset();
-    s_fatalLine.clear();
+    s_trigger.clear();
     qInstallMessageHandler(s_capture);
     m_log.reset();
     m_lines.clear();
@@ -189,7 +194,7 @@ void OSUtilsTest::makeOSUtils()
     tell(&OSUtils::maxHeightChanged, "maxHeightChanged");
 }
 
-/// Asks as QML would: by name, through the meta-object. A property, when no operation is called so.
+/// Calls the operation `name` as QML would, through the meta-object, or reads the property `name`.
 QVariant OSUtilsTest::ask(const QString& name, const QStringList& words)
 {
     if (!m_os || name == "OSUtils") {
@@ -215,26 +220,63 @@ QVariant OSUtilsTest::ask(const QString& name, const QStringList& words)
                       arguments[0], arguments[1]);
         return result;
     }
+    if (name != "OSUtils" && meta.indexOfProperty(name.toUtf8()) < 0)
+        qFatal("OSUtils has no %s of %d arguments", qPrintable(name), int(words.size()));
     return m_os->property(name.toUtf8());
+}
+
+void OSUtilsTest::runShell(const QString& command, bool inBackground)
+{
+    m_processes.push_back(std::make_unique<QProcess>());
+    QProcess& shell = *m_processes.back();
+    shell.start("sh", {"-c", (inBackground ? "exec " : "") + command});
+    if (inBackground)
+        qputenv("LAST", QByteArray::number(shell.processId()));
+    else if (!hasEnded(shell) || shell.exitCode())
+        add("exit " + QString::number(shell.exitCode()));
+    for (const QByteArray& line : shell.readAllStandardOutput().split('\n'))
+        add(line);
+}
+
+void OSUtilsTest::writeProfile(const QString& name, const QString& path)
+{
+    const bool isAdobe = name == "AdobeRgb";
+    QFile file(path);
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write(QColorSpace(isAdobe ? QColorSpace::AdobeRgb : QColorSpace::DisplayP3).iccProfile());
+}
+
+void OSUtilsTest::call(const QString& name, const QStringList& words, bool showsAnswer)
+{
+    QVariant answer;
+    QCoreApplication::processEvents();
+    QElapsedTimer timer;
+    timer.start();
+    if (m_inThread)
+        std::thread([&] { answer = ask(name, words); }).join();
+    else
+        answer = ask(name, words);
+    qputenv("ELAPSED", QByteArray::number(timer.elapsed()));
+    QCoreApplication::processEvents();
+    qputenv("ANSWER", answer.toString().toUtf8());
+    add(answer.isValid() && showsAnswer ? "= " + textOf(answer) : "");
 }
 
 void OSUtilsTest::perform(const QString& command, const QString& name, const QStringList& words)
 {
-    const QString rest = words.join(" | ");
+    const QString rest = words.join(" | "), line = name + ' ' + rest;
     if (command == "$" || command == "&") {
-        m_processes.push_back(std::make_unique<QProcess>());
-        QProcess& shell = *m_processes.back();
-        shell.start("sh", {"-c", (command == "&" ? "exec " : "") + name + ' ' + rest});
-        if (command == "&")
-            qputenv("LAST", QByteArray::number(shell.processId()));
-        else if (!hasEnded(shell) || shell.exitCode())
-            add("exit " + QString::number(shell.exitCode()));
-        for (const QByteArray& line : shell.readAllStandardOutput().split('\n'))
-            add(line);
+        runShell(line, command == "&");
+    } else if (command == "wait") {
+        runShell("until " + line + "; do sleep 0.02; done", false);
+    } else if (command == "at") {
+        s_trigger = QString(line).section(" | ", 0, 0);
+        s_triggered = QString(line).section(" | ", 1);
     } else if (command == "set") {
-        qputenv(name.toUtf8(), places(rest, false).toUtf8());
-    } else if (command == "fatal") {
-        s_fatalLine = name + ' ' + rest;
+        QProcess shell; // expands "$(command)"
+        shell.start("sh", {"-c", "printf %s \"" + places(rest, false) + '"'});
+        QVERIFY(shell.waitForFinished());
+        qputenv(name.toUtf8(), shell.readAllStandardOutput());
     } else if (command == "hash") {
         qputenv(name.toUtf8(), QByteArray::number(qHash(rest, 0)));
     } else if (command == "same") {
@@ -242,15 +284,16 @@ void OSUtilsTest::perform(const QString& command, const QString& name, const QSt
             return QImage(path).convertToFormat(QImage::Format_RGB32);
         };
         add("= " + textOf(pixels(name) == pixels(rest)));
+    } else if (command == "copy") {
+        auto data = std::make_unique<QMimeData>();
+        data->setImageData(QImage(name));
+        data->setUrls({QUrl::fromLocalFile(QDir().absoluteFilePath(rest))});
+        QGuiApplication::clipboard()->setMimeData(data.release());
     } else if (command == "cursor") {
         const QCursor* cursor = QGuiApplication::overrideCursor();
         m_lines.last() = "cursor " + (cursor ? textOf(cursor->hotSpot()) : "none");
     } else if (command == "profile") {
-        const bool isAdobe = name == "AdobeRgb";
-        QFile file(rest);
-        QVERIFY(file.open(QFile::WriteOnly));
-        file.write(
-            QColorSpace(isAdobe ? QColorSpace::AdobeRgb : QColorSpace::DisplayP3).iccProfile());
+        writeProfile(name, rest);
     } else if (command == "application") {
         makeApplication(name);
     } else if (command == "window") {
@@ -262,18 +305,7 @@ void OSUtilsTest::perform(const QString& command, const QString& name, const QSt
     } else if (command == "?") {
         QTRY_COMPARE(textOf(ask(name, {})), rest.mid(2));
     } else {
-        QVariant answer;
-        QElapsedTimer timer;
-        timer.start();
-        QCoreApplication::processEvents();
-        if (m_inThread)
-            std::thread([&] { answer = ask(name, words); }).join();
-        else
-            answer = ask(name, words);
-        QCoreApplication::processEvents();
-        qputenv("ELAPSED", QByteArray::number(timer.elapsed()));
-        qputenv("ANSWER", answer.toString().toUtf8());
-        add(answer.isValid() && command == ">" ? "= " + textOf(answer) : "");
+        call(name, words, command == ">");
     }
 }
 
@@ -284,15 +316,24 @@ void OSUtilsTest::plays_data()
     QVERIFY(file.open(QIODevice::ReadOnly));
     for (const QString& text : QString::fromUtf8(file.readAll()).split("\n# ").mid(1)) {
         QStringList lines = text.split('\n', Qt::SkipEmptyParts);
-        QTest::newRow(lines.takeFirst().toUtf8()) << lines.filter(QRegularExpression("^[^%]"));
+        const QString name = lines.takeFirst();
+        lines = lines.filter(QRegularExpression("^[^%]"));
+        // A case with several kinds of application is a row for each of them.
+        const QStringList kinds = lines[0].section("application ", 1).split(" | ");
+        for (const QString& kind : kinds) {
+            if (kinds.size() > 1)
+                lines[0] = "application " + kind;
+            QTest::newRow(qPrintable(kinds.size() > 1 ? name + ", " + kind : name)) << lines;
+        }
     }
 }
 
 void OSUtilsTest::plays()
 {
     QFETCH(QStringList, lines);
-    static const QRegularExpression command("^(>>?|[$&?]|set|fatal|hash|same|cursor|application|"
-                                            "window|palette|profile) ([^ ]+) ?(.*)$");
+    static const QRegularExpression command(
+        "^(>>?|[$&?]|set|wait|at|hash|copy|same|cursor|application|"
+        "window|palette|profile) ([^ ]+) ?(.*)$");
     if (!m_application && !lines[0].startsWith("application"))
         makeApplication("gui");
     for (const QString& line : lines) {

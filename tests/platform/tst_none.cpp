@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// What is left where the operating system has no answers.
+// What the library does on a system about which `platform/` knows nothing.
 #include <imageutils/cvutils.h>
 #include <imageutils/imageutils.h>
 #include <imageutils/osutils.h>
 #include <support/log.h>
 
+#include <QtGui/QClipboard>
 #include <QtTest/QtTest>
 
 class NoneTest : public QObject
@@ -13,18 +14,30 @@ class NoneTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void takesTheNeutralRoad()
+    void sameBitmapIsPastedTwice()
+    {
+        TestSupport::LogCapture log;
+        QImage picture(3, 2, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        QGuiApplication::clipboard()->setImage(picture);
+        OSUtils utils;
+        const QStringList paths = utils.clipboard();
+        QCOMPARE(QImage(paths.value(0)).size(), picture.size());
+        QCOMPARE(utils.clipboard(), paths);
+    }
+
+    void operationsGiveTheirNeutralResults()
     {
         TestSupport::LogCapture log;
         OSUtils utils;
         QSignalSpy errors(&utils, &OSUtils::showFileError);
         utils.showFileInGraphicalShell("/");
-        QCOMPARE(errors.value(0), QVariantList{"/"}); // at once: nobody was asked
+        QCOMPARE(errors.value(0), QVariantList{"/"}); // before the call returns
         log.take();
         QCOMPARE(OSUtils::getMonitorColorSpace(), QColorSpace(QColorSpace::SRgb));
         QCOMPARE(log.takeTexts().value(0),
                  "warning: Active Window does not contain a device context");
-        // No part can be opened, and nothing but Qt tells what a file is.
+        // No plug-in can be opened, and only Qt tells the kind of a file.
         const QString here = QCoreApplication::applicationFilePath();
         QCOMPARE(NImageUtils::imageSize(here), QSize());
         QCOMPARE(NImageUtils::imageSize("/"), QSize());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A driver for the real Vulkan loader with two graphics devices and one that is the processor.
+// A mock driver for the real Vulkan loader, with two graphics devices and a software renderer.
 #define VK_NO_PROTOTYPES
 #include <vulkan/vk_icd.h>
 
@@ -69,8 +69,7 @@ EXPORTED PFN_vkVoidFunction vk_icdGetInstanceProcAddr(VkInstance, const char* na
         {"vkEnumerateInstanceExtensionProperties", PFN_vkVoidFunction(noExtensions)}};
     if (const auto found = known.find(name); found != known.end())
         return found->second;
-    // A driver must have much more, which nobody calls; what belongs to extensions it must not
-    // have.
+    // The loader expects many more functions, which the tests do not call, and none of extensions.
     const bool isExtension = std::strstr(name, "KHR") || std::strstr(name, "EXT");
     return isExtension ? nullptr : PFN_vkVoidFunction([] {});
 }

@@ -14,7 +14,7 @@ void writePicture(const QString& path, int width, int height, int orientation = 
 /// Replaces the file at `path` by `bytes`.
 void writeBytes(const QString& path, const QByteArray& bytes);
 
-/// A TIFF file of one pixel whose header says that it is 2^31 pixels wide.
+/// A TIFF file of one pixel with a width of 2^31 in its header.
 QByteArray lyingTiff();
 
 /// Makes a named pipe; false where the system has none.

@@ -6,7 +6,7 @@
 namespace TestSupport {
 
 /// A matrix in which channel c of pixel (x, y) holds x + 10 y + 100 c: neighbours differ, and a
-/// wrong value names where it came from.
+/// wrong value tells its origin.
 cv::Mat numbered(int rows, int cols, int type);
 
 /// A matrix of random values, the same for the same `seed`: the full range of integer depths, 0 to

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A program's own engine, which takes the library's place because it is linked before it. What it
-// answers stands in the environment: ENGINE_DEVICES (name:memory …), ENGINE_MEMORY of device 3,
-// ENGINE_FLAGS (apple, intel, amd).
+// An engine of the program's own, which replaces the library's because it is linked before it. Its
+// answers come from the environment: ENGINE_DEVICES (name:memory …), ENGINE_MEMORY of device 3,
+// ENGINE_FLAGS (apple, intel, amd, throws).
 #include <aiengine/deviceselector.h>
 #include <aiengine/systeminfo.h>
 
 #include <QtCore/QDebug>
+
+#include <stdexcept>
 
 static bool hasFlag(const char* name) { return qgetenv("ENGINE_FLAGS").contains(name); }
 
@@ -17,6 +19,8 @@ SystemInfo::~SystemInfo() = default;
 SystemInfo& SystemInfo::GetInstance(bool)
 {
     static SystemInfo instance;
+    if (hasFlag("throws"))
+        throw std::runtime_error("no words for a user");
     return instance;
 }
 const std::vector<DeviceInfo>& SystemInfo::getGPUList(bool)

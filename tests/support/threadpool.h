@@ -4,8 +4,8 @@
 namespace TestSupport {
 
 /// Lets OpenCV's parallel loops run on `threads` threads of the standard library, started anew for
-/// each loop. The thread sanitizer follows these (it reports races in OpenCV's own pool, which is
-/// not instrumented), and they may be more than the machine has cores.
+/// each loop. The thread sanitizer understands these threads (it reports races in OpenCV's own
+/// pool, which is not instrumented), and there can be more of them than cores.
 void useThreads(int threads);
 
 } // namespace TestSupport
