@@ -70,6 +70,16 @@ generation_store() {
     echo "${IMAGEUTILS_GENERATIONS:-/var/cache/imageutils}/$1"
 }
 
+# debian_mirror: where apt gets Debian's packages from on this machine.
+debian_mirror() {
+    local mirror
+    # shellcheck disable=SC2016 # apt's own variables
+    mirror=$(apt-get indextargets --format '$(ORIGIN) $(LABEL) $(REPO_URI)' |
+        sed -n 's/^Debian Debian //p' | sort -u | sed -n 1p)
+    [ -n "$mirror" ] || fail "apt knows no Debian mirror here; apt-get update first"
+    echo "$mirror"
+}
+
 # own_generation: this machine's release of Debian, 12 or 13; empty where there is no number.
 own_generation() {
     (. /etc/os-release && echo "${VERSION_ID-}")

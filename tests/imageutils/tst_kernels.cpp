@@ -20,7 +20,7 @@ std::vector<T> noise(std::size_t count)
     std::mt19937 random(1);
     std::vector<T> values(count);
     for (T& value : values)
-        value = std::is_floating_point_v<T> ? T(random() / 4e9) : T(random());
+        value = std::is_floating_point_v<T> ? T(double(random()) / 4e9) : T(random());
     return values;
 }
 
