@@ -26,14 +26,21 @@ qsizetype cacheLimit()
     void* const library = dlopen(s_path, RTLD_NOLOAD | RTLD_NOW); // also while it is being built
     const void* const cache =
         library ? dlsym(library, "_ZN11NImageUtils16s_imageSizeCacheE") : nullptr;
+    if (library)
+        dlclose(library);
     return cache ? static_cast<const QCache<int, int>*>(cache)->maxCost() : -1; // of any types
 }
 
-void note(const char* event)
+void note(const char* event, const char* detail = "")
 {
     if (s_watching)
-        std::printf("%s%s\n", event, cacheLimit() == 0 ? ", cache not built" : "");
+        std::printf("%s%s\n", event, detail);
     std::fflush(stdout);
+}
+
+void noteConstruction(const char* event)
+{
+    note(event, s_watching && cacheLimit() == 0 ? ", cache not built" : "");
 }
 
 } // namespace
@@ -56,7 +63,7 @@ SHOWN Resource resourceUnregistered asm(RESOURCE_UNREGISTERED);
 void moduleRegistered(void* self, const char* uri, void (*function)())
 {
     s_watching = s_watching || std::strcmp(uri, "NImageUtils") == 0;
-    note("module registered");
+    noteConstruction("module registered");
     reinterpret_cast<decltype(&moduleRegistered)>(dlsym(RTLD_NEXT, MODULE_REGISTERED))(self, uri,
                                                                                        function);
 }
@@ -70,7 +77,7 @@ void moduleUnregistered(void* self)
 
 bool resourceRegistered(int version, Bytes tree, Bytes names, Bytes data)
 {
-    note("resource registered");
+    noteConstruction("resource registered");
     return reinterpret_cast<Resource*>(dlsym(RTLD_NEXT, RESOURCE_REGISTERED))(version, tree, names,
                                                                               data);
 }
@@ -87,7 +94,7 @@ SHOWN void* operator new(std::size_t size)
 {
     if (size == 65) // the alphabet's 64 characters and a null: nothing else of that size is
                     // allocated during load
-        note("alphabet built");
+        noteConstruction("alphabet built");
     if (void* const memory = std::malloc(size))
         return memory;
     throw std::bad_alloc();
@@ -98,12 +105,17 @@ SHOWN void operator delete(void* memory, std::size_t) noexcept { std::free(memor
 int main(int argc, char** argv)
 {
     s_path = argc == 2 ? argv[1] : "";
-    if (!dlopen(s_path, RTLD_NOW)) {
+    void* const library = dlopen(s_path, RTLD_NOW);
+    if (!library) {
         std::fprintf(stderr, "%s\n", dlerror());
         return 1;
     }
     std::printf("loaded, cache of %lld, qmldir of %lld bytes\n",
                 static_cast<long long>(cacheLimit()),
                 static_cast<long long>(QFile(":/NImageUtils/qmldir").size()));
-    return 0; // the library's objects are destroyed as the program ends
+    dlclose(library);
+    std::printf("closed, %s\n",
+                dlopen(s_path, RTLD_NOLOAD | RTLD_NOW) ? "still mapped" : "unmapped");
+    std::fflush(stdout);
+    return 0; // a library that is still mapped is destroyed as the program ends
 }
