@@ -34,6 +34,8 @@ int main(int argc, char* argv[])
     CoInitialize(nullptr);
     std::string path;
     std::getline(std::cin, path);
-    Platform::showItem(path, {}, [](bool shown) { std::cout << (shown ? "shown\n" : "no\n"); });
+    const auto isWanted = [] { return true; };
+    Platform::showItem(path, {}, isWanted,
+                       [](bool shown) { std::cout << (shown ? "shown\n" : "no\n"); });
     CoUninitialize();
 }
