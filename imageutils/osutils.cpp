@@ -49,8 +49,13 @@ QScreen* primaryScreen() { return onGuiThread() ? QGuiApplication::primaryScreen
 QCursor cursorFrom(const QString& resourceUrl)
 {
     const bool isPath = resourceUrl.startsWith(QLatin1String(":/"));
-    const QPixmap picture(isPath ? resourceUrl : resourceUrl.mid(3));
-    return QCursor(picture, -1, -1); // -1: the hot spot is the centre
+    const QString path = isPath ? resourceUrl : resourceUrl.mid(3);
+    // A pipe would wait for its writer, and a null character would end the name before it.
+    const QFileInfo file(path);
+    const bool isReadable =
+        !path.contains(QChar::Null) && (file.isFile() || !file.exists()); // Qt adds suffixes
+    return QCursor(isReadable ? QPixmap(path) : QPixmap(), -1,
+                   -1); // -1: the hot spot is the centre
 }
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)

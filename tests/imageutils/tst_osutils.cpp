@@ -34,6 +34,7 @@ class OSUtilsTest : public QObject
     void perform(const QString& command, const QString& name, const QStringList& words);
     void runShell(const QString& command, bool inBackground);
     void writeProfile(const QString& name, const QString& path);
+    void copy(const QString& picture, const QString& file);
     void call(const QString& name, const QStringList& words, bool showsAnswer);
     void makeApplication(const QString& kind);
     void makeWindow(const QString& name, const QString& place);
@@ -246,6 +247,14 @@ void OSUtilsTest::writeProfile(const QString& name, const QString& path)
     file.write(QColorSpace(isAdobe ? QColorSpace::AdobeRgb : QColorSpace::DisplayP3).iccProfile());
 }
 
+void OSUtilsTest::copy(const QString& picture, const QString& file)
+{
+    auto data = std::make_unique<QMimeData>();
+    data->setImageData(QImage(picture));
+    data->setUrls({QUrl::fromLocalFile(QDir().absoluteFilePath(file))});
+    QGuiApplication::clipboard()->setMimeData(data.release());
+}
+
 void OSUtilsTest::call(const QString& name, const QStringList& words, bool showsAnswer)
 {
     QVariant answer;
@@ -285,10 +294,7 @@ void OSUtilsTest::perform(const QString& command, const QString& name, const QSt
         };
         add("= " + textOf(pixels(name) == pixels(rest)));
     } else if (command == "copy") {
-        auto data = std::make_unique<QMimeData>();
-        data->setImageData(QImage(name));
-        data->setUrls({QUrl::fromLocalFile(QDir().absoluteFilePath(rest))});
-        QGuiApplication::clipboard()->setMimeData(data.release());
+        copy(name, rest);
     } else if (command == "cursor") {
         const QCursor* cursor = QGuiApplication::overrideCursor();
         m_lines.last() = "cursor " + (cursor ? textOf(cursor->hotSpot()) : "none");
