@@ -302,6 +302,7 @@ void OSUtilsTest::perform(const QString& command, const QString& name, const QSt
         writeProfile(name, rest);
     } else if (command == "application") {
         makeApplication(name);
+        m_log->take(); // lines of Qt's own, which differ between versions
     } else if (command == "window") {
         makeWindow(name, rest);
     } else if (command == "palette") {

@@ -14,7 +14,7 @@
 
 #include <memory>
 
-/// The module as a QML document meets it, in the shared library: this program calls nothing else of
+/// The QML module of the shared library, imported by a program that calls nothing else of
 /// the library.
 class QmlModuleTest : public QObject
 {
@@ -38,7 +38,7 @@ private:
 
 void QmlModuleTest::initTestCase()
 {
-    qml_register_types_NImageUtils(); // once more than the library itself did
+    qml_register_types_NImageUtils(); // again, after the library itself
     TestSupport::LogCapture log;      // the constructor of OSUtils describes the screens
     TestSupport::writePicture(m_folder.filePath("a.jpg"), 40, 30, 6);
     m_engine.rootContext()->setContextProperty("folder", m_folder.path());
