@@ -33,6 +33,13 @@ std::error_code linkTo(const QString& path, const QString& newPath)
     return error;
 }
 
+std::error_code makeFolder(const QString& folder)
+{
+    std::error_code error;
+    std::filesystem::create_directories(QDir(folder).filesystemAbsolutePath(), error);
+    return error;
+}
+
 /// The library calls the name of a dangling link free.
 QString freeName(const QString& wanted)
 {
@@ -71,8 +78,9 @@ void AtomicFile::setObserver(std::function<void(const QString&)> newObserver)
 Result<std::unique_ptr<AtomicFile>> AtomicFile::create(const QString& folder,
                                                        const QString& extension, Access access)
 {
-    if (!QDir().mkpath(folder))
-        return Failure{QStringLiteral("cannot make the folder %1").arg(folder)};
+    if (const std::error_code error = makeFolder(folder))
+        return Failure{QStringLiteral("cannot make the folder %1: %2")
+                           .arg(folder, QString::fromStdString(error.message()))};
     constexpr auto readWrite = QIODevice::ReadWrite | QIODevice::NewOnly;
     constexpr auto owner = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
     for (;;) {

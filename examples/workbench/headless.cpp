@@ -124,10 +124,7 @@ int Batch::run()
     for (Photograph& photograph : m_photographs) // of an interrupted run, with gaps between them
         if (photograph.result)
             report(photograph);
-    const int status = m_report.finish();
-    if (Interruption::isWanted())
-        Interruption::obey();
-    return status;
+    return m_report.finish();
 }
 
 /// Gives every free worker a photograph.

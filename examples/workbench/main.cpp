@@ -10,6 +10,8 @@
 #include "window.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
 #include <QtCore/QOperatingSystemVersion>
 #include <QtCore/QStringDecoder>
@@ -67,6 +69,32 @@ int runWorker(int argc, char** argv)
     return 1;
 }
 
+/// The folder of the outputs, which goes away again when nothing was written.
+class OutputFolder
+{
+public:
+    explicit OutputFolder(const QString& path) : m_path(path), m_isNew(!QFileInfo::exists(path))
+    {
+        if (const auto file = AtomicFile::create(path, QStringLiteral("test")); !file)
+            m_failure = file.failure().reason;
+        AtomicFile::sweep(path);
+    }
+    ~OutputFolder()
+    {
+        if (m_isNew)
+            QDir().rmdir(m_path);
+    }
+    OutputFolder(const OutputFolder&) = delete;
+    OutputFolder& operator=(const OutputFolder&) = delete;
+
+    const QString& failure() const { return m_failure; }
+
+private:
+    const QString m_path;
+    const bool m_isNew;
+    QString m_failure;
+};
+
 /// What a command line without photographs asks for.
 std::optional<int> answer(const CommandLine& line)
 {
@@ -116,10 +144,13 @@ int main(int argc, char** argv)
     }
     const QList<Source> sources =
         findSources(paths, arguments.undecodable, line.options.outputFolder);
-    AtomicFile::sweep(line.options.outputFolder);
-    if (!isWindowed)
-        return runHeadless(line.options, sources);
-    const int status = runWindow(line.options, sources);
+    const OutputFolder folder(line.options.outputFolder);
+    if (!folder.failure().isEmpty()) {
+        Terminal::printError(QLatin1String("imageutils-workbench: ") + folder.failure());
+        return wrongUsage;
+    }
+    const int status =
+        isWindowed ? runWindow(line.options, sources) : runHeadless(line.options, sources);
     if (Interruption::isWanted())
         Interruption::obey();
     return status;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "options.h"
 
+#include "formats.h"
+
 #include <QtCore/QCommandLineParser>
 
 #include <climits>
@@ -84,6 +86,37 @@ void describe(QCommandLineParser& parser)
     });
 }
 
+/// A long option behind a single dash, which would be read as several short ones or as a value of
+/// -o; empty when there is none.
+QString misspelt(const QStringList& arguments)
+{
+    for (qsizetype i = 1; i < arguments.size() && arguments[i] != QLatin1String("--"); ++i) {
+        const QString& argument = arguments[i];
+        const bool isValue = arguments[i - 1] == QLatin1String("-o") ||
+                             arguments[i - 1] == QLatin1String("--output");
+        const bool isLong = argument.size() > 2 && argument[0] == u'-' && argument[1].isLetter();
+        const bool isFolder = argument.startsWith(QLatin1String("-o")) &&
+                              !argument.startsWith(QLatin1String("-output"));
+        if (isLong && !isValue && !isFolder)
+            return argument;
+    }
+    return {};
+}
+
+/// What is wrong with values that are right by themselves; empty when nothing is.
+QString contradiction(const Options& options)
+{
+    const QString format = options.format.toLower();
+    if (format != QLatin1String("preserve") && format != QLatin1String("dng") &&
+        !Formats::isWritable(format))
+        return QStringLiteral("--format takes preserve or one of %1, not \"%2\"")
+            .arg(Formats::writableText(), options.format);
+    if (options.scale * options.scale > double(options.maxPixels))
+        return QStringLiteral("--scale %1 makes more of one pixel than --max-megapixels allows")
+            .arg(options.scale);
+    return {};
+}
+
 /// Reads option values; the first one that is wrong is kept as the error.
 class Reader
 {
@@ -145,6 +178,10 @@ CommandLine readCommandLine(const QStringList& arguments)
     CommandLine line;
     if (!parser.parse(arguments))
         line.error = parser.errorText();
+    if (const QString argument = misspelt(arguments); !argument.isEmpty()) {
+        line.error = QStringLiteral("\"%1\" needs two dashes").arg(argument);
+        return line; // whatever else was read from it, --help for example, is not meant
+    }
     const auto isSet = [&parser](const char* name) {
         return parser.isSet(QString::fromLatin1(name));
     };
@@ -170,6 +207,8 @@ CommandLine readCommandLine(const QStringList& arguments)
     options.json = isSet("json");
     options.headless = isSet("headless") || options.json;
     options.verbose = isSet("verbose");
+    if (line.error.isEmpty())
+        line.error = contradiction(options);
     return line;
 }
 

@@ -59,7 +59,7 @@ int runWindow(const Options& options, const QList<Source>& sources)
         if (Interruption::isWanted())
             QGuiApplication::quit();
     });
-    poll.start(100ms);
+    poll.start(50ms);
     QGuiApplication::exec();
     keepGeometry(desktop);
     return model.failed() > 0 ? 1 : 0;

@@ -47,12 +47,12 @@ QImage imageOf(QSize size, const QByteArray& pixels)
 
 Worker::Worker(QObject* parent) : QObject(parent)
 {
-    m_process.setProgram(QCoreApplication::applicationFilePath());
-    m_process.setArguments({QStringLiteral("--worker")});
-    connect(&m_process, &QProcess::readyReadStandardOutput, this, &Worker::readOutput);
-    connect(&m_process, &QProcess::readyReadStandardError, this, &Worker::readErrors);
-    connect(&m_process, &QProcess::errorOccurred, this, &Worker::showFailure);
-    connect(&m_process, &QProcess::finished, this, &Worker::showEnd);
+    m_process->setProgram(QCoreApplication::applicationFilePath());
+    m_process->setArguments({QStringLiteral("--worker")});
+    connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Worker::readOutput);
+    connect(m_process.get(), &QProcess::readyReadStandardError, this, &Worker::readErrors);
+    connect(m_process.get(), &QProcess::errorOccurred, this, &Worker::showFailure);
+    connect(m_process.get(), &QProcess::finished, this, &Worker::showEnd);
 }
 
 Worker::~Worker() { end({this}); }
@@ -63,33 +63,37 @@ void Worker::start(const Request& request)
     m_isBusy = true;
     m_step = Step::Header;
     m_said.clear();
-    if (m_process.state() == QProcess::NotRunning)
-        m_process.start();
-    m_process.write(lineOf(request)); // kept until the process has started
+    if (m_process->state() == QProcess::NotRunning)
+        m_process->start();
+    m_process->write(lineOf(request)); // kept until the process has started
 }
 
-void Worker::grantMemory() { m_process.write("\n"); }
+void Worker::grantMemory() { m_process->write("\n"); }
 
 void Worker::end(const QList<Worker*>& workers)
 {
     for (Worker* const worker : workers) {
-        worker->m_process.disconnect(worker);
+        worker->m_process->disconnect(worker);
         worker->m_isBusy = false;
-        worker->m_process.kill();
+        worker->m_process->kill();
     }
     const QDeadlineTimer deadline(250);
     for (Worker* const worker : workers) {
-        worker->m_process.waitForFinished(int(deadline.remainingTime()));
+        const bool hasEnded = worker->m_process->state() == QProcess::NotRunning ||
+                              worker->m_process->waitForFinished(int(deadline.remainingTime()));
         worker->readOutput(); // it may name a file that was begun meanwhile
         worker->removeTemporaries();
+        if (!hasEnded) // it ends when the system lets it, for which ~QProcess would wait
+            static_cast<void>(worker->m_process.release());
+        worker->m_process = std::make_unique<QProcess>();
     }
 }
 
 void Worker::readOutput()
 {
-    m_process.setReadChannel(QProcess::StandardOutput);
-    while (readPreview() && m_process.canReadLine())
-        if (const auto message = messageOf(m_process.readLine()))
+    m_process->setReadChannel(QProcess::StandardOutput);
+    while (readPreview() && m_process->canReadLine())
+        if (const auto message = messageOf(m_process->readLine()))
             receive(*message);
 }
 
@@ -98,10 +102,10 @@ bool Worker::readPreview()
 {
     if (!m_preview)
         return true;
-    if (m_process.bytesAvailable() < m_preview->bytes)
+    if (m_process->bytesAvailable() < m_preview->bytes)
         return false;
     const Message preview = *std::exchange(m_preview, {});
-    const QImage image = imageOf(preview.size, m_process.read(preview.bytes));
+    const QImage image = imageOf(preview.size, m_process->read(preview.bytes));
     m_isBusy = false;
     Q_EMIT previewed(image);
     return true;
@@ -111,7 +115,7 @@ bool Worker::readPreview()
 void Worker::readErrors()
 {
     constexpr qsizetype longest = 4096;
-    m_said = (m_said + m_process.readAllStandardError()).right(longest);
+    m_said = (m_said + m_process->readAllStandardError()).right(longest);
 }
 
 void Worker::receive(const Message& message)
@@ -145,7 +149,7 @@ void Worker::showFailure(QProcess::ProcessError error)
     if (error != QProcess::FailedToStart || !m_isBusy)
         return; // others are followed by the end of the process
     m_isBusy = false;
-    Q_EMIT unavailable(m_process.errorString());
+    Q_EMIT unavailable(m_process->errorString());
 }
 
 void Worker::showEnd(int code, QProcess::ExitStatus status)

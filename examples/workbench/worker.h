@@ -7,6 +7,8 @@
 #include <QtCore/QProcess>
 #include <QtGui/QImage>
 
+#include <memory>
+
 /// One worker process, in which foreign code decodes, computes and encodes one photograph after
 /// another: this program, started with `--worker`. When the process dies, the photograph in it
 /// fails, its unfinished file is removed, and the next one gets a new process. Needs an event loop.
@@ -55,7 +57,7 @@ private:
     void removeTemporaries();
     QString reasonOfEnd(int code, QProcess::ExitStatus status) const;
 
-    QProcess m_process;
+    std::unique_ptr<QProcess> m_process = std::make_unique<QProcess>();
     Request m_request;
     bool m_isBusy = false;
     Step m_step = Step::Header;
