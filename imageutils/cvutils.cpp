@@ -21,7 +21,6 @@
 
 namespace {
 
-constexpr std::size_t channels32FC3 = 3;
 constexpr int depthMask = 7;
 
 /// Prefaults the rows of new matrices, the widest of which has `rowBytes` bytes in a row, and calls

@@ -15,7 +15,7 @@ HWY_BEFORE_NAMESPACE();
 namespace Kernels::HWY_NAMESPACE {
 namespace {
 
-const char* instructionSetName() { return HWY_STR(HWY_NAMESPACE) + std::strlen("N_"); }
+const char* instructionSetName() { return &HWY_STR(HWY_NAMESPACE)[std::strlen("N_")]; }
 
 } // namespace
 } // namespace Kernels::HWY_NAMESPACE
