@@ -3,6 +3,8 @@
 // Parameter maps reduced to one number. All arithmetic is unsigned and modulo 2^64.
 #include <imageutils/imageutils.h>
 
+#include <imageutils/exceptions_p.h>
+
 #include <QtCore/QBuffer>
 #include <QtCore/QDataStream>
 #include <QtCore/QDebug>
@@ -10,7 +12,9 @@
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QPoint>
 
+#include <algorithm>
 #include <bit>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -45,7 +49,7 @@ const T& valueOf(const QVariant& variant)
     return *static_cast<const T*>(variant.constData());
 }
 
-/// A hash of a few values in their order, for the parts of one value.
+/// A hash of a few numbers in their order, for a value that consists of several.
 class SequenceHash
 {
 public:
@@ -79,14 +83,77 @@ quint64 hashFloat(float value)
     return mixInteger(quint64(std::bit_cast<quint32>(value + 0.0f))); // -0.0 becomes 0.0
 }
 
-/// Writes what Qt writes of a value whose type has no stream operators: its type.
-void streamTypeOnly(QDataStream& stream, const QVariant& variant)
+/// Writes what Qt writes before every value, and all that it writes of one whose type has no stream
+/// operators.
+void streamType(QDataStream& stream, const QVariant& variant)
 {
     const bool isOwnType = variant.typeId() < QMetaType::User;
     stream << quint32(isOwnType ? variant.typeId() : int(QMetaType::User))
            << qint8(variant.isNull());
     if (!isOwnType)
         stream << variant.metaType().name();
+}
+
+bool isSet(const QVariant& variant)
+{
+    return QByteArrayView(variant.metaType().name()).startsWith("QSet<");
+}
+
+/// The elements of a `QSet`, which gives them in another order in every process, sorted by their
+/// hashes.
+QVariantList sortedElements(const QVariant& set)
+{
+    std::vector<std::pair<quint64, QVariant>> elements;
+    for (const QVariant& element : set.toList())
+        elements.emplace_back(NImageUtils::hashVariant(element), element);
+    std::sort(elements.begin(), elements.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    QVariantList sorted;
+    for (const auto& [hash, element] : elements)
+        sorted.append(element);
+    return sorted;
+}
+
+/// Writes what Qt writes, but the entries of a `QVariantHash` in the order of their keys and the
+/// elements of a `QSet` in that of their hashes: Qt writes both in an order that follows the random
+/// seed of the process.
+void streamValue(QDataStream& stream, const QVariant& variant)
+{
+    const auto streamEntries = [&stream, &variant](const QVariantMap& entries) {
+        streamType(stream, variant);
+        stream << quint32(entries.size());
+        for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry) {
+            stream << entry.key();
+            streamValue(stream, entry.value());
+        }
+    };
+    // A Qt built with assertions aborts where another one warns.
+    const bool isStreamable = variant.metaType().hasRegisteredDataStreamOperators();
+    if (variant.typeId() == QMetaType::QVariantHash) {
+        const QVariantHash& hash = valueOf<QVariantHash>(variant);
+        QVariantMap entries; // sorted by UTF-16 code units
+        for (auto entry = hash.cbegin(); entry != hash.cend(); ++entry)
+            entries.insert(entry.key(), entry.value());
+        streamEntries(entries);
+    } else if (variant.typeId() == QMetaType::QVariantMap) {
+        streamEntries(valueOf<QVariantMap>(variant));
+    } else if (variant.typeId() == QMetaType::QVariantList) {
+        const QVariantList& list = valueOf<QVariantList>(variant);
+        streamType(stream, variant);
+        stream << quint32(list.size());
+        for (const QVariant& element : list)
+            streamValue(stream, element);
+    } else if (isStreamable && isSet(variant)) {
+        const QVariantList elements = sortedElements(variant);
+        streamType(stream, variant);
+        stream << quint32(elements.size());
+        for (const QVariant& element : elements)
+            element.metaType().save(stream, element.constData());
+    } else if (isStreamable || !QLibraryInfo::isDebugBuild()) {
+        stream << variant;
+    } else {
+        streamType(stream, variant);
+    }
 }
 
 quint64 hashStreamed(const QVariant& variant)
@@ -97,11 +164,7 @@ quint64 hashStreamed(const QVariant& variant)
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     QDataStream stream(&buffer);
-    // A Qt built with assertions aborts where another one warns.
-    if (variant.metaType().hasRegisteredDataStreamOperators() || !QLibraryInfo::isDebugBuild())
-        stream << variant;
-    else
-        streamTypeOnly(stream, variant);
+    streamValue(stream, variant);
     return qHashBits(bytes.constData(), std::size_t(buffer.pos()), 0);
 }
 
@@ -163,8 +226,8 @@ quint64 hashAsList(const QStringList& strings)
     return hash;
 }
 
-/// The list that a value of a map converts to. The usual types that convert to none are known here:
-/// asking Qt takes longer than hashing.
+/// The list that a value of a map converts to. The usual types that convert to none are listed
+/// here, because `QVariant::toList` takes longer than hashing.
 QVariantList listOf(const QVariant& variant)
 {
     switch (variant.typeId()) {
@@ -182,11 +245,12 @@ QVariantList listOf(const QVariant& variant)
     case QMetaType::QPoint:
         return {};
     default:
-        return variant.toList();
+        return isSet(variant) ? sortedElements(variant) : variant.toList();
     }
 }
 
-/// A map or a list on the way through it. The map belongs to the caller; a list is shared.
+/// A map or a list with the position of the next value to hash. The map belongs to the caller; a
+/// list is shared.
 class Level
 {
 public:
@@ -287,18 +351,23 @@ quint64 NImageUtils::hash(quint64 seed, const QVariantMap& params)
     return combine(seed, hashParams(params));
 }
 
-quint64 NImageUtils::hashParams(const QVariantMap& params) { return Levels(params).hash(); }
+quint64 NImageUtils::hashParams(const QVariantMap& params)
+{
+    return neutralOnException("hashParams", [&params] { return Levels(params).hash(); });
+}
 
 quint64 NImageUtils::hashList(const QList<QVariant>& list) { return Levels(list).hash(); }
 
 quint64 NImageUtils::hashVariant(const QVariant& variant)
 {
-    switch (variant.typeId()) {
-    case QMetaType::QVariantMap:
-        return hashParams(valueOf<QVariantMap>(variant));
-    case QMetaType::QVariantList:
-        return hashList(valueOf<QVariantList>(variant));
-    default:
-        return hashSingle(variant);
-    }
+    return neutralOnException("hashVariant", [&variant] {
+        switch (variant.typeId()) {
+        case QMetaType::QVariantMap:
+            return Levels(valueOf<QVariantMap>(variant)).hash();
+        case QMetaType::QVariantList:
+            return Levels(valueOf<QVariantList>(variant)).hash();
+        default:
+            return hashSingle(variant);
+        }
+    });
 }

@@ -6,6 +6,7 @@
 #include <QtCore/QDataStream>
 #include <QtCore/QJsonArray>
 #include <QtCore/QProcess>
+#include <QtCore/QSet>
 #include <QtCore/QThread>
 #include <QtTest/QTest>
 
@@ -68,7 +69,8 @@ QList<Sample> samples()
 {
     const QVariant letter = QVariant::fromValue('a');
     const QVariant object = QVariant::fromValue<QObject*>(nullptr); // has no stream operators
-    const QVariantHash hash{{"a", 1}};
+    const QVariantHash hash{{"a", QVariantMap{{"b", 1}, {"c", QVariantList{"d", QVariant()}}}}};
+    const QVariant set = QVariant::fromValue(QSet<QString>{"a"});
     const QVariant ints = QVariant::fromValue(QList<int>{1, 2});
     const QJsonArray json{1, "a", QJsonArray{true}};
     return {
@@ -98,13 +100,17 @@ QList<Sample> samples()
         {"JSON array", json, streamed(json), list({mix(1), text(u"a"), list({mix(1)})}), 1, 0},
         {"letter", letter, streamed(letter), streamed(letter), 1},
         {"hash", hash, streamed(hash), streamed(hash), 1},
+        {"set", set, streamed(set), list({text(u"a")}), 1, 0},
         {"object", object, streamed(object), streamed(object), 1}};
 }
 
-/// The key of all samples.
+/// The key of all samples, and of hashes and sets, whose order is another in every process.
 quint64 keyOfAll()
 {
-    QVariantMap map;
+    const QVariantHash hash{{"a", 1}, {"b", 1}, {"c", 1}, {"d", 1}, {"e", 1}};
+    const QVariant set = QVariant::fromValue(QSet<QString>{"a", "b", "c", "d", "e"});
+    QVariantMap map{{"hash", hash}, {"set", set}, {"in a hash", QVariantHash{{"a", hash}}}};
+    map["in lists"] = QVariantHash{{"a", QVariantList{set, QVariantList{hash}}}};
     for (const Sample& sample : samples())
         map[sample.name] = QVariantList{sample.value, QVariantMap{{"value", sample.value}}};
     return NImageUtils::hash(17, map);
