@@ -11,6 +11,9 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+# The folder of the plug-ins beside the library. It carries the version, so that a library never opens the plug-ins of
+# another version, whose functions may have other arguments.
+set(IMAGEUTILS_PLUGIN_FOLDER "imageutils/${PROJECT_VERSION}")
 # Installed programs find the libraries by a path relative to `bin`, and the libraries find each other in their own folder, so
 # the prefix may be moved. The libraries have that path in the build folder, too: CMake's own build path has padding of empty
 # entries, and the loader would look for Qt in the current folder once for each entry.

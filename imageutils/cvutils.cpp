@@ -340,5 +340,7 @@ void CvUtils::imwrite(const QString& path, const cv::Mat& mat, int colorConversi
         qCritical() << "imwrite: OpenCV's codecs cannot be loaded:" << error.c_str();
         return;
     }
-    write(path.toStdString(), mat, colorConversion, double(alpha), double(beta), double(scale));
+    if (const std::exception_ptr exception = write(path.toStdString(), mat, colorConversion,
+                                                   double(alpha), double(beta), double(scale)))
+        std::rethrow_exception(exception);
 }

@@ -1,106 +1,106 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/imageheader.h>
 
+#include <imageutils/headers/readers.h>
 #include <imageutils/plugins/headerplugin.h>
+#include <platform/filestate.h>
 #include <platform/plugin.h>
 
-#include <baseutils/baseutils.h>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
-#include <algorithm>
-#include <array>
-#include <filesystem>
-#include <fstream>
-#include <limits>
 #include <string_view>
 
 namespace {
 
-using namespace std::string_view_literals;
-
-constexpr const char* entryPoint = "imageutilsPlugin";
-
-/// Whether OpenImageIO chooses the reader by the name alone: its raw reader comes first for raw
-/// extensions, its film reader for whatever ends like these, and one for no file at all.
-bool isReadByName(const std::string& utf8Path)
+bool openForReading(QFile& file, const std::string& utf8Path, std::string& error)
 {
-    constexpr std::array endings = {"avi"sv, "mov"sv, "qt"sv,  "mp4"sv, "m4a"sv, "3gp"sv,
-                                    "3g2"sv, "mj2"sv, "m4v"sv, "mpg"sv, "nul"sv, "null"sv};
-    const QString name = QString::fromStdString(utf8Path);
-    const std::string lower = name.toLower().toStdString();
-    return BaseUtils::isRawFile(name) ||
-           std::any_of(endings.begin(), endings.end(),
-                       [&lower](std::string_view ending) { return lower.ends_with(ending); });
+    const Platform::OpenedFile opened = Platform::openRegularFile(utf8Path.c_str());
+    error = opened.error;
+    if (opened.descriptor >= 0)
+        return file.open(opened.descriptor, QFile::ReadOnly | QFile::Unbuffered,
+                         QFile::AutoCloseHandle);
+    if (!error.empty())
+        return false;
+    file.setFileName(QString::fromStdString(utf8Path));
+    if (!QFileInfo(file).isFile() || !file.open(QFile::ReadOnly | QFile::Unbuffered))
+        error = file.errorString().toStdString();
+    return file.isOpen();
 }
 
-ReadHeaderFunction* openReader(const char* part)
+/// The answer of OpenImageIO about the file at `utf8Path`, or about the JPEG file `jpeg`.
+bool askOpenImageIO(const std::string& utf8Path, const std::string& jpeg, ImageHeader& header,
+                    std::string& error)
 {
-    return reinterpret_cast<ReadHeaderFunction*>(Platform::openPlugin(part, entryPoint).function);
-}
-
-/// The reader of the format of a file that begins with `start`; null where there is none.
-ReadHeaderFunction* readerOf(std::string_view start)
-{
-    if (start.starts_with("\xff\xd8\xff"sv)) {
-        static ReadHeaderFunction* const jpeg = openReader("imageutils-header-jpeg");
-        return jpeg;
+    static constinit Platform::Plugin plugin("imageutils-header-openimageio");
+    const Platform::PluginFunction opened = plugin.function();
+    if (!opened.function) {
+        error = opened.error;
+        return false;
     }
-    if (start.substr(0, 8).ends_with("ftyp"sv)) {
-        static ReadHeaderFunction* const heif = openReader("imageutils-header-heif");
-        return heif;
-    }
-    if (start == "\0\0\0\x0cjP  \r\n\x87\n"sv || start.starts_with("\xff\x4f\xff\x51"sv)) {
-        static ReadHeaderFunction* const jpeg2000 = openReader("imageutils-header-jpeg2000");
-        return jpeg2000;
-    }
-    return nullptr;
+    // An absolute path, because some readers take a name like "pipe:0.mov" for an address.
+    const QString path = QFileInfo(QString::fromStdString(utf8Path)).absoluteFilePath();
+    const auto read = reinterpret_cast<OpenHeaderFunction*>(opened.function);
+    if (read(path.toStdString(), jpeg, header, error))
+        return true;
+    if (error.empty())
+        error = "not enough memory";
+    return false;
 }
 
-/// Not more pixels than int can count: beyond that OpenImageIO is to find out what is true.
-bool isPlausible(const ImageHeader& header)
+/// The answer about a file that no reader of ours knows. A side below 1 is no answer: OpenImageIO
+/// opens files that say so.
+std::optional<ImageHeader> readByOpenImageIO(const std::string& utf8Path, std::string& error)
 {
-    return std::int64_t(header.width) * header.height <= std::numeric_limits<int>::max();
+    ImageHeader header;
+    if (!askOpenImageIO(utf8Path, {}, header, error))
+        return {};
+    if (header.width >= 1 && header.height >= 1)
+        return header;
+    error = "header says " + std::to_string(header.width) + " x " + std::to_string(header.height);
+    return {};
 }
-
-bool hasSides(const ImageHeader& header) { return header.width >= 1 && header.height >= 1; }
 
 } // namespace
 
-std::optional<ImageHeader> readHeaderAlone(const std::string& utf8Path)
+std::optional<FoundHeader> readKnownHeader(FileBytes& bytes)
 {
-    std::filebuf file;
-    file.pubsetbuf(nullptr, 0); // readers have buffers of their own
-    const std::u8string path(utf8Path.begin(), utf8Path.end());
-    if (!file.open(std::filesystem::path(path), std::ios::in | std::ios::binary))
-        return {};
-    std::array<char, 12> start = {};
-    if (file.sgetn(start.data(), start.size()) != std::streamsize(start.size()))
-        return {};
-    ReadHeaderFunction* const read = readerOf({start.data(), start.size()});
-    ImageHeader header;
-    if (!read || isReadByName(utf8Path) || file.pubseekpos(0) != std::streampos(0) ||
-        !read(file, header) || !hasSides(header) || !isPlausible(header))
-        return {};
-    return header;
+    using namespace std::string_view_literals;
+    const std::string_view start = bytes.at(0, 12);
+    if (start.starts_with("\xff\xd8\xff"sv))
+        return readJpegHeader(bytes);
+    if (start.starts_with("BM"sv))
+        return readBitmapHeader(bytes);
+    if (start.substr(0, 8).ends_with("ftyp"sv))
+        return readHeifHeader(bytes);
+    if (start == "\0\0\0\x0cjP  \r\n\x87\n"sv || start.starts_with("\xff\x4f\xff\x51"sv))
+        return readJpeg2000Header(bytes);
+    return {};
 }
 
 std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::string& error)
 {
-    if (const std::optional<ImageHeader> header = readHeaderAlone(utf8Path))
-        return header;
-
-    static const Platform::PluginFunction part =
-        Platform::openPlugin("imageutils-header-openimageio", entryPoint);
-    if (!part.function) {
-        error = part.error;
+    QFile file;
+    if (!openForReading(file, utf8Path, error)) {
+        error = utf8Path + ": " + error;
         return {};
     }
-    ImageHeader header;
-    if (!reinterpret_cast<OpenHeaderFunction*>(part.function)(utf8Path.c_str(), header, error))
-        return {};
-    if (!hasSides(header)) {
-        error =
-            "header says " + std::to_string(header.width) + " x " + std::to_string(header.height);
+    FileBytes bytes([&file](std::int64_t position, char* to, std::int64_t count) {
+        return file.seek(position) ? file.read(to, count) : 0;
+    });
+    std::optional<FoundHeader> found = readKnownHeader(bytes);
+    if (bytes.hasFailed() || (found && found->refusal)) {
+        error = utf8Path + ": " +
+                (bytes.hasFailed() ? file.errorString().toStdString() : found->refusal);
         return {};
     }
-    return header;
+    if (!found)
+        return readByOpenImageIO(utf8Path, error);
+    ImageHeader oriented;
+    if (!found->unclearTurn.empty()) {
+        if (!askOpenImageIO(utf8Path, found->unclearTurn, oriented, error))
+            return {};
+        found->header.turned = oriented.turned;
+    }
+    return found->header;
 }

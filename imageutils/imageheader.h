@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-/// What the header of an image file says of its first picture.
+/// What the header of an image file says about its first picture.
 struct ImageHeader
 {
     int width = 0;       ///< in pixels, as stored, at least 1
@@ -14,9 +14,8 @@ struct ImageHeader
 
 /// Reads the header of the regular file at `utf8Path`, no pixels. Without a value, `error` says
 /// why.
+///
+/// A format that has a reader here (headers/readers.h), which the first bytes tell, gets its answer
+/// or refusal from that reader. It is not passed on to OpenImageIO, which decodes such files while
+/// it opens them, in memory and time that the file chooses.
 std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::string& error);
-
-/// The same through the reader of the file's format alone, which its first bytes tell. Without a
-/// value where there is no such reader, it is not installed, or it leaves the answer to
-/// OpenImageIO.
-std::optional<ImageHeader> readHeaderAlone(const std::string& utf8Path);

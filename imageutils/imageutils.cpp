@@ -3,6 +3,7 @@
 
 #include <imageutils/cvutils.h>
 #include <imageutils/cvutils_p.h>
+#include <imageutils/exceptions_p.h>
 #include <imageutils/imageheader.h>
 #include <platform/filestate.h>
 
@@ -20,10 +21,10 @@
 
 namespace {
 
-/// When a file changed, and whether something is there that is none.
+/// When a file changed, and whether its path names something else than a regular file.
 struct FileStamp
 {
-    QDateTime changed; ///< invalid where nothing is there
+    QDateTime changed; ///< invalid for a missing file
     bool isNoRegularFile = false;
 };
 
@@ -36,8 +37,8 @@ QDateTime universalTime(qint64 milliseconds)
 #endif
 }
 
-/// The stamp by one question of our own, where the system is known, and with it the time that
-/// `QFileInfo` gives: it asks for the same, but takes three times as long.
+/// The stamp of the file at `path`. Where `platform/` can give it, one system call replaces
+/// `QFileInfo`, which gives the same time but takes three times as long.
 FileStamp stampOf(const QString& path, const std::string& utf8Path)
 {
     using Kind = Platform::FileState::Kind;
@@ -55,10 +56,28 @@ FileStamp stampOf(const QString& path, const std::string& utf8Path)
     return {file.fileTime(QFileDevice::FileMetadataChangeTime), file.exists() && !file.isFile()};
 }
 
-/// Formats that are slow to open: a thumbnail is worth its while at any size.
+QSize refuseSize(const std::string& reason)
+{
+    qWarning() << "Could not get image size:" << reason.c_str();
+    return {};
+}
+
+/// The size of the picture in the file as a viewer shows it; invalid, with a line of the log, where
+/// its header cannot be read.
+QSize shownSize(const std::string& utf8Path)
+{
+    std::string error;
+    const std::optional<ImageHeader> header = readImageHeader(utf8Path, error);
+    if (!header)
+        return refuseSize(error);
+    const QSize size(header->width, header->height);
+    return header->turned ? size.transposed() : size;
+}
+
+/// Whether files with this suffix are slow to open, so that a thumbnail pays off at any size.
 bool isAlwaysThumbnailed(const QString& suffix)
 {
-    return NImageUtils::rawFileFormats().contains(suffix) || suffix == QLatin1String("heif") ||
+    return BaseUtils::isRawExt(suffix) || suffix == QLatin1String("heif") ||
            suffix == QLatin1String("heic") || suffix == QLatin1String("hif");
 }
 
@@ -74,51 +93,8 @@ bool isLargeEnoughForThumbnail(const NExifToolMetadata& imageData)
     return width * height >= leastPixels;
 }
 
-} // namespace
-
-const float NImageUtils::HighConfidenceThreshold = 0.97f;
-const float NImageUtils::LowConfidenceThreshold = 0.3f;
-
-NImageUtils::NImageUtils(QObject* parent) : QObject(parent) {}
-
-NImageUtils::~NImageUtils() = default;
-
-QString NImageUtils::urlToString(const QUrl& url) { return BaseUtils::urlToString(url); }
-
-QUrl NImageUtils::stringToUrl(const QString& string) { return BaseUtils::stringToUrl(string); }
-
-QString NImageUtils::getFilename(const QString& filePath)
-{
-    return BaseUtils::getFilename(filePath);
-}
-
-QString NImageUtils::getBaseName(const QString& filePath)
-{
-    return BaseUtils::getBaseName(filePath);
-}
-
-QString NImageUtils::getPath(const QString& filePath) { return BaseUtils::getPath(filePath); }
-
-QString NImageUtils::getExtension(const QString& filePath)
-{
-    return BaseUtils::getExtension(filePath);
-}
-
-bool NImageUtils::isSupportedFile(const QString& filePath)
-{
-    return BaseUtils::isSupportedFile(filePath);
-}
-
-bool NImageUtils::isRawFile(const QString& filePath) { return BaseUtils::isRawFile(filePath); }
-
-bool NImageUtils::isRawExt(const QString& extension) { return BaseUtils::isRawExt(extension); }
-
-bool NImageUtils::arePathsEqual(const QString& filePath, const QString& otherFilePath)
-{
-    return filePath == otherFilePath || QFileInfo(filePath) == QFileInfo(otherFilePath);
-}
-
-QString NImageUtils::adjustPathWhenOverwriting(const QString& outputPath)
+/// The path for `NImageUtils::adjustPathWhenOverwriting`.
+QString freePath(const QString& outputPath)
 {
     if (!QFileInfo::exists(outputPath))
         return outputPath;
@@ -132,19 +108,14 @@ QString NImageUtils::adjustPathWhenOverwriting(const QString& outputPath)
     }
 }
 
-QStringList NImageUtils::supportedFileFormats() { return BaseUtils::supportedFileFormats(); }
-
-QStringList NImageUtils::nonRawFileFormats() { return BaseUtils::nonRawFileFormats(); }
-
-QStringList NImageUtils::rawFileFormats() { return BaseUtils::rawFileFormats(); }
-
-QString NImageUtils::getExportExtension(const QString& originalExtension,
-                                        const QString& outputExtension, bool rawExposureOrColorUsed)
+/// The extension for `NImageUtils::getExportExtension`.
+QString exportExtension(const QString& originalExtension, const QString& outputExtension,
+                        bool rawExposureOrColorUsed)
 {
     if (originalExtension.isEmpty())
         return {};
     const QString wanted = outputExtension.toLower();
-    const bool raw = rawFileFormats().contains(originalExtension.toLower());
+    const bool raw = BaseUtils::rawFileFormats().contains(originalExtension.toLower());
     if (wanted == QLatin1String("preserve")) {
         if (!raw)
             return originalExtension;
@@ -156,63 +127,16 @@ QString NImageUtils::getExportExtension(const QString& originalExtension,
     return outputExtension;
 }
 
-QSize NImageUtils::imageSize(const QString& path)
-{
-    const auto refuse = [](const std::string& reason) {
-        qWarning() << "Could not get image size:" << reason.c_str();
-        return QSize();
-    };
-    if (path.contains(QChar(u'\0'))) // the system would take the name before it
-        return refuse("path holds a null character");
-
-    const std::string utf8Path = path.toStdString();
-    const FileStamp file = stampOf(path, utf8Path);
-    if (imageCacheContains(path)) {
-        const QMutexLocker lock(&s_imageSizeMutex);
-        const NSizeInfo* cached = s_imageSizeCache.object(path); // null when evicted since
-        if (cached && cached->fileTime >= file.changed)
-            return cached->size;
-    }
-
-    if (file.isNoRegularFile) // reading a pipe or a device might never end
-        return refuse("not a regular file");
-    std::string error;
-    const std::optional<ImageHeader> header = readImageHeader(utf8Path, error);
-    if (!header)
-        return refuse(error);
-
-    QSize size(header->width, header->height);
-    if (header->turned)
-        size.transpose();
-    imageCacheInsert(path, new NSizeInfo{size, file.changed});
-    return size;
-}
-
-bool NImageUtils::imageCacheContains(const QString& path)
-{
-    const QMutexLocker lock(&s_imageSizeMutex);
-    return s_imageSizeCache.contains(path);
-}
-
-void NImageUtils::imageCacheInsert(const QString& path, NSizeInfo* info)
-{
-    const QMutexLocker lock(&s_imageSizeMutex);
-    s_imageSizeCache.insert(path, info, 1);
-}
-
-bool NImageUtils::isValidVariant(const QVariant& variant) { return variant.isValid(); }
-
-bool NImageUtils::isEmpty(const QRectF& rect) { return rect.isEmpty(); }
-
-bool NImageUtils::shouldGenerateThumbnail(const QString& filepath, const QString& thumbnailPath,
-                                          const NExifToolMetadata& imageData)
+/// The decision of `NImageUtils::shouldGenerateThumbnail`.
+bool isThumbnailDue(const QString& filepath, const QString& thumbnailPath,
+                    const NExifToolMetadata& imageData)
 {
     const QString suffix = QFileInfo(filepath).suffix().toLower();
     if (!imageData.value(QStringLiteral("thumbnail")).toString().isEmpty())
         return false;
     if (!QFile::exists(filepath))
         return false;
-    if (!supportedFileFormats().contains(imageData.fileType()))
+    if (!BaseUtils::supportedFileFormats().contains(imageData.fileType()))
         return false;
     if (!isAlwaysThumbnailed(suffix) && !isLargeEnoughForThumbnail(imageData))
         return false;
@@ -224,12 +148,8 @@ bool NImageUtils::shouldGenerateThumbnail(const QString& filepath, const QString
     return thumbnailTime.msecsTo(imageTime) >= 0;
 }
 
-bool NImageUtils::doesRectCoverRect(const QRect& rect, const QRect& otherRect)
-{
-    return rect.contains(otherRect, false);
-}
-
-QRect NImageUtils::getBoundingRect(const QRect& rect, double rotation)
+/// The rectangle for `NImageUtils::getBoundingRect`.
+QRect boundsOf(const QRect& rect, double rotation)
 {
     if (!std::isfinite(rotation)) {
         qWarning() << "getBoundingRect: rotation must be finite, got:" << rotation;
@@ -242,4 +162,154 @@ QRect NImageUtils::getBoundingRect(const QRect& rect, double rotation)
         return {};
     }
     return {bounds->x, bounds->y, bounds->width, bounds->height};
+}
+
+} // namespace
+
+const float NImageUtils::HighConfidenceThreshold = 0.97f;
+const float NImageUtils::LowConfidenceThreshold = 0.3f;
+
+NImageUtils::NImageUtils(QObject* parent) : QObject(parent) {}
+
+NImageUtils::~NImageUtils() = default;
+
+QString NImageUtils::urlToString(const QUrl& url)
+{
+    return neutralOnException("urlToString", [&] { return BaseUtils::urlToString(url); });
+}
+
+QUrl NImageUtils::stringToUrl(const QString& string)
+{
+    return neutralOnException("stringToUrl", [&] { return BaseUtils::stringToUrl(string); });
+}
+
+QString NImageUtils::getFilename(const QString& filePath)
+{
+    return neutralOnException("getFilename", [&] { return BaseUtils::getFilename(filePath); });
+}
+
+QString NImageUtils::getBaseName(const QString& filePath)
+{
+    return neutralOnException("getBaseName", [&] { return BaseUtils::getBaseName(filePath); });
+}
+
+QString NImageUtils::getPath(const QString& filePath)
+{
+    return neutralOnException("getPath", [&] { return BaseUtils::getPath(filePath); });
+}
+
+QString NImageUtils::getExtension(const QString& filePath)
+{
+    return neutralOnException("getExtension", [&] { return BaseUtils::getExtension(filePath); });
+}
+
+bool NImageUtils::isSupportedFile(const QString& filePath)
+{
+    return neutralOnException("isSupportedFile",
+                              [&] { return BaseUtils::isSupportedFile(filePath); });
+}
+
+bool NImageUtils::isRawFile(const QString& filePath)
+{
+    return neutralOnException("isRawFile", [&] { return BaseUtils::isRawFile(filePath); });
+}
+
+bool NImageUtils::isRawExt(const QString& extension)
+{
+    return neutralOnException("isRawExt", [&] { return BaseUtils::isRawExt(extension); });
+}
+
+bool NImageUtils::arePathsEqual(const QString& filePath, const QString& otherFilePath)
+{
+    return neutralOnException("arePathsEqual", [&] {
+        return filePath == otherFilePath || QFileInfo(filePath) == QFileInfo(otherFilePath);
+    });
+}
+
+QString NImageUtils::adjustPathWhenOverwriting(const QString& outputPath)
+{
+    return neutralOnException("adjustPathWhenOverwriting", [&] { return freePath(outputPath); });
+}
+
+QStringList NImageUtils::supportedFileFormats()
+{
+    return neutralOnException("supportedFileFormats", BaseUtils::supportedFileFormats);
+}
+
+QStringList NImageUtils::nonRawFileFormats()
+{
+    return neutralOnException("nonRawFileFormats", BaseUtils::nonRawFileFormats);
+}
+
+QStringList NImageUtils::rawFileFormats()
+{
+    return neutralOnException("rawFileFormats", BaseUtils::rawFileFormats);
+}
+
+QString NImageUtils::getExportExtension(const QString& originalExtension,
+                                        const QString& outputExtension, bool rawExposureOrColorUsed)
+{
+    return neutralOnException("getExportExtension", [&] {
+        return exportExtension(originalExtension, outputExtension, rawExposureOrColorUsed);
+    });
+}
+
+QSize NImageUtils::imageSize(const QString& path)
+{
+    return neutralOnException("Could not get image size", [&path] {
+        if (path.contains(QChar(u'\0'))) // the system would take the name before it
+            return refuseSize("path holds a null character");
+        const std::string utf8Path = path.toStdString();
+        const FileStamp file = stampOf(path, utf8Path);
+        if (imageCacheContains(path)) {
+            QMutexLocker lock(&s_imageSizeMutex);
+            const NSizeInfo* const cached =
+                s_imageSizeCache.object(path); // null when evicted since
+            const NSizeInfo kept = cached ? *cached : NSizeInfo();
+            lock.unlock();
+            if (kept.size.isValid() && kept.fileTime >= file.changed)
+                return kept.size;
+        }
+        if (file.isNoRegularFile) // reading a pipe or a device might never end
+            return refuseSize("not a regular file");
+        const QSize size = shownSize(utf8Path);
+        if (size.isValid())
+            imageCacheInsert(path, new NSizeInfo{size, file.changed});
+        return size;
+    });
+}
+
+bool NImageUtils::imageCacheContains(const QString& path)
+{
+    const QMutexLocker lock(&s_imageSizeMutex);
+    return s_imageSizeCache.contains(path);
+}
+
+void NImageUtils::imageCacheInsert(const QString& path, NSizeInfo* info)
+{
+    // A copy of the characters: those of `path` may be the caller's own (`QString::fromRawData`).
+    const QString key(path.constData(), path.size());
+    const QMutexLocker lock(&s_imageSizeMutex);
+    s_imageSizeCache.insert(key, info, 1);
+}
+
+bool NImageUtils::isValidVariant(const QVariant& variant) { return variant.isValid(); }
+
+bool NImageUtils::isEmpty(const QRectF& rect) { return rect.isEmpty(); }
+
+bool NImageUtils::shouldGenerateThumbnail(const QString& filepath, const QString& thumbnailPath,
+                                          const NExifToolMetadata& imageData)
+{
+    return neutralOnException("shouldGenerateThumbnail",
+                              [&] { return isThumbnailDue(filepath, thumbnailPath, imageData); });
+}
+
+bool NImageUtils::doesRectCoverRect(const QRect& rect, const QRect& otherRect)
+{
+    return rect.contains(otherRect, false);
+}
+
+QRect NImageUtils::getBoundingRect(const QRect& rect, double rotation)
+{
+    return neutralOnException("getBoundingRect", [&] { return boundsOf(rect, rotation); });
 }

@@ -5,8 +5,8 @@
 
 WriteBitmapFunction* pictureWriter(std::string& error)
 {
-    static const Platform::PluginFunction part =
-        Platform::openPlugin("imageutils-writer-imgcodecs", "imageutilsPlugin");
-    error = part.error;
-    return reinterpret_cast<WriteBitmapFunction*>(part.function);
+    static constinit Platform::Plugin plugin("imageutils-writer-imgcodecs");
+    const Platform::PluginFunction opened = plugin.function();
+    error = opened.error;
+    return reinterpret_cast<WriteBitmapFunction*>(opened.function);
 }

@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <exception>
 #include <string>
 
 namespace cv {
 class Mat;
 }
 
-// What OpenCV's part exports.
+// What OpenCV's plug-in exports. No exception crosses the C function: the one that was thrown comes
+// back as its result, for the caller to throw again.
 extern "C" {
-using WriteBitmapFunction = bool(const std::string& utf8Path, const cv::Mat& mat,
-                                 int colorConversion, double alpha, double beta, double scale);
+using WriteBitmapFunction = std::exception_ptr(const std::string& utf8Path, const cv::Mat& mat,
+                                               int colorConversion, double alpha, double beta,
+                                               double scale) noexcept;
 }
 
 /// Scales `mat`, takes alpha times its values plus beta as bytes, converts the colours and calls
-/// `cv::imwrite`. Opened at first need; null, and `error` says why, where it is not installed.
+/// `cv::imwrite`. Opened at first use; null, and `error` says why, where it cannot be opened.
 WriteBitmapFunction* pictureWriter(std::string& error);

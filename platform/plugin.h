@@ -1,20 +1,43 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <string>
 
 namespace Platform {
 
-/// A function of a part of the library, or the reason why there is none.
+/// A function of a plug-in, or the reason why it cannot be called.
 struct PluginFunction
 {
-    void (*function)() = nullptr; ///< to be cast to what it is; stays valid until the program ends
+    void (*function)() = nullptr; ///< to be cast to its true type; valid until the program ends
     std::string error;            ///< the system's words, UTF-8, where `function` is null
 };
 
-/// The function `function` of the part `part`: a small shared library of our own that is opened at
-/// first need because of what it brings along. Parts lie in the folder that the build chose, beside
-/// the code that asks; the system's search path plays no role. A part stays open once it is.
-PluginFunction openPlugin(const char* part, const char* function);
+/// Opens the plug-in `plugin`, a small shared library of our own, and gives its function
+/// `function`. The plug-ins of the library's version lie in a folder beside the library; neither
+/// the system's search path nor the working folder is searched. A plug-in stays open.
+PluginFunction openPlugin(const char* plugin, const char* function);
+
+/// A plug-in that is opened at first use. A failure is not remembered: it may have been a moment
+/// without free file descriptors.
+class Plugin
+{
+public:
+    constexpr explicit Plugin(const char* name) : m_name(name) {}
+
+    /// The plug-in's function `imageutilsPlugin`.
+    PluginFunction function()
+    {
+        if (const auto known = m_function.load(std::memory_order_acquire))
+            return {known, {}};
+        PluginFunction opened = openPlugin(m_name, "imageutilsPlugin");
+        m_function.store(opened.function, std::memory_order_release);
+        return opened;
+    }
+
+private:
+    const char* m_name;
+    std::atomic<void (*)()> m_function = nullptr;
+};
 
 } // namespace Platform

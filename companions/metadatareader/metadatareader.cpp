@@ -9,7 +9,7 @@
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
-#include <exception>
+#include <new>
 
 namespace {
 
@@ -26,10 +26,12 @@ std::optional<PictureFacts> factsOf(const QFileInfo& file, QString& error)
     }
     try { // damaged files make some readers throw
         return readPictureFacts(file.filePath(), error);
-    } catch (const std::exception& exception) {
-        error = QString::fromUtf8(exception.what());
-        return {};
+    } catch (const std::bad_alloc&) {
+        error = QStringLiteral("not enough memory");
+    } catch (...) { // `what()` names functions of the C++ library
+        error = QStringLiteral("the file is damaged or of an unsupported kind");
     }
+    return {};
 }
 
 /// `suffix` where it is one of `extensions`, else the first of these that the application opens.

@@ -3,17 +3,22 @@
 // Facts through OpenImageIO, embedded previews through libexif.
 #include <metadatareader/picturefacts.h>
 
+#include <QtCore/QBuffer>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QtEndian>
 
 #include <libexif/exif-data.h>
 #include <libexif/exif-loader.h>
 #include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
+#include <OpenImageIO/strutil.h>
 
 #include <charconv>
+#include <cmath>
 #include <memory>
-#include <utility>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -153,15 +158,19 @@ struct JpegSegment
     QByteArray bytes;
 };
 
-/// The segment that `file` is at; nothing where there is none that is whole.
-std::optional<JpegSegment> nextSegment(QFile& file)
+/// The next segment of `file`; nothing where there is none that is complete. Bytes between two
+/// segments are skipped, as libjpeg does, but not without end: a file may have gigabytes of holes.
+std::optional<JpegSegment> nextSegment(QIODevice& file)
 {
+    constexpr int mostSkipped = 1 << 16;
     char byte = 0;
-    if (!file.getChar(&byte) || uchar(byte) != 0xFF)
-        return {};
-    while (uchar(byte) == 0xFF) // any number of them may stand before a marker
-        if (!file.getChar(&byte))
+    bool isMarker = false;
+    for (int i = 0; !isMarker; ++i) {
+        const char last = byte;
+        if (i == mostSkipped || !file.getChar(&byte))
             return {};
+        isMarker = uchar(last) == 0xFF && uchar(byte) != 0xFF && byte != 0;
+    }
     const QByteArray length = file.read(2);
     const int count = length.size() == 2 ? qFromBigEndian<quint16>(length.constData()) - 2 : -1;
     const QByteArray content = count > 0 ? file.read(count) : QByteArray();
@@ -170,7 +179,8 @@ std::optional<JpegSegment> nextSegment(QFile& file)
     return JpegSegment{uchar(byte), '\xFF' + QByteArray(1, byte) + length + content};
 }
 
-/// A JPEG file's metadata with one grey pixel, and the size of the picture that it is about.
+/// A JPEG file of one grey pixel with the metadata of another one, and the size of that one's
+/// picture.
 struct JpegHead
 {
     QByteArray file;
@@ -178,23 +188,27 @@ struct JpegHead
     int height = 0;
 };
 
-/// The head of a JPEG file of the kinds that OpenImageIO reads, for a reader that decodes pictures
-/// in several scans while it opens them. Nothing for other files and for damaged ones.
-std::optional<JpegHead> jpegHead(const QString& path)
+/// The head of a JPEG file of the kinds that OpenImageIO reads. Nothing for damaged files, and for
+/// those with more metadata than any program writes: libjpeg takes quadratic time for the blocks.
+///
+/// OpenImageIO gets this head in place of the file, because it decodes pictures in several scans
+/// while it opens them, in memory and time that the file chooses.
+std::optional<JpegHead> jpegHead(QIODevice& file)
 {
-    QFile file(path);
-    const QByteArray start = QByteArray::fromHex("ffd8");
-    if (!file.open(QIODevice::ReadOnly) || file.read(2) != start)
-        return {};
-    JpegHead head{start};
+    constexpr int mostBlocks = 1024;
+    constexpr qsizetype mostBytes = 1 << 25;
+    JpegHead head{file.read(2)};
+    int blocks = 0;
     while (const std::optional<JpegSegment> segment = nextSegment(file)) {
         const auto& [marker, bytes] = *segment;
-        const bool isFrame = marker >= 0xC0 && marker <= 0xC2;
+        const bool isFrame = (marker >= 0xC0 && marker <= 0xC2) || marker == 0xC9 || marker == 0xCA;
         const bool isMetadata = (marker >= 0xE0 && marker <= 0xEF) || marker == 0xFE;
         if (isFrame && bytes.size() >= 9 && bytes[4] == 8) { // bits per sample
             head.height = qFromBigEndian<quint16>(bytes.constData() + 5);
             head.width = qFromBigEndian<quint16>(bytes.constData() + 7);
         } else if (isMetadata) {
+            if (++blocks > mostBlocks || head.file.size() > mostBytes)
+                return {};
             head.file += bytes;
         } else if (marker == 0xDA) { // the first scan
             head.file += onePixel();
@@ -204,24 +218,72 @@ std::optional<JpegHead> jpegHead(const QString& path)
     return {};
 }
 
-/// What OpenImageIO says of the file at `path`, and its name of the format; empty when it cannot
-/// open it.
-std::pair<OIIO::ImageSpec, std::string> specOf(const QString& path)
+/// What OpenImageIO says about a picture, and its name of the format; empty when it cannot open the
+/// picture.
+struct Specification
 {
-    if (const std::optional<JpegHead> head = jpegHead(path)) {
-        OIIO::Filesystem::IOMemReader memory(const_cast<char*>(head->file.constData()),
-                                             std::size_t(head->file.size()));
-        if (const auto input = OIIO::ImageInput::open("head.jpg", nullptr, &memory)) {
-            OIIO::ImageSpec spec = input->spec();
-            spec.width = head->width;
-            spec.height = head->height;
-            return {spec, input->format_name()};
-        }
-        OIIO::geterror(); // the file itself may be better
+    OIIO::ImageSpec spec;
+    std::string format;
+};
+
+Specification specificationOf(const std::unique_ptr<OIIO::ImageInput>& input)
+{
+    if (!input)
+        return {};
+    return {input->spec(), input->format_name()};
+}
+
+/// The same about the JPEG file in `file`.
+Specification specificationOfJpeg(QIODevice& file)
+{
+    const std::optional<JpegHead> head = jpegHead(file);
+    if (!head)
+        return {};
+    OIIO::Filesystem::IOMemReader memory(const_cast<char*>(head->file.constData()),
+                                         std::size_t(head->file.size()));
+    Specification found = specificationOf(OIIO::ImageInput::open("head.jpg", nullptr, &memory));
+    found.spec.width = head->width;
+    found.spec.height = head->height;
+    return found;
+}
+
+/// A file whose path has a '?', behind which `ImageInput::open` expects settings of a reader: the
+/// readers are tried in the order in which it tries them, that of the extension first.
+Specification specificationOfLiteral(const std::string& path)
+{
+    std::vector<std::string> readers{OIIO::Filesystem::extension(path, false)};
+    for (const std::string& format :
+         OIIO::Strutil::splits(OIIO::get_string_attribute("format_list"), ","))
+        if (format != "null" && format != "term") // which read no file
+            readers.push_back(format);
+    for (const std::string& reader : readers) {
+        const auto input = OIIO::ImageInput::create(reader);
+        OIIO::ImageSpec spec;
+        if (input && input->open(path, spec))
+            return specificationOf(input);
     }
-    const auto input = OIIO::ImageInput::open(path.toStdString());
-    return input ? std::pair(input->spec(), std::string(input->format_name()))
-                 : std::pair(OIIO::ImageSpec(), std::string());
+    return {};
+}
+
+/// Whether OpenImageIO would expand the run lengths of a bitmap file to more than 64 MiB while it
+/// opens the file.
+bool isVastBitmap(QFile& file)
+{
+    const QByteArray head = file.peek(34);
+    if (head.size() < 34 || !head.startsWith("BM"))
+        return false;
+    const auto field = [&head](int at) { return qFromLittleEndian<qint32>(head.constData() + at); };
+    const bool isRunLength = field(14) >= 40 && (field(30) == 1 || field(30) == 2);
+    return isRunLength && std::abs(double(field(18)) * field(22)) > 1 << 26;
+}
+
+/// What OpenImageIO says about the file at `path`, by an absolute path: some readers take a name
+/// like "pipe:0.mov" for an address.
+Specification specificationOfFile(const QString& path)
+{
+    const std::string absolute = QFileInfo(path).absoluteFilePath().toStdString();
+    return absolute.find('?') != absolute.npos ? specificationOfLiteral(absolute)
+                                               : specificationOf(OIIO::ImageInput::open(absolute));
 }
 
 struct UnrefExif
@@ -254,11 +316,10 @@ ExifDataPointer exifOfTiff(QFile& file)
         reinterpret_cast<const unsigned char*>(block.constData()), unsigned(block.size())));
 }
 
-/// The Exif block of a file of the formats whose blocks are reached here; null for others.
-ExifDataPointer exifOf(const QString& path, const std::string& format)
+/// The Exif block of a file of the formats whose blocks can be read here; null for others.
+ExifDataPointer exifOf(QFile& file, const std::string& format)
 {
-    QFile file(path);
-    if ((format != "jpeg" && format != "tiff") || !file.open(QIODevice::ReadOnly))
+    if ((format != "jpeg" && format != "tiff") || !file.seek(0))
         return {};
     return format == "jpeg" ? exifOfJpeg(file) : exifOfTiff(file);
 }
@@ -273,30 +334,47 @@ QString previewOf(const ExifData* exif)
 {
     if (!exif || !exif->data || exif->size == 0)
         return {};
-    OIIO::Filesystem::IOMemReader memory(exif->data, exif->size);
-    const auto preview = OIIO::ImageInput::open("preview.jpg", nullptr, &memory);
-    if (!preview) {
-        OIIO::geterror(); // nobody asked
+    QByteArray bytes =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(exif->data), qsizetype(exif->size));
+    QBuffer file(&bytes);
+    if (!bytes.startsWith("\xFF\xD8") || !file.open(QIODevice::ReadOnly))
+        return {};
+    const auto [spec, format] = specificationOfJpeg(file);
+    if (format.empty()) {
+        OIIO::geterror(); // a preview that cannot be read is no error of the file
         return {};
     }
     return QStringLiteral("%1 %2x%3")
-        .arg(QLatin1String(preview->format_name()))
-        .arg(preview->spec().width)
-        .arg(preview->spec().height);
+        .arg(QLatin1String(format.c_str()))
+        .arg(spec.width)
+        .arg(spec.height);
 }
 
 } // namespace
 
 std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error)
 {
-    const auto [spec, format] = specOf(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = file.errorString();
+        return {};
+    }
+    if (isVastBitmap(file)) {
+        error = QStringLiteral("the bitmap is too large");
+        return {};
+    }
+    const bool isJpeg = file.peek(3) == "\xFF\xD8\xFF";
+    const auto [spec, format] = isJpeg ? specificationOfJpeg(file) : specificationOfFile(path);
     if (format.empty()) {
-        error = QString::fromStdString(OIIO::geterror()); // per thread, so it is asked at once
+        error = QString::fromStdString(OIIO::geterror()); // each thread has an error of its own
+        if (error.isEmpty())
+            error = QStringLiteral("the header is damaged or of an unsupported kind");
         return {};
     }
     PictureFacts facts{extensionsOf(format), spec.width, spec.height, valuesOf(spec)};
-    const ExifDataPointer exif = exifOf(path, format);
-    if (format == "jpeg" && !hasDescription(exif.get())) // then it is the comment of the program
+    const ExifDataPointer exif = exifOf(file, format);
+    // Without one of Exif it is the comment of a program.
+    if (format == "jpeg" && !hasDescription(exif.get()))
         facts.values.remove(QStringLiteral("ImageDescription"));
     const QString preview = previewOf(exif.get());
     if (!preview.isEmpty())

@@ -3,16 +3,14 @@
 
 #include <imageutils/imageheader.h>
 
-#include <streambuf>
 #include <string>
 
-// The one function that each part exports, by the name `imageutilsPlugin`.
+// The one function that the plug-in exports, by the name `imageutilsPlugin`.
 extern "C" {
 
-/// Of a reader of one format: reads the header of `file`, which stands at its start. False, and
-/// `header` means nothing, where OpenImageIO has to be asked instead.
-using ReadHeaderFunction = bool(std::streambuf& file, ImageHeader& header);
-
-/// Of OpenImageIO: opens the file at `utf8Path`. False, and `error` says why, where it cannot.
-using OpenHeaderFunction = bool(const char* utf8Path, ImageHeader& header, std::string& error);
+/// Reads the header of the file at the absolute path `utf8Path`; where `jpeg` is not empty, that of
+/// the JPEG file whose bytes `jpeg` holds. False where it cannot: then `error` says why, or is
+/// empty when memory does not suffice even for that.
+using OpenHeaderFunction = bool(const std::string& utf8Path, const std::string& jpeg,
+                                ImageHeader& header, std::string& error) noexcept;
 }

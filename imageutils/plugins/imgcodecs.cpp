@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A part of its own, because opening OpenCV's codecs opens some 120 libraries.
+// A plug-in, because opening OpenCV's codecs opens some 120 libraries.
 #include <imageutils/imageutils_export.h>
 #include <imageutils/picturewriter.h>
 
@@ -9,12 +9,18 @@
 
 extern "C" IMAGEUTILS_EXPORT WriteBitmapFunction imageutilsPlugin;
 
-bool imageutilsPlugin(const std::string& utf8Path, const cv::Mat& mat, int colorConversion,
-                      double alpha, double beta, double scale)
+std::exception_ptr imageutilsPlugin(const std::string& utf8Path, const cv::Mat& mat,
+                                    int colorConversion, double alpha, double beta,
+                                    double scale) noexcept
 {
-    cv::Mat working;
-    cv::resize(mat, working, cv::Size(), scale, scale, cv::INTER_LINEAR);
-    working.convertTo(working, CV_8UC3, alpha, beta);
-    cv::cvtColor(working, working, colorConversion);
-    return cv::imwrite(utf8Path, working);
+    try {
+        cv::Mat working;
+        cv::resize(mat, working, cv::Size(), scale, scale, cv::INTER_LINEAR);
+        working.convertTo(working, CV_8UC3, alpha, beta);
+        cv::cvtColor(working, working, colorConversion);
+        cv::imwrite(utf8Path, working);
+    } catch (...) {
+        return std::current_exception();
+    }
+    return {};
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <platform/plugin.h>
 
-Platform::PluginFunction Platform::openPlugin(const char* part, const char* /*function*/)
+Platform::PluginFunction Platform::openPlugin(const char* plugin, const char* /*function*/)
 {
-    return {nullptr, std::string(part) + ": parts cannot be opened on this system"};
+    return {nullptr, std::string(plugin) + ": plug-ins cannot be opened on this system"};
 }

@@ -4,23 +4,45 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <cstdint>
+#include <fstream>
+
 namespace {
 
-/// The folder of the library, or of the program, that holds this code; it ends with '/'. Empty for
-/// a program that was found through the search path: never the folder that it works in.
+/// The absolute path of the file from which `address` was loaded, as the kernel knows it; empty
+/// where it does not say. The loader may have been given a path relative to a working folder that
+/// the program has left since.
+std::string mappedFile(std::uintptr_t address)
+{
+    std::ifstream maps("/proc/self/maps");
+    for (std::string line; std::getline(maps, line);) {
+        std::size_t dash = 0, path = line.find('/');
+        const std::uintptr_t first = std::stoull(line, &dash, 16);
+        if (path != line.npos && address >= first &&
+            address < std::stoull(line.substr(dash + 1), nullptr, 16))
+            return line.substr(path);
+    }
+    return {};
+}
+
+/// The absolute folder of the library, or of the program, that holds this code; it ends with '/'.
+/// Empty where the system does not say: never the working folder.
 std::string ownFolder()
 {
+    void* const address = reinterpret_cast<void*>(&ownFolder);
     Dl_info self = {};
-    if (dladdr(reinterpret_cast<void*>(&ownFolder), &self) == 0 || !self.dli_fname)
-        return {};
-    const std::string file = self.dli_fname;
+    std::string file;
+    if (dladdr(address, &self) != 0 && self.dli_fname)
+        file = self.dli_fname;
+    if (!file.starts_with('/'))
+        file = mappedFile(reinterpret_cast<std::uintptr_t>(address));
     return file.substr(0, file.rfind('/') + 1); // npos + 1 is 0
 }
 
-/// The file of `part`; where there is none, its name alone.
-std::string fileOf(const char* part)
+/// The file of `plugin`; the name alone where no folder has it.
+std::string fileOf(const char* plugin)
 {
-    const std::string name = std::string("/") + part + ".so";
+    const std::string name = std::string("/") + plugin + ".so";
     const std::string own = ownFolder();
     for (const char* const folder : {IMAGEUTILS_PLUGIN_FOLDERS}) {
         const std::string file = std::string(own).append(folder).append(name);
@@ -32,11 +54,11 @@ std::string fileOf(const char* part)
 
 } // namespace
 
-// By its own path, not through a run path: sanitizers stand between a caller and `dlopen`, which
-// then looks at the run path of the sanitizer.
-Platform::PluginFunction Platform::openPlugin(const char* part, const char* function)
+// Opened by its own path, not through a run path: sanitizers intercept `dlopen`, which then
+// searches the run path of the sanitizer.
+Platform::PluginFunction Platform::openPlugin(const char* plugin, const char* function)
 {
-    const std::string file = fileOf(part);
+    const std::string file = fileOf(plugin);
     if (file.find('/') == std::string::npos)
         return {nullptr, file + ": not installed"};
     void* const opened = dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL);

@@ -21,13 +21,13 @@ std::wstring ownFolder()
     return file.substr(0, file.rfind(L'\\') + 1); // npos + 1 is 0
 }
 
-/// The part, opened; null where no folder has it.
-HMODULE opened(const char* part)
+/// The opened plug-in; null where no folder has it.
+HMODULE opened(const char* plugin)
 {
     for (const char* const folder : {IMAGEUTILS_PLUGIN_FOLDERS}) {
         // With backslashes alone, as the altered search path wants it.
         std::wstring file =
-            ownFolder() + Platform::wideString(std::string(folder) + '\\' + part + ".dll");
+            ownFolder() + Platform::wideString(std::string(folder) + '\\' + plugin + ".dll");
         std::replace(file.begin(), file.end(), L'/', L'\\');
         if (HMODULE library = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))
             return library;
@@ -37,12 +37,12 @@ HMODULE opened(const char* part)
 
 } // namespace
 
-Platform::PluginFunction Platform::openPlugin(const char* part, const char* function)
+Platform::PluginFunction Platform::openPlugin(const char* plugin, const char* function)
 {
-    HMODULE library = opened(part);
+    HMODULE library = opened(plugin);
     const FARPROC found = library ? GetProcAddress(library, function) : nullptr;
     if (!found)
-        return {nullptr, std::string(part) + ".dll: error " + std::to_string(GetLastError())};
+        return {nullptr, std::string(plugin) + ".dll: error " + std::to_string(GetLastError())};
     // By way of void*: the compiler warns of a cast between types of functions.
     return {reinterpret_cast<void (*)()>(reinterpret_cast<void*>(found)), {}};
 }

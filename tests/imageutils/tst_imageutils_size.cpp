@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <imageutils/imageheader.h>
 #include <imageutils/imageutils.h>
 #include <platform/filestate.h>
 
@@ -22,6 +23,9 @@ class ImageUtilsSizeTest : public QObject
 
 private Q_SLOTS:
     void init();
+    void recoversFromAMomentWithoutDescriptors(); // first: it opens the plug-in
+    void takesNamesLiterally();
+    void keepsTheTextOfThePath();
     void turnsByOrientation();
     void keepsUntilTheFileChanges();
     void asksForTheTimeThatQtGives();
@@ -41,6 +45,48 @@ void ImageUtilsSizeTest::init()
 {
     QTest::failOnWarning(QRegularExpression(".*"));
     m_folder.emplace();
+}
+
+void ImageUtilsSizeTest::recoversFromAMomentWithoutDescriptors()
+{
+    writePicture(path("a.png"), 40, 30, 0, "png");
+    LogCapture log;
+    for (const int left : {0, 1}) { // for the file, not for the plug-in
+        const FewDescriptors few(left);
+        QCOMPARE(sizeOf("a.png"), few.isActive() ? QSize() : QSize(40, 30));
+        QCOMPARE(log.take().size(), few.isActive() ? 1 : 0);
+    }
+    QCOMPARE(sizeOf("a.png"), QSize(40, 30));
+}
+
+void ImageUtilsSizeTest::takesNamesLiterally()
+{
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_folder->path()));
+    for (const char* const format : {"jpeg", "png"}) {
+        for (const char* const name : {"Is it?.png", "?", "a?b=c&d=e.png", "?.jpg", "%1 %2.png",
+                                       "pipe:0.png", "a=b&c.tif", "http:x.png", "-.png"}) {
+            QFile::remove(name);
+            writePicture(QStringLiteral("source.jpg"), 40, 30, 0, format);
+            QVERIFY(QFile::rename(QStringLiteral("source.jpg"), name));
+            for (const QString& spelling : {QString(name), path(name)})
+                QCOMPARE(NImageUtils::imageSize(spelling), QSize(40, 30));
+        }
+    }
+    QVERIFY(QDir::setCurrent(before));
+}
+
+void ImageUtilsSizeTest::keepsTheTextOfThePath()
+{
+    const QString file = path("a.jpg");
+    writePicture(file, 40, 30);
+    std::u16string text = file.toStdU16String();
+    QCOMPARE(NImageUtils::imageSize(QString::fromRawData(
+                 reinterpret_cast<const QChar*>(text.data()), qsizetype(text.size()))),
+             QSize(40, 30));
+    text.assign(text.size(), u'x');
+    QVERIFY(QFile::remove(file));
+    QCOMPARE(sizeOf("a.jpg"), QSize(40, 30)); // the kept answer is found under its path
 }
 
 void ImageUtilsSizeTest::turnsByOrientation()
@@ -131,6 +177,9 @@ void ImageUtilsSizeTest::refuses_data()
          {"missing.jpg", "folder.jpg", "pipe.jpg", "zero.jpg", "a\nb.jpg", ""})
         row(name);
     row(QStringLiteral("good.jpg\0.jpg"));
+    for (const char* const name :
+         {"http://127.0.0.1:9/x.mp4", "pipe:0.mov", "none.null", "mem.jpg"})
+        row(name);
 }
 
 void ImageUtilsSizeTest::refuses()
@@ -143,13 +192,18 @@ void ImageUtilsSizeTest::refuses()
     QVERIFY(QDir(m_folder->path()).mkdir("folder.jpg"));
     if (!makePipe(path("pipe.jpg")) || !linkEndlessDevice(path("zero.jpg")))
         QSKIP("this system has no pipes and devices among its files");
+    QVERIFY(QFile::link("/proc/self/mem", path("mem.jpg"))); // every read of it fails
+    const bool isText = name.isEmpty() || name.contains(u':') || name == "none.null";
     for (int call = 0; call < 2; ++call) { // no answer is kept
         LogCapture log;
-        QCOMPARE(NImageUtils::imageSize(name.isEmpty() ? name : path(name)), QSize());
+        QCOMPARE(NImageUtils::imageSize(isText ? name : path(name)), QSize());
         const QStringList lines = log.takeTexts();
         QCOMPARE(lines.size(), 1);
         QVERIFY(lines[0].startsWith("warning: Could not get image size: ") && lines[0].size() > 40);
+        QVERIFY(!lines[0].contains("basic_") && !lines[0].contains("Unknown error"));
     }
+    std::string error; // a pipe may take the name after its state was read
+    QVERIFY(!readImageHeader(path("pipe.jpg").toStdString(), error) && !error.empty());
 }
 
 void ImageUtilsSizeTest::answersManyThreads()

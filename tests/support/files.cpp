@@ -8,7 +8,9 @@
 #include <OpenImageIO/imageio.h>
 
 #if defined(Q_OS_UNIX)
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 #include <vector>
@@ -59,4 +61,27 @@ bool TestSupport::makePipe(const QString& path)
 bool TestSupport::linkEndlessDevice(const QString& path)
 {
     return QFile::exists("/dev/zero") && QFile::link("/dev/zero", path);
+}
+
+TestSupport::FewDescriptors::FewDescriptors(int left)
+{
+#if defined(Q_OS_UNIX)
+    rlimit limit = {};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    m_before = limit.rlim_cur;
+    const int lowestFree = dup(0);
+    close(lowestFree);
+    limit.rlim_cur = rlim_t(lowestFree) + rlim_t(left);
+    setrlimit(RLIMIT_NOFILE, &limit);
+#endif
+}
+
+TestSupport::FewDescriptors::~FewDescriptors()
+{
+#if defined(Q_OS_UNIX)
+    rlimit limit = {};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = m_before;
+    setrlimit(RLIMIT_NOFILE, &limit);
+#endif
 }

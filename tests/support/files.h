@@ -23,4 +23,20 @@ bool makePipe(const QString& path);
 /// Makes a link to a device that never ends; false where the system has none.
 bool linkEndlessDevice(const QString& path);
 
+/// Leaves the process `left` free file descriptors while it lives; `isActive` is false where the
+/// system cannot do that.
+class FewDescriptors
+{
+public:
+    explicit FewDescriptors(int left);
+    ~FewDescriptors();
+    FewDescriptors(const FewDescriptors&) = delete;
+    FewDescriptors& operator=(const FewDescriptors&) = delete;
+
+    bool isActive() const { return m_before > 0; }
+
+private:
+    unsigned long m_before = 0;
+};
+
 } // namespace TestSupport

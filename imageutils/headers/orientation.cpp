@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <imageutils/plugins/orientation.h>
+#include <imageutils/headers/orientation.h>
 
 namespace {
 
