@@ -44,10 +44,10 @@ private Q_SLOTS:
         CvUtils::imwrite(here + ".bmp", cv::Mat(2, 2, CV_8UC3), 0, 1, 0, 1);
         QCOMPARE(log.takeTexts(),
                  QStringList({"warning: Could not get image size: imageutils-header-openimageio: "
-                              "parts cannot be opened on this system",
+                              "plug-ins cannot be opened on this system",
                               "warning: Could not get image size: not a regular file",
                               "critical: imwrite: OpenCV's codecs cannot be loaded: "
-                              "imageutils-writer-imgcodecs: parts cannot be opened on this "
+                              "imageutils-writer-imgcodecs: plug-ins cannot be opened on this "
                               "system"}));
     }
 };
