@@ -82,7 +82,8 @@ void describe(QCommandLineParser& parser)
         {text("json"),
          text("Print one line of JSON per photograph instead of a table; implies --headless.")},
         {text("headless"), text("Show no window, even with a display.")},
-        {text("verbose"), text("Show the library's information lines too.")},
+        {text("verbose"), text("Show everything that is known of each photograph, and the "
+                               "library's information lines.")},
     });
 }
 

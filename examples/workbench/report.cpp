@@ -10,13 +10,15 @@
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 namespace {
 
-constexpr qsizetype longestFileName = 32;
+constexpr qsizetype shortNameColumns = 24;
+constexpr qsizetype longNameColumns = 32;
+constexpr qsizetype shortOutputColumns = 19; // the rest of 80
 constexpr qsizetype sizeColumns = 11;
-constexpr qsizetype answerColumns = 5;
 constexpr qsizetype keyColumns = 16;
 constexpr qsizetype cameraColumns = 20;
 
@@ -54,9 +56,18 @@ QString keyText(const JobResult& result)
     return QString::number(result.key, 16).rightJustified(keyColumns, QLatin1Char('0'));
 }
 
+/// With an ellipsis in the middle: names differ at their beginning, or by the number at their end.
 QString elided(const QString& text, qsizetype columns)
 {
-    return text.size() > columns ? text.left(columns - 1) + QChar(0x2026) : text; // an ellipsis
+    if (text.size() <= columns)
+        return text;
+    const qsizetype end = columns / 2;
+    return text.left(columns - 1 - end) + QChar(0x2026) + text.right(end);
+}
+
+QString keptText(const JobResult& result)
+{
+    return result.isKept ? QStringLiteral("kept ") : QString();
 }
 
 QJsonObject jsonOf(const JobResult& result)
@@ -109,21 +120,62 @@ QString cameraText(const JobResult& result)
     return model.isEmpty() ? QStringLiteral("-") : model;
 }
 
-Report::Report(const Options& options, const QList<Source>& sources)
-    : m_isJson(options.json), m_steps(options.bitmap ? stepNames.size() : stepNames.size() - 1)
+Report::Report(const Options& options, const QList<Source>& sources) : m_isJson(options.json)
 {
     if (m_isJson)
         return;
+    const qsizetype limit = options.verbose ? longNameColumns : shortNameColumns;
+    qsizetype width = 4;
     for (const Source& source : sources)
-        m_fileColumns = std::max(m_fileColumns, NImageUtils::getFilename(source.path).size());
-    m_fileColumns = std::clamp<qsizetype>(m_fileColumns, 4, longestFileName);
-    QStringList head{QStringLiteral("file"), QStringLiteral("stored"), QStringLiteral("upright"),
-                     QStringLiteral("grey"), QStringLiteral("noise")};
-    for (std::size_t step = 0; step < m_steps; ++step)
-        head.append(QString::fromLatin1(stepNames[step]));
-    head += {QStringLiteral("ours ms"), QStringLiteral("total ms"), QStringLiteral("size"),
-             QStringLiteral("key"),     QStringLiteral("camera"),   QStringLiteral("output")};
-    printRow(head);
+        width = std::max(width, NImageUtils::getFilename(source.path).size());
+    m_columns.push_back({QStringLiteral("file"), std::min(width, limit), false,
+                         [](const JobResult& r) { return NImageUtils::getFilename(r.path); }});
+    if (options.verbose)
+        addAllColumns(options.bitmap);
+    else
+        addShortColumns();
+    printRow([](const Column& column) { return column.head; });
+}
+
+void Report::addShortColumns()
+{
+    addSize("upright", &JobResult::size);
+    addSize("size", &JobResult::outputSize);
+    m_columns.push_back({QStringLiteral("ms"), 7, true,
+                         [](const JobResult& r) { return millisecondsText(total(r)); }});
+    m_columns.push_back(
+        {QStringLiteral("output"), shortOutputColumns, false, [](const JobResult& r) {
+             const QString name = NImageUtils::getFilename(r.output);
+             return r.failure.isEmpty() ? keptText(r) + name : QStringLiteral("failed");
+         }});
+}
+
+void Report::addAllColumns(bool withBitmap)
+{
+    const auto add = [this](const char* head, qsizetype width, bool isNumber, auto text) {
+        m_columns.push_back({QString::fromLatin1(head), width, isNumber, text});
+    };
+    addSize("stored", &JobResult::storedSize);
+    addSize("upright", &JobResult::size);
+    add("grey", 5, true, [](const JobResult& r) { return answerText(r.isGrey); });
+    add("noise", 5, true, [](const JobResult& r) { return answerText(r.isLumaNoise); });
+    for (std::size_t step = 0; step < stepNames.size() - (withBitmap ? 0 : 1); ++step)
+        add(stepNames[step], qsizetype(qstrlen(stepNames[step])), true,
+            [step](const JobResult& r) { return millisecondsText(r.milliseconds[step]); });
+    add("ours ms", 7, true, [](const JobResult& r) { return millisecondsText(ours(r)); });
+    add("total ms", 8, true, [](const JobResult& r) { return millisecondsText(total(r)); });
+    addSize("size", &JobResult::outputSize);
+    add("key", keyColumns, true, [](const JobResult& r) { return keyText(r); });
+    add("camera", cameraColumns, false, [](const JobResult& r) { return cameraText(r); });
+    add("output", std::numeric_limits<qsizetype>::max(), false, [](const JobResult& r) {
+        return r.failure.isEmpty() ? keptText(r) + r.output : QStringLiteral("failed");
+    });
+}
+
+void Report::addSize(const char* head, QSize JobResult::*size)
+{
+    m_columns.push_back({QString::fromLatin1(head), sizeColumns, true,
+                         [size](const JobResult& r) { return sizeText(r.*size); }});
 }
 
 void Report::add(const JobResult& result)
@@ -142,8 +194,8 @@ void Report::add(const JobResult& result)
     if (m_isJson)
         Terminal::printLine(
             QString::fromUtf8(QJsonDocument(jsonOf(result)).toJson(QJsonDocument::Compact)));
-    else if (result.failure.isEmpty())
-        printRow(rowOf(result));
+    else
+        printRow([&result](const Column& column) { return column.text(result); });
 }
 
 int Report::finish()
@@ -159,40 +211,15 @@ int Report::finish()
     return m_failed > 0 || !Terminal::reportLostLines() ? 1 : 0;
 }
 
-QStringList Report::rowOf(const JobResult& result) const
+void Report::printRow(const std::function<QString(const Column&)>& text) const
 {
-    const QString name = NImageUtils::getFilename(result.path);
-    QStringList row{elided(name, m_fileColumns), sizeText(result.storedSize), sizeText(result.size),
-                    answerText(result.isGrey), answerText(result.isLumaNoise)};
-    for (std::size_t step = 0; step < m_steps; ++step)
-        row.append(millisecondsText(result.milliseconds[step]));
-    const QString output = result.isKept ? QStringLiteral("kept ") + result.output : result.output;
-    row += {millisecondsText(ours(result)),
-            millisecondsText(total(result)),
-            sizeText(result.outputSize),
-            keyText(result),
-            cameraText(result),
-            output};
-    return row;
-}
-
-/// Names and texts to the left of their columns, numbers to the right.
-void Report::printRow(const QStringList& cells) const
-{
-    QString row = cells.at(0).leftJustified(m_fileColumns);
-    const auto addNumber = [&row](const QString& cell, qsizetype columns) {
-        row += QLatin1String("  ") + cell.rightJustified(columns);
-    };
-    qsizetype cell = 1;
-    for (const qsizetype columns : {sizeColumns, sizeColumns, answerColumns, answerColumns})
-        addNumber(cells.at(cell++), columns);
-    for (std::size_t step = 0; step < m_steps; ++step)
-        addNumber(cells.at(cell++), qsizetype(QLatin1String(stepNames[step]).size()));
-    addNumber(cells.at(cell++), qsizetype(QLatin1String("ours ms").size()));
-    addNumber(cells.at(cell++), qsizetype(QLatin1String("total ms").size()));
-    addNumber(cells.at(cell++), sizeColumns);
-    addNumber(cells.at(cell++), keyColumns);
-    row +=
-        QLatin1String("  ") + elided(cells.at(cell++), cameraColumns).leftJustified(cameraColumns);
-    Terminal::printLine(row + QLatin1String("  ") + cells.at(cell));
+    QStringList cells;
+    for (const Column& column : m_columns) {
+        const QString cell = elided(text(column), column.width);
+        const bool isLast = &column == &m_columns.back();
+        cells.append(column.isNumber ? cell.rightJustified(column.width)
+                     : isLast        ? cell
+                                     : cell.leftJustified(column.width));
+    }
+    Terminal::printLine(cells.join(QLatin1String("  ")));
 }

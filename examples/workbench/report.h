@@ -5,6 +5,9 @@
 #include "options.h"
 #include "sources.h"
 
+#include <functional>
+#include <vector>
+
 /// "5640x3172"; "-" for an unknown size.
 QString sizeText(QSize size);
 
@@ -19,7 +22,8 @@ QString cameraText(const JobResult& result);
 class Report
 {
 public:
-    /// A report on `sources`; the table's head is printed at once.
+    /// A report on `sources`; the table's head is printed at once. The table fits 80 columns, or
+    /// has everything that is known if the user wants that.
     Report(const Options& options, const QList<Source>& sources);
 
     /// Prints what became of the next photograph.
@@ -30,12 +34,22 @@ public:
     int finish();
 
 private:
-    void printRow(const QStringList& cells) const;
-    QStringList rowOf(const JobResult& result) const;
+    /// One column of the table: texts stand on its left, numbers on its right.
+    struct Column
+    {
+        QString head;
+        qsizetype width;
+        bool isNumber;
+        std::function<QString(const JobResult&)> text;
+    };
+
+    void addShortColumns();
+    void addAllColumns(bool withBitmap);
+    void addSize(const char* head, QSize JobResult::*size);
+    void printRow(const std::function<QString(const Column&)>& text) const;
 
     const bool m_isJson;
-    const std::size_t m_steps; ///< shown as columns
-    qsizetype m_fileColumns = 0;
+    std::vector<Column> m_columns;
     int m_exported = 0;
     int m_kept = 0;
     int m_failed = 0;

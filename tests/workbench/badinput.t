@@ -45,6 +45,9 @@ What is no photograph gets one line each, and the good one is exported:
   $ cd ..
   $ tail -n 1 table
   1 exported, 0 kept, 23 failed
+  $ awk 'length > 80' table
+  $ grep -c ' failed$' table
+  24
   $ ls -A out
   good.tiff
 

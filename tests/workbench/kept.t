@@ -2,7 +2,7 @@ What is up to date is kept, its record in the file (TIFF) or beside it (BMP); a 
 over, other settings or a source that has changed get a file of their own.
 
   $ oiiotool --pattern noise:type=uniform:min=0:max=1 32x32 3 -d uint8 -o photo.png
-  $ export_it() { imageutils-workbench --headless photo.png -o "$@" | sed -n '2s/.*\///p; $p'; }
+  $ export_it() { imageutils-workbench --headless photo.png -o "$@" | sed -n '2s/.* //p; $p'; }
   $ for format in tiff bmp; do
   >   mkdir $format && echo mine > $format/photo.$format && touch photo.png
   >   export_it $format --format $format
