@@ -49,7 +49,8 @@ std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const cha
 {
     char* const begin = text;
     for (; count >= 3; count -= 3, bytes += 3, text += 4) {
-        const std::uint32_t group = std::uint32_t(bytes[0]) << 16 | bytes[1] << 8 | bytes[2];
+        const std::uint32_t group =
+            std::uint32_t(bytes[0]) << 16 | std::uint32_t(bytes[1]) << 8 | bytes[2];
         text[0] = alphabet[group >> 18];
         text[1] = alphabet[group >> 12 & 63];
         text[2] = alphabet[group >> 6 & 63];
@@ -58,7 +59,7 @@ std::size_t encodeBase64(const std::uint8_t* bytes, std::size_t count, const cha
     if (count > 0) {
         const std::uint32_t second = count == 2 ? bytes[1] : 0;
         text[0] = alphabet[bytes[0] >> 2];
-        text[1] = alphabet[(bytes[0] & 3) << 4 | second >> 4];
+        text[1] = alphabet[unsigned(bytes[0] & 3) << 4 | second >> 4];
         text[2] = count == 2 ? alphabet[(second & 15) << 2] : '=';
         text[3] = '=';
         text += 4;
