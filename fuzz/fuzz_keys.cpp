@@ -37,14 +37,15 @@ public:
         case 4:
             return double(number) / (next() + 1);
         case 5:
-            return QVariant::fromValue(QSet<QString>{QString(number), QString(next())});
+            return QVariant::fromValue(
+                QSet<QString>{QString(QChar(number)), QString(QChar(next()))});
         case 6:
             return QStringList(next() % 4, QString::number(number));
         case 7:
         case 8:
             return list(level);
         case 9:
-            return QVariantMap{{QString(number), value(level + 1)}, {"k", value(level + 1)}};
+            return QVariantMap{{QString(QChar(number)), value(level + 1)}, {"k", value(level + 1)}};
         case 10:
         case 11:
             return hash(level);
