@@ -4,17 +4,10 @@
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
-#include <utility>
 
 CheckedFile::CheckedFile(QFile& file)
     : IOProxy(file.fileName().toStdString(), IOProxy::Write), m_file(file)
 {}
-
-void CheckedFile::insertAt(qint64 offset, const QByteArray& bytes)
-{
-    m_insertOffset = offset;
-    m_inserted = bytes;
-}
 
 size_t CheckedFile::read(void* buffer, size_t size)
 {
@@ -24,10 +17,6 @@ size_t CheckedFile::read(void* buffer, size_t size)
 
 size_t CheckedFile::write(const void* buffer, size_t size)
 {
-    if (!m_inserted.isEmpty() && m_file.pos() == m_insertOffset) {
-        const QByteArray bytes = std::exchange(m_inserted, {});
-        write(bytes.constData(), size_t(bytes.size()));
-    }
     const qint64 count = m_file.write(static_cast<const char*>(buffer), qint64(size));
     m_end = std::max(m_end, m_file.pos());
     if (count != qint64(size))

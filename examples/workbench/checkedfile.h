@@ -12,9 +12,6 @@ class CheckedFile : public OIIO::Filesystem::IOProxy
 public:
     explicit CheckedFile(QFile& file);
 
-    /// Puts `bytes` in when `offset` bytes have been written, for a writer that never goes back.
-    void insertAt(qint64 offset, const QByteArray& bytes);
-
     /// What went wrong first; empty when every byte so far is in the file.
     const QString& failure() const { return m_failure; }
 
@@ -33,7 +30,5 @@ private:
 
     QFile& m_file;
     qint64 m_end = 0; // of the farthest byte written
-    qint64 m_insertOffset = 0;
-    QByteArray m_inserted;
     QString m_failure;
 };

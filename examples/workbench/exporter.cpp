@@ -3,7 +3,6 @@
 
 #include "atomicfile.h"
 #include "checkedfile.h"
-#include "pngexif.h"
 
 #include <imageutils/cvutils.h>
 
@@ -71,15 +70,14 @@ bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool 
 }
 
 /// Why the file is not whole; empty when it is.
-QString failureToWrite(AtomicFile& whole, const QImage& image, const OIIO::ImageSpec& header)
+QString failureToWrite(AtomicFile& whole, const QImage& image, const OIIO::ImageSpec& header,
+                       const MetadataBlocks& blocks)
 {
     const QString extension = QFileInfo(whole.file().fileName()).suffix();
     CheckedFile file(whole.file()); // outlives the writer, which may close only as it goes away
     const auto writer = writerFor(extension);
     const std::string path = whole.file().fileName().toStdString();
     const bool isChecked = writesInto(file, *writer);
-    if (std::string_view(writer->format_name()) == "png" && !writer->supports("exif"))
-        file.insertAt(pngExifOffset, pngExifChunk(header));
     const bool isWritten = writePixels(*writer, path, image, header);
     if (isChecked)
         file.finish();
@@ -87,9 +85,22 @@ QString failureToWrite(AtomicFile& whole, const QImage& image, const OIIO::Image
         return file.failure();
     if (!isWritten)
         return QString::fromStdString(writer->geterror()).simplified();
+    const QSize size(header.width, header.height);
+    const QString failure = writeBlocks(whole.file(), blocks, size, header.alpha_channel >= 0);
+    if (!failure.isEmpty())
+        return failure;
     if (!canBeReadBack(path, header, !isChecked))
         return QStringLiteral("the file does not hold the picture");
     return {};
+}
+
+/// Colours outside the primaries of a format are negative in one channel. Radiance's HDR stores the
+/// magnitude alone, and such a channel would come out bright.
+void clipNegatives(QImage& image)
+{
+    cv::Mat pixels(image.height(), image.width(), CV_32FC4, image.bits(),
+                   std::size_t(image.bytesPerLine()));
+    cv::max(pixels, 0.0, pixels);
 }
 
 qint64 bitmapLength(const cv::Mat& pixels)
@@ -102,6 +113,7 @@ qint64 bitmapLength(const cv::Mat& pixels)
 } // namespace
 
 Result<std::unique_ptr<AtomicFile>> exportPicture(QImage& image, const OIIO::ImageSpec& header,
+                                                  const MetadataBlocks& blocks,
                                                   const QString& wantedPath,
                                                   AtomicFile::Access access)
 {
@@ -110,7 +122,14 @@ Result<std::unique_ptr<AtomicFile>> exportPicture(QImage& image, const OIIO::Ima
     if (!whole)
         return whole;
     packChannels(image, header.nchannels);
-    const QString failure = failureToWrite(**whole, image, header);
+    OIIO::ImageSpec spec = header;
+    const auto writer = writerFor(wanted.suffix());
+    const std::string_view format = writer ? writer->format_name() : "";
+    if (format == "hdr")
+        clipNegatives(image);
+    if (format == "heif")
+        spec.attribute("ImageDescription", exifPlaceholder(blocks));
+    const QString failure = failureToWrite(**whole, image, spec, blocks);
     if (!failure.isEmpty())
         return cannotBeWritten(failure);
     return whole;

@@ -46,15 +46,16 @@ OIIO::TypeDesc sampleTypeFor(const OIIO::ImageOutput& writer, const OIIO::TypeDe
     return OIIO::TypeUInt16;
 }
 
-/// Whether the colours of the profile, named at byte 16 of its header, are those of the picture. A
-/// CMYK file has become RGB, and its profile would spoil it.
-bool profileFits(const OIIO::ParamValue& profile, bool isGrey)
+/// The formats in which OpenImageIO's writers of all supported versions store an ICC profile.
+bool carriesProfile(const OIIO::ImageOutput& writer)
 {
-    constexpr int headerSize = 128;
-    if (profile.type().size() < headerSize)
-        return false;
-    const std::string_view space(static_cast<const char*>(profile.data()) + 16, 4);
-    return space == (isGrey ? "GRAY" : "RGB ");
+    return isOneOf(writer, {"jpeg", "png", "tiff"});
+}
+
+/// The formats whose samples are proportional to light by definition.
+bool holdsLinearLight(const OIIO::ImageOutput& writer)
+{
+    return isOneOf(writer, {"hdr", "openexr"});
 }
 
 /// Takes the attributes away whose names `pattern` describes, in any letter case.
@@ -72,31 +73,45 @@ void erase(OIIO::ImageSpec& spec, const char* pattern)
 }
 
 /// Takes away what described the source file and not the photograph.
-void dropTechnicalMetadata(OIIO::ImageSpec& spec, bool isGrey)
+void dropTechnicalMetadata(OIIO::ImageSpec& spec)
 {
     erase(spec, "(bmp|dpx|gif|jpeg|openexr|png|raw|tiff|webp):.*|compression|planarconfig");
-    erase(spec, "ICCProfile:.*|thumbnail_.*|textureformat|(Exif:|tiff:)?Orientation");
-    erase(spec, "oiio:(?!ColorSpace$|Gamma$).*");
+    erase(spec, "ICCProfile(:.*)?|thumbnail_.*|textureformat|(Exif:|tiff:)?Orientation");
+    erase(spec, "oiio:.*|Exif:ColorSpace|Exif:Interoperability.*|Exif:MakerNote");
     // Four numbers of 16 bits, which OpenImageIO writes as if they had 32: what lies behind them in
     // the program's memory would be in the file. The preview that they are about is not, either.
     erase(spec, "Canon:ThumbnailImageValidArea");
-    const OIIO::ParamValue* const profile = spec.find_attribute("ICCProfile");
-    const bool keepsProfile = profile && profileFits(*profile, isGrey);
-    if (profile) // a format would write the colour space by its name as well, and contradict it
-        erase(spec,
-              keepsProfile ? "oiio:.*|Exif:ColorSpace" : "oiio:.*|Exif:ColorSpace|ICCProfile");
 }
 
-/// OpenImageIO's writer of TIFF passes over Exif numbers of 16 bits, and over the sensitivity, of
-/// which Exif allows several. Its second name is written.
-void helpTiffWriter(OIIO::ImageSpec& spec)
+/// Leaves to OpenImageIO what we do not write ourselves. The formats that take our blocks get none
+/// of it, because their files would say the same twice.
+void chooseMetadata(OIIO::ImageSpec& spec, bool takesOurs, MetadataChoice choice)
 {
-    for (OIIO::ParamValue& attribute : spec.extra_attribs)
-        if (attribute.type() == OIIO::TypeUInt16 || attribute.type() == OIIO::TypeInt16)
-            attribute = OIIO::ParamValue(attribute.name(), attribute.get_int());
-    const int sensitivity = spec.get_int_attribute("Exif:PhotographicSensitivity");
-    if (sensitivity > 0 && !spec.find_attribute("Exif:RecommendedExposureIndex"))
-        spec.attribute("Exif:RecommendedExposureIndex", sensitivity);
+    if (takesOurs || choice == MetadataChoice::None) {
+        OIIO::ParamValueList kept;
+        for (const char* name :
+             {"XResolution", "YResolution", "ResolutionUnit", "PixelAspectRatio"})
+            if (const OIIO::ParamValue* const value = spec.find_attribute(name))
+                kept.push_back(*value);
+        spec.extra_attribs = kept;
+    } else if (choice == MetadataChoice::NoGps) {
+        erase(spec, "GPS:.*|.*GPS(Latitude|Longitude|Altitude|TimeStamp|DateStamp).*");
+    }
+}
+
+/// Says what the colours are in the ways that formats have beside profiles.
+void nameColours(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, const ColourPlan& plan)
+{
+    if (!plan.profile.isEmpty())
+        spec.attribute("ICCProfile",
+                       OIIO::TypeDesc(OIIO::TypeDesc::UINT8, int(plan.profile.size())),
+                       plan.profile.constData());
+    else if (holdsLinearLight(writer))
+        spec.attribute("oiio:ColorSpace", "Linear");
+    else if (isOneOf(writer, {"png", "jpeg2000", "webp", "heif"}))
+        spec.attribute("oiio:ColorSpace", "sRGB");
+    if (!plan.keepsPrimaries)
+        spec.erase_attribute("chromaticities");
 }
 
 void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, int quality)
@@ -139,8 +154,48 @@ Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph)
     return layout;
 }
 
+Result<ColourPlan> planColours(const OIIO::ImageOutput& writer, const Photograph& photograph,
+                               Layout& layout, const QString& choice, Intent intent)
+{
+    const SourceColours& source = photograph.colours;
+    const bool carries = carriesProfile(writer);
+    const bool isLinear = holdsLinearLight(writer);
+    const bool isKept = choice == QLatin1String("keep");
+    const Profiles::Space space = Profiles::spaceOf(source.profile);
+    const bool fits = (space == Profiles::Space::Grey) == layout.isGrey || source.isAssumed;
+    ColourPlan plan{};
+    QByteArray target = isLinear ? Profiles::power(1.0) : Profiles::sRgb();
+    plan.isSRgb = !isLinear;
+    if (!isKept && choice != QLatin1String("srgb")) {
+        const Result<QByteArray> wanted = Profiles::fromFile(choice);
+        if (!wanted)
+            return wanted.failure();
+        if (!carries || Profiles::spaceOf(*wanted) != Profiles::Space::Rgb)
+            return Failure{carries
+                               ? QStringLiteral("%1 is no profile of RGB").arg(choice)
+                               : QStringLiteral("files of this format carry no colour profile")};
+        target = plan.profile = *wanted;
+        layout.isGrey = plan.isSRgb = false;
+    } else if (isKept && carries && fits && !source.isLinear) {
+        target = source.profile;
+        plan.isSRgb = toSRgb(source, intent).isIdentity();
+        plan.profile = source.isAssumed ? QByteArray() : source.profile;
+    } else if (isKept && isLinear && source.isLinear && isOneOf(writer, {"openexr"})) {
+        target = source.profile;
+        plan.keepsPrimaries = source.hasOwnPrimaries;
+    } else if (carries) {
+        plan.profile = layout.isGrey ? Profiles::greySRgb() : target;
+    }
+    const auto transform = ColourTransform::between(source.profile, target, intent);
+    if (!transform)
+        return transform.failure();
+    plan.transform = *transform;
+    return plan;
+}
+
 OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& photograph,
-                          const Layout& layout, QSize size, int quality, const QString& record)
+                          const Layout& layout, const ColourPlan& plan, QSize size, int quality,
+                          MetadataChoice metadata, const QString& record)
 {
     OIIO::ImageSpec spec(size.width(), size.height(), layout.channels(), layout.type);
     if (layout.isGrey && layout.hasAlpha) {
@@ -148,9 +203,9 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
         spec.alpha_channel = 1;
     }
     spec.extra_attribs = photograph.spec.extra_attribs;
-    dropTechnicalMetadata(spec, layout.isGrey);
-    if (isOneOf(writer, {"tiff"}))
-        helpTiffWriter(spec);
+    dropTechnicalMetadata(spec);
+    chooseMetadata(spec, takesBlocks(writer.format_name()), metadata);
+    nameColours(spec, writer, plan);
     if (isOneOf(writer,
                 {"pnm"})) // OpenImageIO 2.5 begins with the bottom row, as in files of floats
         spec.attribute("pnm:pfmflip", 0);
@@ -160,6 +215,8 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
         spec.attribute("Exif:PixelYDimension", size.height());
     }
     spec.attribute("Software", record.toStdString());
+    if (isOneOf(writer, {"tiff"}) && !spec.find_attribute("DateTime"))
+        spec.attribute("DateTime", "1970:01:01 00:00:00"); // or OpenImageIO writes the present
     if (layout.hasAlpha && !layout.isAssociated)
         spec.attribute("oiio:UnassociatedAlpha", 1);
     chooseCompression(spec, writer, quality);

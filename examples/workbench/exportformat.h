@@ -23,7 +23,24 @@ std::unique_ptr<OIIO::ImageOutput> writerFor(const QString& extension);
 /// channel where source and format have them.
 Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph);
 
-/// The header of the exported picture: `layout` and `size`, the metadata, colour profile and
+/// What happens to the colours on the way into a file.
+struct ColourPlan
+{
+    ColourTransform transform;
+    QByteArray profile;  ///< goes into the file; empty where the format has no place or no need
+    bool isSRgb;         ///< the file's colours are those of sRGB
+    bool keepsPrimaries; ///< OpenEXR's own attribute stays
+};
+
+/// How the colours of `photograph` come into the file, for the `choice` of the user: "keep", "srgb"
+/// or the path of a profile. Kept is what the format can name: an ICC profile, or linear light in
+/// formats that hold it. Everything else becomes sRGB, or linear light with its primaries. A
+/// profile of RGB makes three channels of a grey layout.
+Result<ColourPlan> planColours(const OIIO::ImageOutput& writer, const Photograph& photograph,
+                               Layout& layout, const QString& choice, Intent intent);
+
+/// The header of the exported picture: `layout` and `size`, the profile of `plan`, the metadata and
 /// resolution of `photograph`, Orientation 1, and `record` as the name of the software.
 OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& photograph,
-                          const Layout& layout, QSize size, int quality, const QString& record);
+                          const Layout& layout, const ColourPlan& plan, QSize size, int quality,
+                          MetadataChoice metadata, const QString& record);

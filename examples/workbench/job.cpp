@@ -16,6 +16,7 @@
 #include <metadatareader/metadatareader.h>
 #include <timing/elapsedtime.h>
 
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
@@ -65,6 +66,21 @@ QJsonObject tagsOf(const NExifToolMetadata& metadata)
     return tags;
 }
 
+/// The settings for pages, turns, colours and metadata. The content of a profile counts, not its
+/// name.
+QString colourSettingsText(const Options& options)
+{
+    const Result<QByteArray> profile = Profiles::fromFile(options.profile);
+    const QByteArray digest =
+        profile ? QCryptographicHash::hash(*profile, QCryptographicHash::Sha256).toHex() : "";
+    return QStringLiteral(" page=%1 turn=%2 profile=%3%4 intent=%5 metadata=%6")
+        .arg(options.page)
+        .arg(options.turn)
+        .arg(options.profile, QString::fromLatin1(digest))
+        .arg(int(options.intent))
+        .arg(int(options.metadata));
+}
+
 /// The settings as a set of parameters, whose key says whether two runs ask for the same.
 QVariantMap parametersOf(const Options& options, const QString& extension)
 {
@@ -72,6 +88,9 @@ QVariantMap parametersOf(const Options& options, const QString& extension)
                            {QStringLiteral("scale"), options.scale},
                            {QStringLiteral("rotate"), options.rotate},
                            {QStringLiteral("maxSize"), QSize(options.maxWidth, options.maxHeight)}};
+    const QString colours = colourSettingsText(options);
+    if (colours != colourSettingsText(Options()))
+        parameters.insert(QStringLiteral("colours"), colours);
     if (Formats::hasQuality(extension))
         parameters.insert(QStringLiteral("quality"), options.quality);
     if (options.filter)
@@ -93,7 +112,8 @@ QString settingsText(const Options& options, const QString& extension, bool isBi
         .arg(double(filter.b), 0, 'g', 9)
         .arg(double(filter.c), 0, 'g', 9)
         .arg(Formats::hasQuality(extension) ? options.quality : 0)
-        .arg(options.rotate, 0, 'g', 17);
+        .arg(options.rotate, 0, 'g', 17)
+        .append(colourSettingsText(options));
 }
 
 /// One file that a photograph gives.
@@ -163,6 +183,7 @@ private:
     std::unique_ptr<OIIO::ImageOutput> m_writer;
     Photograph m_photograph;
     Layout m_layout{};
+    ColourPlan m_colours{};
     bool m_isThumbnailDue = false;
     QSize m_outputSize; ///< as far as the header tells
     Planes m_planes;
@@ -264,13 +285,20 @@ bool Job::findKept()
 
 Refusal Job::decode()
 {
-    Result<Photograph> photograph = readPhotograph(m_result.path, m_options.maxPixels);
+    Result<Photograph> photograph =
+        readPhotograph(m_result.path, {m_options.maxPixels, m_options.page, m_options.intent});
     if (!photograph)
         return photograph.failure();
     m_photograph = std::move(*photograph);
     m_result.storedSize = QSize(m_photograph.spec.width, m_photograph.spec.height);
     m_result.size = uprightSize(m_photograph);
+    m_result.warnings.append(m_photograph.warnings);
     m_layout = layoutFor(*m_writer, m_photograph);
+    const Result<ColourPlan> plan =
+        planColours(*m_writer, m_photograph, m_layout, m_options.profile, m_options.intent);
+    if (!plan)
+        return plan.failure();
+    m_colours = *plan;
     return {};
 }
 
@@ -295,10 +323,11 @@ Refusal Job::resample()
 {
     if (m_isThumbnailDue)
         writeThumbnailBeside();
-    const Result<Planes> turned = turnedAndCropped(m_planes, m_options.rotate);
-    if (!turned)
-        return turned.failure();
-    m_planes = *turned;
+    const Result<Planes> cropped =
+        turnedAndCropped(turned(m_planes, m_options.turn), m_options.rotate);
+    if (!cropped)
+        return cropped.failure();
+    m_planes = *cropped;
     const Result<Fit> fit = fitFor(sizeOf(m_planes), m_options);
     if (!fit)
         return fit.failure();
@@ -313,7 +342,8 @@ Refusal Job::resample()
 /// A thumbnail that cannot be written is no reason to lose the photograph.
 void Job::writeThumbnailBeside()
 {
-    const Result<QString> thumbnail = writeThumbnail(m_planes, m_result.path, m_options.quality);
+    const Result<QString> thumbnail = writeThumbnail(
+        m_planes, toSRgb(m_photograph.colours, m_options.intent), m_result.path, m_options.quality);
     if (thumbnail)
         m_result.thumbnail = *thumbnail;
     else
@@ -325,12 +355,15 @@ Refusal Job::writeBitmap()
 {
     if (!m_result.bitmap.isEmpty())
         return {}; // it was kept
-    return publish(exportBitmap(overWhite(m_planes).chroma, m_bitmap.wantedPath), m_bitmap,
-                   m_result.bitmap);
+    const ColourTransform transform = toSRgb(m_photograph.colours, m_options.intent);
+    return publish(
+        exportBitmap(overWhite(transform.converted(m_planes)).chroma, m_bitmap.wantedPath),
+        m_bitmap, m_result.bitmap);
 }
 
 Refusal Job::join()
 {
+    m_planes = m_colours.transform.converted(m_planes);
     m_planes =
         m_layout.hasAlpha ? associated(m_planes, m_layout.isAssociated) : overWhite(m_planes);
     m_image = CvUtils::matToQImage(m_planes.chroma, m_planes.alpha);
@@ -343,9 +376,13 @@ Refusal Job::write()
 {
     if (!m_result.output.isEmpty())
         return {}; // it was kept
-    const OIIO::ImageSpec header = headerFor(*m_writer, m_photograph, m_layout, m_image.size(),
-                                             m_options.quality, m_picture.record);
-    return publish(exportPicture(m_image, header, m_picture.wantedPath), m_picture,
+    const OIIO::ImageSpec header =
+        headerFor(*m_writer, m_photograph, m_layout, m_colours, m_image.size(), m_options.quality,
+                  m_options.metadata, m_picture.record);
+    const MetadataBlocks blocks =
+        exportedBlocks(m_photograph.blocks, m_options.metadata,
+                       {m_image.size(), m_colours.isSRgb, m_picture.record});
+    return publish(exportPicture(m_image, header, blocks, m_picture.wantedPath), m_picture,
                    m_result.output);
 }
 

@@ -38,6 +38,11 @@ QJsonObject jsonOf(const Options& options)
                        {"maxWidth", options.maxWidth},
                        {"maxHeight", options.maxHeight},
                        {"quality", options.quality},
+                       {"page", options.page},
+                       {"turn", options.turn},
+                       {"profile", options.profile},
+                       {"intent", int(options.intent)},
+                       {"metadata", int(options.metadata)},
                        {"maxPixels", options.maxPixels},
                        {"bitmap", options.bitmap},
                        {"verbose", options.verbose}};
@@ -57,6 +62,11 @@ Options optionsOf(const QJsonValue& json)
     options.maxWidth = json["maxWidth"].toInt();
     options.maxHeight = json["maxHeight"].toInt();
     options.quality = json["quality"].toInt();
+    options.page = json["page"].toInt(1);
+    options.turn = json["turn"].toInt(1);
+    options.profile = json["profile"].toString();
+    options.intent = Intent(json["intent"].toInt());
+    options.metadata = MetadataChoice(json["metadata"].toInt());
     options.maxPixels = json["maxPixels"].toInteger();
     options.bitmap = json["bitmap"].toBool();
     options.verbose = json["verbose"].toBool();

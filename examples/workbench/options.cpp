@@ -5,6 +5,7 @@
 
 #include <QtCore/QCommandLineParser>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <limits>
@@ -63,6 +64,22 @@ void describe(QCommandLineParser& parser)
          text("EXT"), text("tiff")},
         {text("quality"), text("Quality of formats that lose some, 1 to 100 (default: 95)."),
          text("Q"), text("95")},
+        {text("page"), text("Of a file of several pictures, take the Nth (default: 1)."), text("N"),
+         text("1")},
+        {text("turn"),
+         text("Turn clockwise by 90, 180 or 270 degrees, or mirror: \"horizontal\" exchanges left "
+              "and "
+              "right, \"vertical\" top and bottom. Every pixel stays as it is."),
+         text("TURN"), text("0")},
+        {text("profile"),
+         text("Colours of the output: \"keep\" (default) those of the source where the format can "
+              "name them, \"srgb\", or those of the ICC profile in the file P. Formats without "
+              "profiles get sRGB, OpenEXR and HDR linear light."),
+         text("P"), text("keep")},
+        {text("intent"), text("Rendering intent of conversions: perceptual (default) or relative."),
+         text("I"), text("perceptual")},
+        {text("metadata"), text("Copy Exif, XMP and IPTC: all (default), no-gps or none."),
+         text("M"), text("all")},
         {text("bitmap"), text("Also write a Windows bitmap of every picture.")},
         {text("max-megapixels"),
          text("Refuse files whose header claims more than N megapixels (default: 250). A "
@@ -156,6 +173,15 @@ public:
         return shape;
     }
 
+    /// The place of the value among `words`.
+    int word(const char* name, const QStringList& words)
+    {
+        const qsizetype at = words.indexOf(text(name));
+        if (at < 0)
+            refuse(name, QStringLiteral("one of ") + words.join(QStringLiteral(", ")));
+        return int(at);
+    }
+
 private:
     QString text(const char* name) const { return m_parser.value(QString::fromLatin1(name)); }
 
@@ -201,6 +227,17 @@ CommandLine readCommandLine(const QStringList& arguments)
     options.maxHeight = reader.integer("max-height", 0, INT_MAX);
     options.filter = reader.filter("filter");
     options.quality = reader.integer("quality", 1, 100);
+    options.page = reader.integer("page", 1, INT_MAX);
+    constexpr int orientations[] = {1, 6, 3, 8, 2, 4};
+    options.turn = orientations[std::max(
+        0, reader.word("turn", {QStringLiteral("0"), QStringLiteral("90"), QStringLiteral("180"),
+                                QStringLiteral("270"), QStringLiteral("horizontal"),
+                                QStringLiteral("vertical")}))];
+    options.profile = parser.value(QStringLiteral("profile"));
+    options.intent =
+        Intent(reader.word("intent", {QStringLiteral("perceptual"), QStringLiteral("relative")}));
+    options.metadata = MetadataChoice(reader.word(
+        "metadata", {QStringLiteral("all"), QStringLiteral("no-gps"), QStringLiteral("none")}));
     options.maxPixels = qint64(reader.integer("max-megapixels", 1, 1'000'000)) * 1'000'000;
     options.jobs = reader.integer("jobs", 0, 1024);
     options.maxMemory = qint64(reader.integer("max-memory", 0, INT_MAX)) * 1024 * 1024;

@@ -13,6 +13,12 @@ struct FilterShape
     float c;
 };
 
+/// How colours that the target of a conversion cannot hold are replaced.
+enum class Intent { Perceptual, Relative };
+
+/// How much of the metadata of a photograph its outputs get.
+enum class MetadataChoice { All, NoGps, None };
+
 /// What the user asks for.
 struct Options
 {
@@ -25,6 +31,11 @@ struct Options
     int maxHeight = 0;   ///< 0: no limit
     std::optional<FilterShape> filter;
     int quality = 95;
+    int page = 1;                             ///< of a file of several pictures
+    int turn = 1;                             ///< as an Exif orientation
+    QString profile = QStringLiteral("keep"); ///< "keep", "srgb" or the path of a profile
+    Intent intent = Intent::Perceptual;       ///< of conversions between profiles
+    MetadataChoice metadata = MetadataChoice::All;
     int jobs = 0;         ///< photographs at once; 0: as many as there are processors
     qint64 maxMemory = 0; ///< bytes that their pixels may take together; 0: half of what there is
     qint64 maxPixels = 250'000'000; ///< what a header may claim before it is not believed

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "photograph.h"
 
+#include "cmyk.h"
 #include "upright.h"
 
 #include <imageutils/cvutils.h>
 
 #include <QtGui/QImage>
+
+#include <OpenImageIO/tiffutils.h>
 
 #include <opencv2/imgproc.hpp>
 
@@ -52,21 +55,151 @@ int depthOf(const OIIO::ImageSpec& spec)
 /// The largest value of a channel of this depth.
 double fullRange(int depth) { return depth == CV_8U ? 255.0 : depth == CV_16U ? 65535.0 : 1.0; }
 
-Result<Photograph> decode(OIIO::ImageInput& input)
+/// What OpenImageIO decoded of the Exif of formats whose files we do not take apart.
+std::optional<Exif> decodedExif(OIIO::ImageSpec spec)
 {
-    Photograph photograph;
-    photograph.spec = input.spec();
-    describeChannels(photograph, input.format_name());
+    // Four numbers of 16 bits, which OpenImageIO writes as if they had 32: what lies behind them in
+    // the program's memory would be in the file. The preview that they are about is not, either.
+    spec.erase_attribute("Canon:ThumbnailImageValidArea");
+    std::vector<char> blob;
+    OIIO::encode_exif(spec, blob, OIIO::endian::little);
+    QByteArray bytes(blob.data(), qsizetype(blob.size()));
+    if (bytes.startsWith(QByteArrayView("Exif\0\0", 6))) // JPEG's way of naming the block
+        bytes.remove(0, 6);
+    return parseExif([&bytes](qint64 offset, qint64 size) { return bytes.mid(offset, size); });
+}
+
+/// Reads the metadata of the file itself, and lets OpenImageIO fill in what that did not find. Its
+/// reader of WebP knows no Exif, so the orientation comes from here.
+void readMetadataOf(Photograph& photograph, const QString& path, const std::string& format)
+{
+    MetadataBlocks& blocks = photograph.blocks;
+    OIIO::ImageSpec& spec = photograph.spec;
+    blocks = readBlocks(path);
+    if (format == "webp" && blocks.exif) {
+        const QByteArray exif = exifBlock(*blocks.exif);
+        OIIO::decode_exif(OIIO::string_view(exif.constData(), std::size_t(exif.size())), spec);
+    }
+    if (!blocks.exif)
+        blocks.exif = decodedExif(spec);
+    if (takesBlocks(format))
+        return;
+    blocks.xmp = QByteArray::fromStdString(OIIO::encode_xmp(spec, true));
+    std::vector<char> iptc;
+    OIIO::encode_iptc_iim(spec, iptc);
+    blocks.iptc = QByteArray(iptc.data(), qsizetype(iptc.size()));
+}
+
+QByteArray profileOf(const Photograph& photograph)
+{
+    const OIIO::ParamValue* const profile = photograph.spec.find_attribute("ICCProfile");
+    return profile ? QByteArray(static_cast<const char*>(profile->data()),
+                                qsizetype(profile->type().size()))
+                   : photograph.blocks.profile;
+}
+
+/// Adobe RGB has no number of its own in Exif: it is "uncalibrated" with a name for
+/// interoperability, and 2 by some cameras.
+bool saysAdobeRgb(const std::optional<Exif>& exif)
+{
+    constexpr quint16 interoperabilityIndex = 1;
+    if (!exif)
+        return false;
+    const auto space = exif->photo.find(ExifTag::ColorSpace);
+    const auto index = exif->interoperability.find(interoperabilityIndex);
+    const bool isUncalibrated = space == exif->photo.end() || space->second.value == "\xFF\xFF";
+    return (isUncalibrated && index != exif->interoperability.end() &&
+            index->second.value.startsWith("R03")) ||
+           (space != exif->photo.end() && space->second.value == QByteArray("\2\0", 2));
+}
+
+/// `inks` through the standard profile, of which a warning tells; nothing where none is installed.
+std::optional<cv::Mat> throughStandardProfile(const cv::Mat& inks, Intent intent,
+                                              QStringList& warnings)
+{
+    const QByteArray icc = Profiles::standardCmyk();
+    const auto rgb = cmykToSRgb(inks, icc, intent);
+    warnings.append(rgb ? QStringLiteral("CMYK without a usable profile: %1 is taken")
+                              .arg(Profiles::nameOf(icc))
+                        : QStringLiteral("CMYK without a usable profile: its colours are made by "
+                                         "arithmetic, as default_cmyk.icc is not installed"));
+    return rgb ? std::optional(*rgb) : std::nullopt;
+}
+
+/// Replaces the four inks by sRGB. The samples stay empty where only OpenImageIO can do it.
+std::optional<Failure> decodeInks(Photograph& photograph, const OIIO::ImageInput& input,
+                                  const QString& path, Intent intent)
+{
+    const Result<cv::Mat> inks = readInks(input, path.toStdString());
+    if (!inks)
+        return inks.failure();
+    photograph.colours.profile = Profiles::sRgb();
+    photograph.colours.isAssumed = true;
+    photograph.isGrey = photograph.hasAlpha = false;
+    const auto own = cmykToSRgb(*inks, profileOf(photograph), intent);
+    if (own)
+        photograph.samples = *own;
+    else if (const auto rgb = throughStandardProfile(*inks, intent, photograph.warnings))
+        photograph.samples = *rgb;
+    return {};
+}
+
+std::optional<Failure> decodeSamples(Photograph& photograph, OIIO::ImageInput& input)
+{
     const OIIO::ImageSpec& spec = photograph.spec;
     const int channels = std::min(spec.nchannels, channelsPerPixel);
     photograph.samples.create(spec.height, spec.width, CV_MAKETYPE(depthOf(spec), channels));
     const bool isAsStored = photograph.samples.depth() != CV_32F; // then nothing is copied
     const OIIO::TypeDesc type = isAsStored ? OIIO::TypeUnknown : OIIO::TypeFloat;
-    const bool isRead = input.read_image(0, 0, 0, channels, type, photograph.samples.data);
+    const bool isRead =
+        input.read_image(input.current_subimage(), 0, 0, channels, type, photograph.samples.data);
     const QString damage = damageReported(input);
     if (!isRead || !damage.isEmpty())
         return Failure{damage.isEmpty() ? QStringLiteral("cannot be decoded") : damage};
+    return {};
+}
+
+Result<Photograph> decode(OIIO::ImageInput& input, const QString& path, Intent intent)
+{
+    Photograph photograph;
+    photograph.spec = input.spec();
+    describeChannels(photograph, input.format_name());
+    readMetadataOf(photograph, path, input.format_name());
+    const bool isInk = isCmyk(input, path.toStdString());
+    if (isInk)
+        if (auto failure = decodeInks(photograph, input, path, intent))
+            return *failure;
+    if (photograph.samples.empty())
+        if (auto failure = decodeSamples(photograph, input))
+            return *failure;
+    if (!isInk)
+        photograph.colours = sourceColours(photograph.spec, profileOf(photograph),
+                                           photograph.isGrey, saysAdobeRgb(photograph.blocks.exif));
+    if (!photograph.colours.warning.isEmpty())
+        photograph.warnings.append(photograph.colours.warning);
     return photograph;
+}
+
+std::unique_ptr<OIIO::ImageInput> openInput(const QString& path)
+{
+    OIIO::ImageSpec wishes;
+    wishes.attribute("oiio:UnassociatedAlpha", 1); // colours as stored, not multiplied by alpha
+    return OIIO::ImageInput::open(path.toStdString(), &wishes);
+}
+
+/// How many pictures can be chosen from, 0 where nothing was counted because the format has one
+/// picture or, as HEIF's, a reader that decodes what it seeks. Previews in a raw file and layers of
+/// a Photoshop file are none.
+int pagesOf(OIIO::ImageInput& input)
+{
+    const std::string_view format = input.format_name();
+    if (format != "tiff" && format != "gif" && format != "webp" && format != "openexr")
+        return 0;
+    int pages = 1;
+    while (pages < 10'000 && input.seek_subimage(pages, 0))
+        ++pages;
+    input.geterror(); // the end is no error
+    return pages;
 }
 
 int orientationOf(const Photograph& photograph)
@@ -203,16 +336,23 @@ std::optional<Failure> refuseSize(double width, double height, qint64 maxPixels)
                        .arg(maxPixels / 1'000'000)};
 }
 
-Result<Photograph> readPhotograph(const QString& path, qint64 maxPixels)
+Result<Photograph> readPhotograph(const QString& path, const ReadSettings& settings)
 {
-    OIIO::ImageSpec wishes;
-    wishes.attribute("oiio:UnassociatedAlpha", 1); // colours as stored, not multiplied by alpha
-    const auto input = OIIO::ImageInput::open(path.toStdString(), &wishes);
+    auto input = openInput(path);
     if (!input)
         return Failure{oneLine(OIIO::geterror(true))};
     if (std::string_view(input->format_name()) == "ico") // its reader writes beyond its memory
         return Failure{QStringLiteral("is an icon and no photograph")};
-    if (const auto refusal = refuseHeader(input->spec(), maxPixels))
+    const int pages = pagesOf(*input);
+    if (pages != 0) // some readers are of no use after a page that does not exist
+        input = openInput(path);
+    if (!input || (settings.page > 1 && !input->seek_subimage(settings.page - 1, 0)))
+        return Failure{QStringLiteral("has no page %1").arg(settings.page)};
+    if (const auto refusal = refuseHeader(input->spec(), settings.maxPixels))
         return *refusal;
-    return decode(*input);
+    Result<Photograph> photograph = decode(*input, path, settings.intent);
+    if (photograph && pages > 1 && settings.page == 1)
+        photograph->warnings.append(
+            QStringLiteral("has %1 pages, of which the first is taken (--page)").arg(pages));
+    return photograph;
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "metadata.h"
 #include "pixelbuffer.h"
 #include "planes.h"
 #include "result.h"
+#include "sourcecolours.h"
 
 #include <QtCore/QSize>
+#include <QtCore/QStringList>
 
 #include <OpenImageIO/imageio.h>
 
@@ -17,13 +20,24 @@ struct Photograph
     bool isGrey = false;       ///< one colour channel in the file
     bool hasAlpha = false;     ///< an alpha channel in the file
     bool isAssociated = false; ///< colours are multiplied by alpha already
-    OIIO::ImageSpec spec;      ///< size and samples as stored, and all metadata
+    OIIO::ImageSpec spec;      ///< size and samples as stored, and what OpenImageIO decoded besides
+    SourceColours colours;     ///< what the samples mean
+    MetadataBlocks blocks;     ///< the metadata of the file
+    QStringList warnings;      ///< what was decided for the user
 };
 
-/// The regular file at `path`, decoded; raw files are developed, CMYK becomes RGB, of several
-/// pictures in one file the first is taken. Refuses headers that claim more than `maxPixels`, and
-/// files that end too early or hold damaged data.
-Result<Photograph> readPhotograph(const QString& path, qint64 maxPixels);
+/// What `readPhotograph` shall do.
+struct ReadSettings
+{
+    qint64 maxPixels;                   ///< a header that claims more is refused
+    int page = 1;                       ///< of a file of several pictures, counted from 1
+    Intent intent = Intent::Perceptual; ///< for CMYK, which becomes sRGB
+};
+
+/// The regular file at `path`, decoded; raw files are developed, and CMYK becomes sRGB through its
+/// profile, or through the standard one, which a warning names. Refuses what a header claims beyond
+/// the settings, and files that end too early or hold damaged data.
+Result<Photograph> readPhotograph(const QString& path, const ReadSettings& settings);
 
 /// The size of `photograph` as a viewer shows it.
 QSize uprightSize(const Photograph& photograph);

@@ -7,27 +7,9 @@
 
 #include <imageutils/cvutils.h>
 
-#include <QtGui/QColorSpace>
-
 #include <exception>
 
 namespace {
-
-/// `image` as a screen of the usual kind shows it.
-QImage onScreen(QImage image, const Photograph& photograph)
-{
-    image = image.convertToFormat(QImage::Format_RGBA8888);
-    const OIIO::ParamValue* const profile = photograph.spec.find_attribute("ICCProfile");
-    if (!profile || photograph.isGrey)
-        return image;
-    const QColorSpace space = QColorSpace::fromIccProfile(
-        QByteArray(static_cast<const char*>(profile->data()), qsizetype(profile->type().size())));
-    if (!space.isValid())
-        return image;
-    image.setColorSpace(space);
-    image.convertToColorSpace(QColorSpace::SRgb);
-    return image;
-}
 
 QImage fitted(const Photograph& photograph, QSize bounds)
 {
@@ -42,8 +24,9 @@ QImage fitted(const Photograph& photograph, QSize bounds)
     auto small = resampled(*planes, *fit, {});
     if (!small)
         return {};
-    Planes shown = associated(*small, false);
-    return CvUtils::matToQImage(shown.chroma, shown.alpha);
+    const ColourTransform transform = toSRgb(photograph.colours, Intent::Perceptual);
+    Planes shown = associated(transform.converted(*small), false);
+    return CvUtils::matToQImage(shown.chroma, shown.alpha).convertToFormat(QImage::Format_RGBA8888);
 }
 
 } // namespace
@@ -52,8 +35,8 @@ QImage previewOf(const QString& path, QSize bounds, qint64 maxPixels)
 {
     const Messages::Collector collector; // the export says what is wrong with the file
     try {
-        const auto photograph = readPhotograph(path, maxPixels);
-        return photograph ? onScreen(fitted(*photograph, bounds), *photograph) : QImage();
+        const auto photograph = readPhotograph(path, {maxPixels});
+        return photograph ? fitted(*photograph, bounds) : QImage();
     } catch (const std::exception&) {
         return {};
     }

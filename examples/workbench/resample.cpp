@@ -49,9 +49,12 @@ Result<Planes> resampled(const Planes& planes, const Fit& fit,
 {
     const FilterShape shape = filter.value_or(fit.factor == 1.0 ? unchanged : smooth);
     const bool mixesPixels = fit.factor != 1.0 || shape.b != 0.0F || shape.c != 0.0F;
+    // The filter would multiply by 0, which makes NaN of infinite samples and of their neighbours.
+    if (!mixesPixels)
+        return planes;
     // Transparent pixels may hold any colour; multiplied by alpha it does not reach their
-    // neighbours. A picture that stays as it is keeps it.
-    const Planes source = mixesPixels ? associated(planes, true) : planes;
+    // neighbours.
+    const Planes source = associated(planes, true);
 
     Planes result{resampledColours(source.chroma, fit, shape), {}, source.isAssociated};
     if (result.chroma.cols != fit.size.width() || result.chroma.rows != fit.size.height())

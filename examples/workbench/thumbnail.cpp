@@ -44,7 +44,8 @@ bool isThumbnailDue(const QString& path, const NExifToolMetadata& metadata)
     return !thumbnail.isEmpty() && NImageUtils::shouldGenerateThumbnail(path, thumbnail, metadata);
 }
 
-Result<QString> writeThumbnail(const Planes& planes, const QString& path, int quality)
+Result<QString> writeThumbnail(const Planes& planes, const ColourTransform& toSRgb,
+                               const QString& path, int quality)
 {
     const QString thumbnail = thumbnailPath(path);
     Options options;
@@ -56,7 +57,7 @@ Result<QString> writeThumbnail(const Planes& planes, const QString& path, int qu
     if (!small)
         return small.failure();
     cv::Mat opaque;
-    QImage image = CvUtils::matToQImage(overWhite(*small).chroma, opaque);
+    QImage image = CvUtils::matToQImage(overWhite(toSRgb.converted(*small)).chroma, opaque);
     if (image.isNull())
         return Failure{QStringLiteral("the library refused the planes")};
     OIIO::ImageSpec header(image.width(), image.height(), 3, OIIO::TypeUInt8);
@@ -65,6 +66,6 @@ Result<QString> writeThumbnail(const Planes& planes, const QString& path, int qu
         return Failure{QStringLiteral("%1 is in the way").arg(thumbnail)};
     AtomicFile::sweep(QFileInfo(thumbnail).path());
     // The folder is everybody's, the picture is not.
-    auto file = exportPicture(image, header, thumbnail, AtomicFile::Access::OwnerOnly);
+    auto file = exportPicture(image, header, {}, thumbnail, AtomicFile::Access::OwnerOnly);
     return file ? (*file)->publish(thumbnail) : file.failure();
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "planes.h"
+#include "colours.h"
 #include "result.h"
 
 #include <metadata/nexiftoolmetadata.h>
@@ -14,6 +14,7 @@ QString thumbnailPath(const QString& path);
 /// should have one.
 bool isThumbnailDue(const QString& path, const NExifToolMetadata& metadata);
 
-/// Writes the thumbnail of the picture in `planes`, at most 512 pixels on its longer side, in the
-/// place of an older one of ours. Returns its name.
-Result<QString> writeThumbnail(const Planes& planes, const QString& path, int quality);
+/// Writes the thumbnail of the picture in `planes`, which `toSRgb` makes sRGB, at most 512 pixels
+/// on its longer side, in the place of an older one of ours. Returns its name.
+Result<QString> writeThumbnail(const Planes& planes, const ColourTransform& toSRgb,
+                               const QString& path, int quality);

@@ -27,10 +27,9 @@ Samples, channels and the camera's data come over as they are, where the format 
   > jpg 1 Y uint8 tiff
   > jpg 3 R,G,B uint8 png
   > jpg 3 R,G,B uint8 jp2
+  > ppm 3 R,G,B uint8 sgi
   > tif 3 R,G,B uint16 tiff
   > tif 4 R,G,B,A uint8 png
-  > ppm 3 R,G,B uint8 sgi
-  > exr 3 R,G,B float tiff
   > END
   out/photo.tiff : 37 x 33, 4 channel, uint16 tiff
   Make: Maker
@@ -48,22 +47,69 @@ Samples, channels and the camera's data come over as they are, where the format 
   Make: Maker
   FNumber: 2.8
   out/photo.jp2 : 37 x 33, 3 channel, uint8 jpeg2000
+  out/photo.sgi : 37 x 33, 3 channel, uint8 sgi
   out/photo.tiff : 37 x 33, 3 channel, uint16 tiff
   Make: Maker
   FNumber: 2.8
   out/photo.png : 37 x 33, 4 channel, uint8 png
   Make: Maker
   FNumber: 2.8
-  out/photo.sgi : 37 x 33, 3 channel, uint8 sgi
-  out/photo.tiff : 37 x 33, 3 channel, float tiff
-  Make: Maker
-  FNumber: 2.8
 
-OpenEXR holds colours that are multiplied by alpha.
+OpenEXR holds linear light, multiplied by alpha; what comes from there gets the curve of sRGB.
 
   $ noise 37x33 4 -d uint16 -o alpha.png
   $ export_it alpha.png -o out --format exr
-  $ alike 2e-5 --iconfig oiio:UnassociatedAlpha 1 alpha.png --premult out/alpha.exr
+  $ alike 2e-3 --iconfig oiio:UnassociatedAlpha 1 alpha.png --colorconvert sRGB linear --premult out/alpha.exr
+  $ noise 37x33 3 --colorconvert sRGB linear -d float -o light.exr
+  $ for format in tiff png; do
+  >   export_it light.exr -o out --format $format
+  >   alike 1e-3 light.exr --colorconvert linear sRGB out/light.$format
+  > done
+
+Formats that carry no profile get sRGB, also from WebP and HEIF, whose profiles OpenImageIO does not read; the others
+keep it. So does Adobe RGB that only Exif names. PSNR in tens of decibels, and the name of the profile.
+
+  $ icc=/usr/share/color/icc/ghostscript
+  $ psnr() { compare -metric PSNR "$1" "$2" null: 2>&1 | cut -c 1; }
+  $ oiiotool --pattern fill:topleft=0,0,.5:topright=1,0,.5:bottomleft=0,1,.5:bottomright=1,1,.2 64x48 3 -d uint8 \
+  >   --iccread $icc/a98.icc -o adobe.png
+  $ convert adobe.png -intent relative -profile $icc/srgb.icc srgb.png
+  $ heif-enc -q 100 -p chroma=444 adobe.png -o adobe-heif.heic > said 2>&1
+  $ convert adobe.png -define webp:lossless=true adobe-webp.webp
+  $ convert adobe.png +profile icc -quality 100 adobe-exif.jpg
+  $ exiftool -q -overwrite_original -ColorSpace#=65535 -InteropIndex='R03 - DCF option file (Adobe RGB)' adobe-exif.jpg
+  $ for pair in adobe.png,{webp,bmp,jp2,heic,avif,gif,png} adobe-{heif.heic,webp.webp,exif.jpg},{ppm,png}; do
+  >   output=out/$(basename ${pair%.*}).${pair#*,} && rm -f $output
+  >   export_it ${pair%,*} -o out --format ${pair#*,} && heif-convert $output seen.png > said 2>&1 || cp $output seen.png
+  >   echo "$pair $(psnr srgb.png seen.png) $(exiftool -s3 -ProfileDescription $output)"
+  > done
+  adobe.png,webp 4 
+  adobe.png,bmp 5 
+  adobe.png,jp2 5 
+  adobe.png,heic 3 
+  adobe.png,avif 3 
+  adobe.png,gif 3 
+  adobe.png,png 2 Artifex Software A98 ICC Profile
+  adobe-heif.heic,ppm 4 
+  adobe-heif.heic,png 2 Artifex Software A98 ICC Profile
+  adobe-webp.webp,ppm 5 
+  adobe-webp.webp,png 2 Artifex Software A98 ICC Profile
+  adobe-exif.jpg,ppm 4 
+  adobe-exif.jpg,png 2 Compatible with Adobe RGB (1998)
+  $ rm $TMPDIR/VOLK*
+  $ export_it adobe.png -o srgb --profile srgb && psnr srgb.png srgb/adobe.tiff && exiftool -s3 -ProfileDescription srgb/adobe.tiff
+  5
+  sRGB
+  $ export_it srgb.png -o file --profile $icc/a98.icc && exiftool -s3 -ProfileDescription file/srgb.tiff
+  Artifex Software A98 ICC Profile
+  $ convert file/srgb.tiff -intent relative -profile $icc/srgb.icc back.png && psnr srgb.png back.png
+  4
+
+Infinite samples and those that are no numbers stay where they are.
+
+  $ oiiotool light.exr --mulc inf -o inf.exr
+  $ export_it inf.exr -o out --format exr
+  $ cmp <(oiiotool --dumpdata inf.exr | tail -n +2) <(oiiotool --dumpdata out/inf.exr | tail -n +2)
 
 The camera's data, the profile and the turn as other programs read them.
 
@@ -81,7 +127,7 @@ The camera's data, the profile and the turn as other programs read them.
   ImageSize: 16x32
   Make: Maker
   FNumber: 2.8
-  RecommendedExposureIndex: 400
+  ISO: 400
   DateTimeOriginal: 2024:05:06 07:08:09
   Orientation: Horizontal (normal)
   ImageSize: 16x32
@@ -96,17 +142,52 @@ The camera's data, the profile and the turn as other programs read them.
   ISO: 400
   DateTimeOriginal: 2024:05:06 07:08:09
 
-CMYK comes out as RGB, without its profile.
+All that exiftool finds in the source goes where the format has a place for it; what is missing is named. Not so the
+place, or all of it, where the user says so.
+
+  $ noise 32x16 3 -d uint8 -o full.jpg && exiftool -q -overwrite_original -Make=Maker -ExposureTime=1/250 -UserComment='hällo' \
+  >   -OffsetTimeOriginal=+02:00 -GPSLatitude=48.2 -GPSLatitudeRef=N -GPSAltitude=512 -XMP-dc:Title='Ünïcode' \
+  >   -XMP-dc:Subject=a -XMP-dc:Subject=b -XMP-exif:GPSLatitude=48.2 -codedcharacterset=utf8 \
+  >   -IPTC:Caption-Abstract='Größe' full.jpg
+  $ tags() {
+  >   exiftool -G1 -s -IFD0:all -ExifIFD:all -GPS:all -XMP:all -IPTC:all --ColorSpace --YCbCrPositioning --Software --OriginatingProgram $1 | sort
+  > }
+  $ for format in jpg tiff png webp heic; do
+  >   export_it full.jpg -o full --format $format
+  >   echo $format: $(tags full.jpg | comm -23 - <(tags full/full.$format) | sed 's/.*\] *//; s/ *:.*//')
+  > done
+  jpg:
+  tiff:
+  png: ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion
+  webp: ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion
+  heic: ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion Subject Title XMPToolkit
+  $ for choice in no-gps none; do
+  >   export_it full.jpg -o $choice --format jpg --metadata $choice
+  >   exiftool -S -Make -Title '-*GPSL*' $choice/full.jpg
+  > done
+  Make: Maker
+  Title: Ünïcode
+
+CMYK comes out as sRGB, without its profile. One that cannot be used is replaced, and a warning says by which.
 
   $ { head -c 16 /dev/zero; printf CMYK; head -c 16 /dev/zero; printf acsp; head -c 92 /dev/zero; } > cmyk.icc
   $ noise 16x16 3 -d uint8 -o rgb.tif
   $ oiiotool rgb.tif --iccread cmyk.icc --attrib tiff:ColorSpace CMYK -o cmyk.tif
   $ export_it cmyk.tif -o out
+  cmyk.tif: CMYK without a usable profile: Artifex CMYK SWOP Profile is taken
   $ exiftool -S -q -SamplesPerPixel -ICC_Profile cmyk.tif out/cmyk.tiff
   SamplesPerPixel: 4
   ICC_Profile: (Binary data 132 bytes, use -b option to extract)
   SamplesPerPixel: 3
-  $ alike 0.02 rgb.tif out/cmyk.tiff
+  $ standard="-profile /usr/share/color/icc/ghostscript/default_cmyk.icc -profile /usr/share/color/icc/ghostscript/srgb.icc"
+  $ convert cmyk.tif +profile icc cmyk.jpg && convert cmyk.jpg cmyk-jpg.tif
+  $ export_it cmyk.jpg -o out --format png
+  cmyk.jpg: CMYK without a usable profile: Artifex CMYK SWOP Profile is taken
+  $ for pair in cmyk.tif,out/cmyk.tiff cmyk.jpg,out/cmyk.png; do
+  >   convert ${pair%,*} +profile icc $standard expected.png && compare -metric PSNR expected.png ${pair#*,} null: 2>&1 | cut -c 1
+  > done
+  3
+  3
 
 Every orientation comes out upright; the ninth is none.
 
@@ -131,6 +212,34 @@ Every orientation comes out upright; the ninth is none.
   9 (17, 9) True
   $ exiftool -q -if '$Orientation# != 1' -FileName upright
   [2]
+
+Turns and mirrors move every pixel and change none; a crop reaches the edges. WebP's orientation counts as well. Of
+several pages one is taken.
+
+  $ noise 16x16 3 -d uint8 -o half.png && noise 60x40 3 -d uint8 -o half2.png
+  $ while read options as; do
+  >   rm -rf out && export_it half2.png -o out --format png $options && oiiotool half2.png $as -o expected.png &&
+  >     same expected.png out/half2.png
+  > done << END
+  > --turn=90 --rotate90
+  > --turn=180 --rotate180
+  > --turn=270 --rotate270
+  > --turn=horizontal --flop
+  > --turn=vertical --flip
+  > --rotate=-90 --rotate270
+  > END
+  $ noise 900x600 3 -d uint8 -o wide.png && export_it wide.png -o out --rotate 0.5 && exiftool -s3 -ImageSize out/wide.tiff
+  888x592
+  $ convert half2.png -define webp:lossless=true turned.webp && exiftool -q -overwrite_original -n -Orientation=6 turned.webp
+  $ export_it turned.webp -o out --format png && oiiotool half2.png --rotate90 -o expected.png && same expected.png out/turned.png
+  $ oiiotool half2.png half.png --siappend -o pages.tif
+  $ for page in 1 2 3; do export_it pages.tif -o page$page --page $page; done
+  pages.tif: has 2 pages, of which the first is taken (--page)
+  pages.tif: has no page 3
+  file *output (glob)
+  pages.tif *failed (glob)
+  0 exported, 0 kept, 1 failed
+  $ same half2.png page1/pages.tiff && same half.png page2/pages.tiff
 
 What a format without alpha cannot hold stands on white.
 

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "exif.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFile>
+#include <QtCore/QSize>
+
+#include <string>
+#include <string_view>
+
+/// What a picture's file carries beside the pixels, as bytes in which nothing was reinterpreted.
+struct MetadataBlocks
+{
+    QByteArray profile;       ///< an ICC profile
+    std::optional<Exif> exif; ///< its directories, GPS included
+    QByteArray xmp;           ///< an XMP packet
+    QByteArray iptc;          ///< IPTC-IIM data sets
+};
+
+/// Reads the blocks of a JPEG, PNG, WebP or TIFF file, and the profile of a HEIF, AVIF or JPEG 2000
+/// file, whose other blocks OpenImageIO decodes. A block that is damaged is left out.
+MetadataBlocks readBlocks(const QString& path);
+
+/// Puts the Exif, XMP and IPTC of `blocks` in place of those that `file` has, a complete JPEG, PNG,
+/// WebP or TIFF file: each where the format has a place for it. HEIF and AVIF files get the Exif,
+/// in place of `exifPlaceholder`. Returns what went wrong; empty when nothing did, also for other
+/// formats, which stay as they are.
+QString writeBlocks(QFile& file, const MetadataBlocks& blocks, QSize size, bool hasAlpha);
+
+/// The description with which OpenImageIO must be told to write a HEIF or AVIF file, so that
+/// `writeBlocks` finds enough space for the Exif of `blocks` there: its writer of Exif in these
+/// files gives the byte order wrongly, and other programs see nothing.
+std::string exifPlaceholder(const MetadataBlocks& blocks);
+
+/// Whether `writeBlocks` writes all metadata of files of the OpenImageIO format `format`.
+bool takesBlocks(std::string_view format);
