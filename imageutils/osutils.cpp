@@ -264,10 +264,14 @@ QString OSUtils::generateUuid() { return QUuid::createUuid().toString(QUuid::Wit
 
 quint64 OSUtils::freeSpace(const QString& path)
 {
-    return quint64(QStorageInfo(path).bytesAvailable());
+    return neutralOnException("freeSpace",
+                              [&] { return quint64(QStorageInfo(path).bytesAvailable()); });
 }
 
-QString OSUtils::storageName(const QString& path) { return QStorageInfo(path).name(); }
+QString OSUtils::storageName(const QString& path)
+{
+    return neutralOnException("storageName", [&] { return QStorageInfo(path).name(); });
+}
 
 void OSUtils::setCursor(const QString& resourceUrl)
 {
