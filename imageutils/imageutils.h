@@ -65,7 +65,9 @@ public:
     // The order of the invokable operations fixes their indices in the meta-object: append, never
     // insert.
 
-    /// The local path of `url`; for a URL that is not local, its full text.
+    /// The local path of `url`; for a URL that is not local, its full text. It is the inverse of
+    /// `stringToUrl` for absolute local paths that begin with one slash: "//Data/a" names a host,
+    /// and a relative path such as "x:1.png" reads as a URL of the scheme "x".
     Q_INVOKABLE static QString urlToString(const QUrl& url);
 
     /// The `file:` URL of the local path `string`.
@@ -132,11 +134,11 @@ public:
     /// An invalid size (-1 x -1) and a warning when the header cannot be read, and for anything but
     /// a regular file.
     ///
-    /// The answer is OpenImageIO's. OpenImageIO decodes the pixels of some formats while it opens a
-    /// file, so these formats, recognised by the file's first bytes, have readers of their own. The
-    /// readers give the same size and turn as OpenImageIO for every complete file, and leave a file
-    /// to OpenImageIO if its header alone does not decide. They do not look at the pixels, so a
-    /// file that is cut off or damaged after a complete header has a size here:
+    /// JPEG, HEIC, AVIF and JPEG 2000 files, recognised by their first bytes whatever their name,
+    /// are read by readers of our own, because OpenImageIO decodes pixels of these formats while it
+    /// opens a file. They read bounded amounts of memory, and their answer or refusal is final.
+    /// They give the same size and turn as OpenImageIO for complete files; a file that is cut off
+    /// or damaged after a complete header has a size here. OpenImageIO reads all other formats:
     ///
     /// | format                      | OpenImageIO of such a file              | here            |
     /// |-----------------------------|-----------------------------------------|-----------------|
@@ -186,7 +188,9 @@ public:
     static quint64 hash(quint64 seed, const QVariantMap& params);
 
     /// The key of a parameter set, computed from its names and values in the order of the names, so
-    /// the order of insertion does not matter; 0 for an empty set. A value that `QVariant::toList`
+    /// the order of insertion does not matter; 0 for an empty set. The entries of a `QVariantHash`
+    /// count in the order of their names and those of a `QSet` in the order of their own keys, so
+    /// equal values have equal keys in every process. A value that `QVariant::toList`
     /// converts to a list that is not empty counts as that list: string lists, JSON arrays,
     /// `QList<int>`, texts (lists of their `QChar`s) and byte arrays (lists of bytes, a type
     /// without a rule).

@@ -147,7 +147,7 @@ void Batch::start(Slot& slot, Photograph& photograph)
     slot.worker->start({source.path, source.mayBeOutput, {}, m_memoryShare, m_options});
 }
 
-/// The first photograph that nobody has begun and that need not wait for another. Of those that
+/// The first photograph that no worker has begun and that need not wait for another. Of those that
 /// want the same name the first gets it, however long it takes. Names that were refused are done.
 Batch::Photograph* Batch::ready()
 {

@@ -38,7 +38,7 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         if (m_file.write(bytes) != bytes.size())
-            std::_Exit(1); // the program is gone, and nobody wants the rest
+            std::_Exit(1); // the program has ended, so the result is not needed
     }
 
 private:

@@ -84,7 +84,7 @@ void QuarterTurn::addXmp(std::string_view packet)
         const bool isTiff = packet.substr(start, at - start).ends_with("tiff:O"sv);
         const bool isExif = packet.substr(start, at - start).ends_with("exif:O"sv);
         at += name.size();
-        if (isEnd || isExif) // the latter, of some writers, counts for nobody
+        if (isEnd || isExif) // no reader honours exif:Orientation in XMP
             continue;
         std::string_view value = packet.substr(at, 4);
         if (value.starts_with("=\"") || value.starts_with("='"))

@@ -54,7 +54,7 @@ quint64 streamed(const QVariant& value)
 }
 
 /// One value of each kind, its hash, that as the value of a map (of the list it converts to), and
-/// how many lines the road through the data stream writes for both.
+/// how many lines the fallback to the data stream writes for both.
 struct Sample
 {
     const char* name;

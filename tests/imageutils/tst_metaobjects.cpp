@@ -124,7 +124,7 @@ void MetaObjectsTest::dispatchReachesAndPassesOn()
     void* arguments[] = {&result, const_cast<QString*>(&extension), const_cast<QString*>(&output)};
     QVERIFY(images.qt_metacall(QMetaObject::InvokeMetaMethod, offset + 15, arguments) < 0);
     QCOMPARE(result, NImageUtils::getExportExtension("dng", "png"));
-    arguments[0] = nullptr; // nobody wants the result
+    arguments[0] = nullptr; // the result is not used
     QVERIFY(images.qt_metacall(QMetaObject::InvokeMetaMethod, offset + 15, arguments) < 0);
     QCOMPARE(images.qt_metacall(QMetaObject::InvokeMetaMethod, offset + 23 + 4, arguments), 4);
 
