@@ -101,7 +101,10 @@ QList<Piece> webpChunks(QFile& file)
         const QByteArray head = bytesAt(file, offset, 8);
         if (head.size() < 8)
             break;
-        const qint64 end = offset + 8 + qFromLittleEndian<quint32>(head.constData() + 4);
+        quint32 size = 0;
+        for (qsizetype i = 7; i >= 4; --i) // lowest byte first
+            size = size << 8 | quint8(head.at(i));
+        const qint64 end = offset + 8 + size;
         result.append({head.left(4), offset, offset + 8, end});
         offset = end + end % 2;
     }
