@@ -89,10 +89,10 @@ cv::Mat probe()
 {
     constexpr int steps = 9;
     cv::Mat colours(1, steps * steps * steps, CV_32FC3);
-    for (int at = 0; at < colours.cols; ++at)
-        colours.at<cv::Vec3f>(at) =
-            cv::Vec3f(float(at % steps), float(at / steps % steps), float(at / steps / steps)) /
-            float(steps - 1);
+    for (int at = 0; at < colours.cols; ++at) {
+        const cv::Vec3i place(at % steps, at / steps % steps, at / steps / steps);
+        colours.at<cv::Vec3f>(at) = cv::Vec3f(place) / float(steps - 1);
+    }
     return colours;
 }
 

@@ -24,7 +24,7 @@ QStringList textsOf(const QJsonValue& value)
 {
     QStringList texts;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue& text : array)
+    for (const auto text : array)
         texts.append(text.toString());
     return texts;
 }

@@ -55,16 +55,18 @@ Function* hidden(Function*, const char* name)
 
 } // namespace
 
-#define HIDDEN(function) static const auto original = hidden(&function, #function)
+#define HIDDEN(function) static const auto original = hidden(&(function), #function)
 
 // Libraries must find these functions before those of the C library.
 #pragma GCC visibility push(default)
 extern "C" {
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names of the C library
 void* __libc_malloc(std::size_t);
 void* __libc_calloc(std::size_t, std::size_t);
 void* __libc_realloc(void*, std::size_t);
 void* __libc_memalign(std::size_t, std::size_t);
+// NOLINTEND(bugprone-reserved-identifier)
 
 void* malloc(std::size_t size) { return allocationFails() ? nullptr : __libc_malloc(size); }
 
