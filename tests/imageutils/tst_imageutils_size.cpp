@@ -51,7 +51,7 @@ void ImageUtilsSizeTest::recoversFromAMomentWithoutDescriptors()
 {
     writePicture(path("a.png"), 40, 30, 0, "png");
     LogCapture log;
-#ifndef __SANITIZE_ADDRESS__ // whose check of objects needs descriptors itself
+#ifndef __SANITIZE_ADDRESS__        // whose check of objects needs descriptors itself
     for (const int left : {0, 1}) { // for the file, not for the plug-in
         const FewDescriptors few(left);
         QCOMPARE(sizeOf("a.png"), few.isActive() ? QSize() : QSize(40, 30));
