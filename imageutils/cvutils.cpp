@@ -340,7 +340,9 @@ void CvUtils::imwrite(const QString& path, const cv::Mat& mat, int colorConversi
         qCritical() << "imwrite: OpenCV's codecs cannot be loaded:" << error.c_str();
         return;
     }
-    if (const std::exception_ptr exception = write(path.toStdString(), mat, colorConversion,
-                                                   double(alpha), double(beta), double(scale)))
-        std::rethrow_exception(exception);
+    std::exception_ptr thrown;
+    write(path.toStdString(), mat, colorConversion, double(alpha), double(beta), double(scale),
+          thrown);
+    if (thrown)
+        std::rethrow_exception(thrown);
 }

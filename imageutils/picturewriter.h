@@ -9,11 +9,11 @@ class Mat;
 }
 
 // What OpenCV's plug-in exports. No exception crosses the C function: the one that was thrown comes
-// back as its result, for the caller to throw again.
+// back in `thrown`, for the caller to throw again.
 extern "C" {
-using WriteBitmapFunction = std::exception_ptr(const std::string& utf8Path, const cv::Mat& mat,
-                                               int colorConversion, double alpha, double beta,
-                                               double scale) noexcept;
+using WriteBitmapFunction = void(const std::string& utf8Path, const cv::Mat& mat,
+                                 int colorConversion, double alpha, double beta, double scale,
+                                 std::exception_ptr& thrown) noexcept;
 }
 
 /// Scales `mat`, takes alpha times its values plus beta as bytes, converts the colours and calls

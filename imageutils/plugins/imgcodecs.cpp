@@ -9,9 +9,8 @@
 
 extern "C" IMAGEUTILS_EXPORT WriteBitmapFunction imageutilsPlugin;
 
-std::exception_ptr imageutilsPlugin(const std::string& utf8Path, const cv::Mat& mat,
-                                    int colorConversion, double alpha, double beta,
-                                    double scale) noexcept
+void imageutilsPlugin(const std::string& utf8Path, const cv::Mat& mat, int colorConversion,
+                      double alpha, double beta, double scale, std::exception_ptr& thrown) noexcept
 {
     try {
         cv::Mat working;
@@ -20,7 +19,6 @@ std::exception_ptr imageutilsPlugin(const std::string& utf8Path, const cv::Mat& 
         cv::cvtColor(working, working, colorConversion);
         cv::imwrite(utf8Path, working);
     } catch (...) {
-        return std::current_exception();
+        thrown = std::current_exception();
     }
-    return {};
 }

@@ -20,6 +20,7 @@ namespace {
 
 constexpr int notArmed = -1;
 constexpr unsigned timeLimit = 10; // seconds
+constexpr std::size_t answerBytes = 512;
 std::atomic<int> allocationsLeft = notArmed;
 std::atomic<int> fileCallsLeft = notArmed;
 int fileError = EIO;
@@ -185,9 +186,9 @@ std::string attempt(const std::function<std::string()>& operation)
     // QFile::open loses the descriptor it was given when an allocation in it fails.
     if (wrong.empty() && kind == FailingCalls::Kind::File && openDescriptors() != descriptors)
         wrong = "leaves a descriptor open";
-    if (write(answers, &failed, 1) != 1 || write(answers, wrong.data(), wrong.size()) < 0)
-        _exit(2);
-    _exit(0);
+    const std::string answer = failed + wrong.substr(0, answerBytes - 1);
+    // One write, which arrives as a whole because it is shorter than a pipe's buffer.
+    _exit(write(answers, answer.data(), answer.size()) == ssize_t(answer.size()) ? 0 : 2);
 }
 
 } // namespace
@@ -211,7 +212,7 @@ FailingCalls::Outcome FailingCalls::run(Kind kind, int call, int error,
         runChild(pipes[1], kind, call, error == 0 ? ENOMEM : error, operation);
     close(pipes[1]);
     Outcome outcome;
-    std::array<char, 512> answer = {};
+    std::array<char, answerBytes> answer = {};
     const ssize_t count = read(pipes[0], answer.data(), answer.size());
     close(pipes[0]);
     int status = 0;
