@@ -9,6 +9,16 @@ CheckedFile::CheckedFile(QFile& file)
     : IOProxy(file.fileName().toStdString(), IOProxy::Write), m_file(file)
 {}
 
+// Seeking passes on what is buffered. Where that fails the position stays, and writers that do not
+// look at the answer go on writing at the wrong place.
+bool CheckedFile::seek(int64_t offset)
+{
+    const bool isThere = m_file.seek(offset);
+    if (!isThere)
+        fail(m_file.errorString());
+    return isThere;
+}
+
 size_t CheckedFile::read(void* buffer, size_t size)
 {
     const qint64 count = m_file.read(static_cast<char*>(buffer), qint64(size));

@@ -20,7 +20,7 @@ public:
 
     const char* proxytype() const override { return "checked file"; }
     int64_t tell() override { return m_file.pos(); }
-    bool seek(int64_t offset) override { return m_file.seek(offset); }
+    bool seek(int64_t offset) override;
     size_t read(void* buffer, size_t size) override;
     size_t write(const void* buffer, size_t size) override;
     size_t size() const override { return size_t(m_file.size()); }
