@@ -6,12 +6,13 @@
 /// The memory that this process may map. Standard types only.
 namespace AddressSpace {
 
-/// Lets the process map `bytes` more than it has mapped now; an allocation beyond that fails. Does
+/// Limits the process to `bytes` more address space than it uses now; larger allocations fail. Does
 /// nothing where the system has no limit for address space.
 void limit(std::int64_t bytes);
 
-/// What a process needs beside pixels: libraries opened later, and a stack and an arena of the
-/// allocator for each thread of the libraries' pools. Most of it is mapped and never used.
+/// The address space, in bytes, that a process needs besides pixels: for libraries that are loaded
+/// later, and for a stack and an allocator arena of each pool thread. Most of it is mapped and
+/// never used.
 std::int64_t ownNeed();
 
 } // namespace AddressSpace

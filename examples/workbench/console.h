@@ -7,8 +7,9 @@ namespace Console {
 /// Whether the error output is a terminal that understands "\r" and the clearing of a line.
 bool errorsGoToTerminal();
 
-/// A descriptor of the standard output, which from now on nobody else writes to: what foreign code
-/// prints there goes to the error output.
+/// A new descriptor of the standard output. From now on, what other code in the process prints to
+/// the standard output goes to the error output, so that foreign libraries cannot damage our
+/// output.
 int takeStandardOutput();
 
 } // namespace Console

@@ -64,7 +64,8 @@ Planes turned(const Planes& planes, int orientation)
 
 Result<Planes> turnedAndCropped(const Planes& planes, double degrees)
 {
-    // Without whole turns, which would take the digits of the library's angle in single precision.
+    // Whole turns are removed first: the library's angle is in single precision, and a large one
+    // would have fewer digits after the point.
     const double turn = std::remainder(degrees, 360.0);
     if (const int orientation = orientationForTurn(turn); orientation != 0)
         return turned(planes, orientation);

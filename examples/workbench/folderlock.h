@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Keeps other runs of this program from giving names to files in a folder while it lives. A run
-/// that does not give the lock back within some seconds, as one that was stopped, is not waited
-/// for, and where the system cannot lock a folder nothing is locked: two runs may then write one
-/// picture each.
+/// A lock on a folder: while it is held, other runs of this program do not name files there.
+/// Waiting for it ends after some seconds, because the run that holds the lock may have been
+/// stopped. Where the system cannot lock a folder there is no lock, and two runs may each write a
+/// picture of their own.
 class FolderLock
 {
 public:

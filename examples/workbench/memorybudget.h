@@ -6,17 +6,18 @@
 #include <functional>
 #include <list>
 
-/// The memory that photographs in work may take together.
+/// The memory that the photographs being processed may take together.
 class MemoryBudget
 {
 public:
     explicit MemoryBudget(qint64 bytes) : m_bytes(bytes) {}
 
-    /// Calls `grant` when `bytes` are free, or when nothing is taken and they are more than there
-    /// are. Those who ask later wait behind, or small photographs would keep a large one out.
+    /// Calls `grant` when `bytes` are free. A request that exceeds the whole budget is granted when
+    /// nothing else is taken. Requests are granted in order; otherwise a stream of small
+    /// photographs would keep a large one waiting for ever.
     void take(const void* holder, qint64 bytes, std::function<void()> grant);
 
-    /// Ends what `holder` has, or waits for.
+    /// Returns what was granted to `holder`, or withdraws its request.
     void giveBack(const void* holder);
 
 private:

@@ -5,15 +5,15 @@
 
 #include <functional>
 
-/// Where the lines of Qt's message logger go, the library's among them.
+/// Decides where the lines of Qt's message logger go. The library's lines are among them.
 namespace Messages {
 
 /// From now on warnings go to the collector of their thread. Where a thread has none they go to
 /// `print`, and so do lines of information if `verbose`.
 void install(bool verbose, std::function<void(const QString&)> print);
 
-/// Keeps the warnings of its own thread while it lives, so that they can be said together with the
-/// file that they are about. One per thread.
+/// Collects the warnings of its own thread during its lifetime, so that they can be printed
+/// together with the file that they are about. A thread may have one collector.
 class Collector
 {
 public:

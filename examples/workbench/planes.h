@@ -5,8 +5,8 @@
 
 #include <opencv2/core.hpp>
 
-/// The planes of a picture in work: `CV_32FC3` colours and `CV_32FC1` alpha of the same size. All
-/// functions give new matrices, or the input's where nothing changes.
+/// The planes of a picture: `CV_32FC3` colours and `CV_32FC1` alpha of the same size. Functions
+/// return new matrices, or share those of the input when nothing changes.
 struct Planes
 {
     cv::Mat chroma;
@@ -20,14 +20,15 @@ inline QSize sizeOf(const Planes& planes) { return {planes.chroma.cols, planes.c
 /// Whether every sample of `alpha` is 1.
 bool isOpaque(const cv::Mat& alpha);
 
-/// The one channel of `alpha` three times, for what works on colours.
+/// `alpha` copied into three channels, for functions that take colours only.
 cv::Mat alphaAsColours(const cv::Mat& alpha);
 
-/// The first channel of `colours`, held between 0 and 1, which a cubic filter may leave.
+/// The first channel of `colours`, clamped to the range of 0 to 1, because a cubic filter may
+/// overshoot it.
 cv::Mat coloursAsAlpha(const cv::Mat& colours);
 
-/// `planes` with colours that are multiplied by alpha, or are not. Colours that nothing shows come
-/// back from the multiplication as 0.
+/// `planes` with colours that are multiplied by alpha (associated), or are not. Where alpha is 0,
+/// dividing by it is impossible, and the colours become 0.
 Planes associated(const Planes& planes, bool wanted);
 
 /// `planes` laid over white.

@@ -20,8 +20,8 @@ double factorToFit(int length, int limit)
     return limit > 0 ? double(limit) / length : std::numeric_limits<double>::infinity();
 }
 
-/// The library rounds sizes up and cuts at its caps: with the exact size as the cap it cuts the
-/// column or row that rounding up may have added, and nothing of the picture.
+/// The library rounds sizes up and crops to its caps. With the exact size as the cap, it crops only
+/// the column or row that rounding up may have added.
 cv::Mat resampledColours(const cv::Mat& colours, const Fit& fit, FilterShape filter)
 {
     const int height = fit.size.height();
@@ -59,8 +59,8 @@ Result<Planes> resampled(const Planes& planes, const Fit& fit,
     Planes result{resampledColours(source.chroma, fit, shape), {}, source.isAssociated};
     if (result.chroma.cols != fit.size.width() || result.chroma.rows != fit.size.height())
         return Failure{QStringLiteral("the library refused to resample by %1").arg(fit.factor)};
-    // By the library as well: another filter has its samples elsewhere, by up to half a pixel, and
-    // edges would get a fringe.
+    // Alpha goes through the library, too. Another filter places its samples up to half a pixel
+    // away, which would give edges a fringe.
     if (!source.alpha.empty())
         result.alpha = coloursAsAlpha(resampledColours(alphaAsColours(source.alpha), fit, shape));
     return associated(result, planes.isAssociated);

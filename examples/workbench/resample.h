@@ -14,8 +14,9 @@ struct Fit
     QSize size;
 };
 
-/// What `options` make of a picture of `size`: the wanted scale, or less where the whole picture
-/// would not fit into the wanted width and height. Refuses results of more than the wanted pixels.
+/// The size that `options` ask for, for a picture of `size`: the wanted scale, or a smaller one
+/// when the picture would exceed the wanted width and height. Fails if the result has more pixels
+/// than the options allow.
 Result<Fit> fitFor(QSize size, const Options& options);
 
 /// `planes` resampled to `fit` with `filter`, or with the one that suits the factor.

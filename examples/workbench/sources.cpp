@@ -14,8 +14,8 @@
 
 namespace {
 
-/// The entry `path` of a folder. Qt's own listing leaves names out that are no UTF-8, and what is
-/// left out without a word is lost.
+/// The entry `path` of a folder. Qt's own listing silently omits names that are not UTF-8, so the
+/// user would never learn that these photographs were not exported.
 Source sourceOf(const std::filesystem::path& path)
 {
     const std::u8string bytes = path.u8string();

@@ -3,9 +3,9 @@
 
 #include <QtCore/QString>
 
-/// The only writer to the standard and the error output: whole lines, and one line of progress that
-/// never mixes with them. May be called from any thread. Control characters of file names are
-/// written as U+FFFD, so that a line stays one line.
+/// All writing to the standard and the error output goes through these functions: whole lines, and
+/// one line of progress that never mixes with them. May be called from any thread. Control
+/// characters of file names are written as U+FFFD, so that a line stays one line.
 namespace Terminal {
 
 /// Writes one line to the standard output.

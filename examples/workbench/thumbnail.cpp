@@ -15,8 +15,8 @@ namespace {
 
 constexpr int longestSide = 512;
 
-/// A regular file may be an older thumbnail and is replaced; anything else at that name is not
-/// ours.
+/// A regular file may be an older thumbnail and is replaced. Anything else at that name was not
+/// written by this program and stays.
 bool makeWay(const QString& path)
 {
     const QFileInfo info(path);
@@ -65,7 +65,7 @@ Result<QString> writeThumbnail(const Planes& planes, const ColourTransform& toSR
     if (!makeWay(thumbnail))
         return Failure{QStringLiteral("%1 is in the way").arg(thumbnail)};
     AtomicFile::sweep(QFileInfo(thumbnail).path());
-    // The folder is everybody's, the picture is not.
+    // Every user can list the temporary folder, so only the owner may read the thumbnail.
     auto file = exportPicture(image, header, {}, thumbnail, AtomicFile::Access::OwnerOnly);
     return file ? (*file)->publish(thumbnail) : file.failure();
 }
