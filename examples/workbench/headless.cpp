@@ -144,7 +144,7 @@ void Batch::start(Slot& slot, Photograph& photograph)
         ++m_firstUntaken;
     slot.photograph = &photograph;
     const Source& source = photograph.source;
-    slot.worker->start({source.path, source.mayBeOutput, {}, m_memoryShare, m_options});
+    slot.worker->start(requestFor(source, m_options, m_memoryShare));
 }
 
 /// The first photograph that no worker has begun and that need not wait for another. Of those that

@@ -7,6 +7,7 @@
 #include "folderlock.h"
 #include "formats.h"
 #include "messages.h"
+#include "naming.h"
 #include "photograph.h"
 #include "resample.h"
 #include "thumbnail.h"
@@ -19,6 +20,7 @@
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QJsonDocument>
 
 #include <exception>
 #include <initializer_list>
@@ -66,54 +68,16 @@ QJsonObject tagsOf(const NExifToolMetadata& metadata)
     return tags;
 }
 
-/// The settings for pages, turns, colours and metadata. The content of a profile counts, not its
-/// name.
-QString colourSettingsText(const Options& options)
+/// Everything that changes the bytes of an output of the kind `extension`. Of a profile the content
+/// counts, not its name.
+QString settingsText(const ExportSettings& settings, const QString& extension)
 {
-    const Result<QByteArray> profile = Profiles::fromFile(options.profile);
+    const Result<QByteArray> profile = Profiles::fromFile(settings.profile);
     const QByteArray digest =
         profile ? QCryptographicHash::hash(*profile, QCryptographicHash::Sha256).toHex() : "";
-    return QStringLiteral(" page=%1 turn=%2 profile=%3%4 intent=%5 metadata=%6")
-        .arg(options.page)
-        .arg(options.turn)
-        .arg(options.profile, QString::fromLatin1(digest))
-        .arg(int(options.intent))
-        .arg(int(options.metadata));
-}
-
-/// The settings as a set of parameters, whose key says whether two runs ask for the same.
-QVariantMap parametersOf(const Options& options, const QString& extension)
-{
-    QVariantMap parameters{{QStringLiteral("format"), extension},
-                           {QStringLiteral("scale"), options.scale},
-                           {QStringLiteral("rotate"), options.rotate},
-                           {QStringLiteral("maxSize"), QSize(options.maxWidth, options.maxHeight)}};
-    const QString colours = colourSettingsText(options);
-    if (colours != colourSettingsText(Options()))
-        parameters.insert(QStringLiteral("colours"), colours);
-    if (Formats::hasQuality(extension))
-        parameters.insert(QStringLiteral("quality"), options.quality);
-    if (options.filter)
-        parameters.insert(QStringLiteral("filter"),
-                          QVariantList{options.filter->b, options.filter->c});
-    return parameters;
-}
-
-/// Everything that changes the bytes of an output of the kind `extension`.
-QString settingsText(const Options& options, const QString& extension, bool isBitmap)
-{
-    const FilterShape filter = options.filter.value_or(FilterShape{-1.0F, -1.0F});
-    return QStringLiteral("%1 bitmap=%2 scale=%3 fit=%4x%5 filter=%6,%7 quality=%8 rotate=%9")
-        .arg(extension)
-        .arg(int(isBitmap))
-        .arg(options.scale, 0, 'g', 17)
-        .arg(options.maxWidth)
-        .arg(options.maxHeight)
-        .arg(double(filter.b), 0, 'g', 9)
-        .arg(double(filter.c), 0, 'g', 9)
-        .arg(Formats::hasQuality(extension) ? options.quality : 0)
-        .arg(options.rotate, 0, 'g', 17)
-        .append(colourSettingsText(options));
+    return QString::fromUtf8(
+        QJsonDocument(recordedSettings(settings, extension)).toJson(QJsonDocument::Compact) +
+        digest);
 }
 
 /// One file that a photograph gives.
@@ -123,22 +87,14 @@ struct Output
     QString record;
 };
 
-Output outputOf(const QString& path, const Options& options, const QString& extension,
-                bool isBitmap)
-{
-    const QString name = NImageUtils::getBaseName(path) + QLatin1Char('.') + extension;
-    return {QDir(options.outputFolder).filePath(name),
-            ExportRecord::recordFor(path, settingsText(options, extension, isBitmap))};
-}
-
 /// The bytes that the pixels of a photograph take while it is in work, as measured.
-qint64 memoryFor(QSize source, QSize output, const Options& options)
+qint64 memoryFor(QSize source, QSize output, const ExportSettings& settings)
 {
     constexpr qint64 bytesPerPixel = 24;
     constexpr qint64 bytesPerTurnedPixel = 64;
     constexpr qint64 bytesPerOutputPixel = 64;
     const auto pixels = [](QSize size) { return qint64(size.width()) * size.height(); };
-    return pixels(source) * (options.rotate == 0.0 ? bytesPerPixel : bytesPerTurnedPixel) +
+    return pixels(source) * (settings.rotate == 0.0 ? bytesPerPixel : bytesPerTurnedPixel) +
            pixels(output) * bytesPerOutputPixel;
 }
 
@@ -146,7 +102,8 @@ class Job
 {
 public:
     Job(const Request& request, const JobContext& context, JobResult& result)
-        : m_request(request), m_options(request.options), m_context(context), m_result(result)
+        : m_request(request), m_settings(request.options.settings), m_context(context),
+          m_result(result)
     {}
 
     Refusal run();
@@ -161,6 +118,7 @@ private:
 
     Refusal readHeader();
     Refusal planOutputs();
+    Output outputOf(const QString& extension, bool isBitmap) const;
     bool findKept();
     Refusal decode();
     Refusal split();
@@ -174,7 +132,7 @@ private:
                     QString& path);
 
     const Request& m_request;
-    const Options& m_options;
+    const ExportSettings& m_settings;
     const JobContext& m_context;
     JobResult& m_result;
 
@@ -214,7 +172,7 @@ Refusal Job::run()
         return refusal;
     if (findKept())
         return {};
-    m_context.takeMemory(memoryFor(m_result.size, m_outputSize, m_options));
+    m_context.takeMemory(memoryFor(m_result.size, m_outputSize, m_settings));
     return take({{Step::Decode, &Job::decode},
                  {Step::Split, &Job::split},
                  {Step::Analyse, &Job::analyse},
@@ -227,7 +185,7 @@ Refusal Job::run()
 Refusal Job::take(std::initializer_list<Stage> stages)
 {
     for (const auto& [name, work] : stages) {
-        if (name == Step::Bitmap && !m_options.bitmap)
+        if (name == Step::Bitmap && !m_settings.bitmap)
             continue;
         if (Refusal refusal = step(name, work))
             return refusal;
@@ -241,9 +199,11 @@ Refusal Job::readHeader()
     if (!m_result.size.isValid())
         return Failure{QStringLiteral("has no header that can be read")};
     if (Refusal refusal =
-            refuseSize(m_result.size.width(), m_result.size.height(), m_options.maxPixels))
+            refuseSize(m_result.size.width(), m_result.size.height(), m_settings.maxPixels))
         return refusal;
-    const Result<Fit> fit = fitFor(m_result.size, m_options);
+    const bool isTransposed = m_settings.turn > 4; // as Exif orientations are numbered
+    const Result<Fit> fit =
+        fitFor(isTransposed ? m_result.size.transposed() : m_result.size, m_settings);
     if (!fit)
         return fit.failure();
     m_outputSize = fit->size;
@@ -255,29 +215,36 @@ Refusal Job::readHeader()
 
 Refusal Job::planOutputs()
 {
-    const QString source = NImageUtils::getExtension(m_result.path);
-    const QString extension =
-        NImageUtils::getExportExtension(source, m_options.format, true); // raw files are developed
+    const QString extension = Naming::extensionOf(m_result.path, m_settings);
     m_writer = writerFor(extension);
     if (!m_writer)
         return Failure{
             QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
-    if (m_options.rotate == 0.0) // what a crop leaves is looked at when it is known
+    if (m_settings.rotate == 0.0) // what a crop leaves is looked at when it is known
         if (Refusal refusal = refuseForFormat(extension, m_outputSize))
             return refusal;
-    m_result.key = NImageUtils::hashParams(parametersOf(m_options, extension));
-    m_picture = outputOf(m_result.path, m_options, extension, false);
-    m_bitmap = outputOf(m_result.path, m_options, QStringLiteral("bmp"), true);
+    m_result.key = NImageUtils::hashParams(recordedSettings(m_settings, extension).toVariantMap());
+    m_picture = outputOf(extension, false);
+    m_bitmap = outputOf(QStringLiteral("bmp"), true);
     return {};
+}
+
+Output Job::outputOf(const QString& extension, bool isBitmap) const
+{
+    const Source source{m_result.path, {}, false, m_request.subfolder, m_request.number};
+    const QString text =
+        settingsText(m_settings, extension) + (isBitmap ? QStringLiteral(" bitmap") : QString());
+    return {Naming::pathOf(source, m_settings, extension),
+            ExportRecord::recordFor(m_result.path, text)};
 }
 
 bool Job::findKept()
 {
     m_result.output = ExportRecord::find(m_picture.wantedPath, m_picture.record);
-    if (m_options.bitmap)
+    if (m_settings.bitmap)
         m_result.bitmap = ExportRecord::find(m_bitmap.wantedPath, m_bitmap.record);
     m_result.isKept = !m_result.output.isEmpty() &&
-                      (!m_options.bitmap || !m_result.bitmap.isEmpty()) && !m_isThumbnailDue;
+                      (!m_settings.bitmap || !m_result.bitmap.isEmpty()) && !m_isThumbnailDue;
     if (!m_result.output.isEmpty())
         m_result.outputSize = NImageUtils::imageSize(m_result.output);
     return m_result.isKept;
@@ -286,7 +253,7 @@ bool Job::findKept()
 Refusal Job::decode()
 {
     Result<Photograph> photograph =
-        readPhotograph(m_result.path, {m_options.maxPixels, m_options.page, m_options.intent});
+        readPhotograph(m_result.path, {m_settings.maxPixels, m_settings.page, m_settings.intent});
     if (!photograph)
         return photograph.failure();
     m_photograph = std::move(*photograph);
@@ -295,7 +262,7 @@ Refusal Job::decode()
     m_result.warnings.append(m_photograph.warnings);
     m_layout = layoutFor(*m_writer, m_photograph);
     const Result<ColourPlan> plan =
-        planColours(*m_writer, m_photograph, m_layout, m_options.profile, m_options.intent);
+        planColours(*m_writer, m_photograph, m_layout, m_settings.profile, m_settings.intent);
     if (!plan)
         return plan.failure();
     m_colours = *plan;
@@ -324,14 +291,14 @@ Refusal Job::resample()
     if (m_isThumbnailDue)
         writeThumbnailBeside();
     const Result<Planes> cropped =
-        turnedAndCropped(turned(m_planes, m_options.turn), m_options.rotate);
+        turnedAndCropped(turned(m_planes, m_settings.turn), m_settings.rotate);
     if (!cropped)
         return cropped.failure();
     m_planes = *cropped;
-    const Result<Fit> fit = fitFor(sizeOf(m_planes), m_options);
+    const Result<Fit> fit = fitFor(sizeOf(m_planes), m_settings);
     if (!fit)
         return fit.failure();
-    Result<Planes> planes = resampled(m_planes, *fit, m_options.filter);
+    Result<Planes> planes = resampled(m_planes, *fit, m_settings.filter);
     if (!planes)
         return planes.failure();
     m_planes = std::move(*planes);
@@ -342,8 +309,9 @@ Refusal Job::resample()
 /// A thumbnail that cannot be written is no reason to lose the photograph.
 void Job::writeThumbnailBeside()
 {
-    const Result<QString> thumbnail = writeThumbnail(
-        m_planes, toSRgb(m_photograph.colours, m_options.intent), m_result.path, m_options.quality);
+    const Result<QString> thumbnail =
+        writeThumbnail(m_planes, toSRgb(m_photograph.colours, m_settings.intent), m_result.path,
+                       m_settings.quality);
     if (thumbnail)
         m_result.thumbnail = *thumbnail;
     else
@@ -355,7 +323,7 @@ Refusal Job::writeBitmap()
 {
     if (!m_result.bitmap.isEmpty())
         return {}; // it was kept
-    const ColourTransform transform = toSRgb(m_photograph.colours, m_options.intent);
+    const ColourTransform transform = toSRgb(m_photograph.colours, m_settings.intent);
     return publish(
         exportBitmap(overWhite(transform.converted(m_planes)).chroma, m_bitmap.wantedPath),
         m_bitmap, m_result.bitmap);
@@ -377,10 +345,10 @@ Refusal Job::write()
     if (!m_result.output.isEmpty())
         return {}; // it was kept
     const OIIO::ImageSpec header =
-        headerFor(*m_writer, m_photograph, m_layout, m_colours, m_image.size(), m_options.quality,
-                  m_options.metadata, m_picture.record);
+        headerFor(*m_writer, m_photograph, m_layout, m_colours, m_image.size(), m_settings.quality,
+                  m_settings.metadata, m_picture.record);
     const MetadataBlocks blocks =
-        exportedBlocks(m_photograph.blocks, m_options.metadata,
+        exportedBlocks(m_photograph.blocks, m_settings.metadata,
                        {m_image.size(), m_colours.isSRgb, m_picture.record});
     return publish(exportPicture(m_image, header, blocks, m_picture.wantedPath), m_picture,
                    m_result.output);

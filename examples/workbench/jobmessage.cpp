@@ -29,50 +29,20 @@ QStringList textsOf(const QJsonValue& value)
     return texts;
 }
 
+/// Only what a photograph depends on.
 QJsonObject jsonOf(const Options& options)
 {
-    QJsonObject object{{"outputFolder", options.outputFolder},
-                       {"format", options.format},
-                       {"scale", options.scale},
-                       {"rotate", options.rotate},
-                       {"maxWidth", options.maxWidth},
-                       {"maxHeight", options.maxHeight},
-                       {"quality", options.quality},
-                       {"page", options.page},
-                       {"turn", options.turn},
-                       {"profile", options.profile},
-                       {"intent", int(options.intent)},
-                       {"metadata", int(options.metadata)},
-                       {"maxPixels", options.maxPixels},
-                       {"bitmap", options.bitmap},
-                       {"verbose", options.verbose}};
-    if (options.filter)
-        object.insert("filter", QJsonArray{double(options.filter->b), double(options.filter->c)});
-    return object;
+    return {{"settings", jsonOf(options.settings)},
+            {"isDryRun", options.isDryRun},
+            {"verbose", options.verbose}};
 }
 
-/// Only what a photograph depends on.
 Options optionsOf(const QJsonValue& json)
 {
     Options options;
-    options.outputFolder = json["outputFolder"].toString();
-    options.format = json["format"].toString();
-    options.scale = json["scale"].toDouble();
-    options.rotate = json["rotate"].toDouble();
-    options.maxWidth = json["maxWidth"].toInt();
-    options.maxHeight = json["maxHeight"].toInt();
-    options.quality = json["quality"].toInt();
-    options.page = json["page"].toInt(1);
-    options.turn = json["turn"].toInt(1);
-    options.profile = json["profile"].toString();
-    options.intent = Intent(json["intent"].toInt());
-    options.metadata = MetadataChoice(json["metadata"].toInt());
-    options.maxPixels = json["maxPixels"].toInteger();
-    options.bitmap = json["bitmap"].toBool();
+    options.settings = settingsOf(json["settings"].toObject());
+    options.isDryRun = json["isDryRun"].toBool();
     options.verbose = json["verbose"].toBool();
-    const QJsonValue filter = json["filter"];
-    if (filter.isArray())
-        options.filter = FilterShape{float(filter[0].toDouble()), float(filter[1].toDouble())};
     return options;
 }
 
@@ -131,9 +101,17 @@ QByteArray lineOf(const QJsonObject& object)
 
 } // namespace
 
+Request requestFor(const Source& source, const Options& options, qint64 memoryShare)
+{
+    return {source.path, source.mayBeOutput, {},           memoryShare,
+            options,     source.subfolder,   source.number};
+}
+
 QByteArray lineOf(const Request& request)
 {
     return lineOf(QJsonObject{{"path", request.path},
+                              {"subfolder", request.subfolder},
+                              {"number", request.number},
                               {"mayBeOutput", request.mayBeOutput},
                               {"preview", jsonOf(request.preview)},
                               {"memoryShare", request.memoryShare},
@@ -143,8 +121,10 @@ QByteArray lineOf(const Request& request)
 Request requestOf(const QByteArray& line)
 {
     const QJsonObject json = QJsonDocument::fromJson(line).object();
-    return {json["path"].toString(), json["mayBeOutput"].toBool(), sizeOf(json["preview"]),
-            json["memoryShare"].toInteger(), optionsOf(json["options"])};
+    return {json["path"].toString(),    json["mayBeOutput"].toBool(),
+            sizeOf(json["preview"]),    json["memoryShare"].toInteger(),
+            optionsOf(json["options"]), json["subfolder"].toString(),
+            json["number"].toInt()};
 }
 
 QByteArray lineOf(const Message& message)

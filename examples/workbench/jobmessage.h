@@ -3,6 +3,7 @@
 
 #include "jobresult.h"
 #include "options.h"
+#include "sources.h"
 
 #include <QtCore/QByteArray>
 
@@ -18,6 +19,8 @@ struct Request
     QSize preview{};          ///< the largest size to be shown; invalid for an export
     qint64 memoryShare = 0;   ///< bytes that a worker may use without asking
     Options options{};
+    QString subfolder{}; ///< as in Source
+    int number = 0;      ///< as in Source
 };
 
 struct Message
@@ -37,6 +40,9 @@ struct Message
     QSize size{};
     JobResult result{};
 };
+
+/// The request to export `source` with `options`.
+Request requestFor(const Source& source, const Options& options, qint64 memoryShare);
 
 /// The line for `request`, with its line feed.
 QByteArray lineOf(const Request& request);

@@ -98,11 +98,9 @@ private:
 /// What a command line without photographs asks for.
 std::optional<int> answer(const CommandLine& line)
 {
-    if (line.wantsHelp)
-        for (const QString& text : helpText().trimmed().split(QLatin1Char('\n')))
+    if (!line.page.isEmpty())
+        for (const QString& text : pageText(line.page).split(QLatin1Char('\n')))
             Terminal::printLine(text);
-    else if (line.wantsVersion)
-        Terminal::printLine(QStringLiteral("imageutils-workbench " WORKBENCH_VERSION));
     else if (!line.error.isEmpty())
         Terminal::printError(
             QStringLiteral("imageutils-workbench: %1 (see --help)").arg(line.error));
@@ -111,7 +109,7 @@ std::optional<int> answer(const CommandLine& line)
             Terminal::printLine(text);
     else
         return {};
-    return line.wantsHelp || line.wantsVersion || line.error.isEmpty() ? 0 : wrongUsage;
+    return !line.page.isEmpty() || line.error.isEmpty() ? 0 : wrongUsage;
 }
 
 } // namespace
@@ -125,8 +123,8 @@ int main(int argc, char** argv)
     const CommandLine line = readCommandLine(arguments.all);
     Messages::install(line.options.verbose, Terminal::printError);
 
-    const bool isWindowed = line.error.isEmpty() && !line.wantsHelp && !line.wantsVersion &&
-                            !line.wantsMachine && !line.options.headless && hasDisplay();
+    const bool isWindowed = line.error.isEmpty() && line.page.isEmpty() && !line.wantsMachine &&
+                            !line.options.headless && hasDisplay();
     const std::unique_ptr<QCoreApplication> application(
         isWindowed ? new QGuiApplication(argc, argv) : new QCoreApplication(argc, argv));
     QCoreApplication::setApplicationName(QStringLiteral("imageutils-workbench"));
@@ -143,8 +141,8 @@ int main(int argc, char** argv)
         return wrongUsage;
     }
     const QList<Source> sources =
-        findSources(paths, arguments.undecodable, line.options.outputFolder);
-    const OutputFolder folder(line.options.outputFolder);
+        findSources(paths, arguments.undecodable, line.options.settings.outputFolder);
+    const OutputFolder folder(line.options.settings.outputFolder);
     if (!folder.failure().isEmpty()) {
         Terminal::printError(QLatin1String("imageutils-workbench: ") + folder.failure());
         return wrongUsage;

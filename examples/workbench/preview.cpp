@@ -13,10 +13,10 @@ namespace {
 
 QImage fitted(const Photograph& photograph, QSize bounds)
 {
-    Options options;
-    options.maxWidth = bounds.width();
-    options.maxHeight = bounds.height();
-    const auto fit = fitFor(uprightSize(photograph), options);
+    ExportSettings settings;
+    settings.maxWidth = bounds.width();
+    settings.maxHeight = bounds.height();
+    const auto fit = fitFor(uprightSize(photograph), settings);
     PixelBuffer buffer;
     const auto planes = splitPhotograph(photograph, buffer);
     if (!fit || !planes)

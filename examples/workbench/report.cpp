@@ -131,7 +131,7 @@ Report::Report(const Options& options, const QList<Source>& sources) : m_isJson(
     m_columns.push_back({QStringLiteral("file"), std::min(width, limit), false,
                          [](const JobResult& r) { return NImageUtils::getFilename(r.path); }});
     if (options.verbose)
-        addAllColumns(options.bitmap);
+        addAllColumns(options.settings.bitmap);
     else
         addShortColumns();
     printRow([](const Column& column) { return column.head; });

@@ -15,9 +15,53 @@ constexpr FilterShape unchanged{0.0F, 0.0F};      // at a factor of 1 every pixe
 constexpr FilterShape smooth{1.0F / 3, 1.0F / 3}; // neither rings nor blurs much
 constexpr float largestStep = 2.0F;               // of enlarging
 
-double factorToFit(int length, int limit)
+constexpr double unlimited = std::numeric_limits<double>::infinity();
+
+double factorToFit(int length, int limit) { return limit > 0 ? double(limit) / length : unlimited; }
+
+/// The factor that the user wants, whatever the limits.
+double wantedFactor(QSize size, const ExportSettings& settings)
 {
-    return limit > 0 ? double(limit) / length : std::numeric_limits<double>::infinity();
+    const double across = factorToFit(size.width(), settings.box.width());
+    const double down = factorToFit(size.height(), settings.box.height());
+    switch (settings.sizeChoice) {
+    case SizeChoice::Scale:
+        return settings.scale;
+    case SizeChoice::LongEdge:
+        return factorToFit(std::max(size.width(), size.height()), settings.longEdge);
+    case SizeChoice::Fit:
+        return std::min(across, down);
+    case SizeChoice::Fill:
+        return std::max(across, down);
+    }
+    return 1.0;
+}
+
+/// The middle of a picture of `size`, in the shape of the box that it is to fill.
+Fit fillFor(QSize size, const ExportSettings& settings)
+{
+    const double factor = wantedFactor(size, settings);
+    const auto side = [factor](int length, int wanted) {
+        return std::clamp(int(std::round(wanted / factor)), 1, length);
+    };
+    const QSize part(side(size.width(), settings.box.width()),
+                     side(size.height(), settings.box.height()));
+    const QRect crop(QPoint(size.width() - part.width(), size.height() - part.height()) / 2, part);
+    if (factor > 1.0 && !settings.mayEnlarge)
+        return {1.0, part, crop};
+    // Of a part in whole pixels the sides may differ a little in what they need.
+    return {std::max(factorToFit(part.width(), settings.box.width()),
+                     factorToFit(part.height(), settings.box.height())),
+            settings.box, crop};
+}
+
+Planes cropped(const Planes& planes, const QRect& crop)
+{
+    if (crop.size() == sizeOf(planes))
+        return planes;
+    const cv::Rect part(crop.x(), crop.y(), crop.width(), crop.height());
+    return {planes.chroma(part), planes.alpha.empty() ? cv::Mat() : planes.alpha(part),
+            planes.isAssociated};
 }
 
 /// The library rounds sizes up and crops to its caps. With the exact size as the cap, it crops only
@@ -33,20 +77,29 @@ cv::Mat resampledColours(const cv::Mat& colours, const Fit& fit, FilterShape fil
 
 } // namespace
 
-Result<Fit> fitFor(QSize size, const Options& options)
+Result<Fit> fitFor(QSize size, const ExportSettings& settings)
 {
-    const double factor = std::min({options.scale, factorToFit(size.width(), options.maxWidth),
-                                    factorToFit(size.height(), options.maxHeight)});
+    if (settings.sizeChoice == SizeChoice::Fill) {
+        const Fit fit = fillFor(size, settings);
+        if (auto refusal = refuseSize(fit.size.width(), fit.size.height(), settings.maxPixels))
+            return *refusal;
+        return fit;
+    }
+    const double factor =
+        std::min({wantedFactor(size, settings), settings.mayEnlarge ? unlimited : 1.0,
+                  factorToFit(size.width(), settings.maxWidth),
+                  factorToFit(size.height(), settings.maxHeight)});
     const double width = std::max(1.0, std::round(size.width() * factor));
     const double height = std::max(1.0, std::round(size.height() * factor));
-    if (auto refusal = refuseSize(width, height, options.maxPixels))
+    if (auto refusal = refuseSize(width, height, settings.maxPixels))
         return *refusal;
-    return Fit{factor, QSize(int(width), int(height))};
+    return Fit{factor, QSize(int(width), int(height)), QRect(QPoint(), size)};
 }
 
-Result<Planes> resampled(const Planes& planes, const Fit& fit,
+Result<Planes> resampled(const Planes& whole, const Fit& fit,
                          const std::optional<FilterShape>& filter)
 {
+    const Planes planes = cropped(whole, fit.crop);
     const FilterShape shape = filter.value_or(fit.factor == 1.0 ? unchanged : smooth);
     const bool mixesPixels = fit.factor != 1.0 || shape.b != 0.0F || shape.c != 0.0F;
     // The filter would multiply by 0, which makes NaN of infinite samples and of their neighbours.

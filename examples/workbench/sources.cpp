@@ -69,6 +69,8 @@ QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecod
         else
             sources.append({path, {}});
     }
+    for (qsizetype i = 0; i < sources.size(); ++i)
+        sources[i].number = int(i) + 1;
     return sources;
 }
 

@@ -11,6 +11,8 @@ struct Source
     QString path;
     QString refusal{};        ///< why it cannot be one; empty for a photograph
     bool mayBeOutput = false; ///< is passed over when an earlier run wrote it
+    QString subfolder{};      ///< of the folder that was named, in which --recursive found it
+    int number = 0;           ///< its place in the run, from 1 on
 };
 
 /// What the user's arguments `paths` name: files as they are, folders as their photographs in the

@@ -48,9 +48,9 @@ Result<QString> writeThumbnail(const Planes& planes, const ColourTransform& toSR
                                const QString& path, int quality)
 {
     const QString thumbnail = thumbnailPath(path);
-    Options options;
-    options.maxWidth = options.maxHeight = longestSide;
-    const Result<Fit> fit = fitFor(sizeOf(planes), options);
+    ExportSettings settings;
+    settings.maxWidth = settings.maxHeight = longestSide;
+    const Result<Fit> fit = fitFor(sizeOf(planes), settings);
     if (!fit)
         return fit.failure();
     Result<Planes> small = resampled(planes, *fit, {});

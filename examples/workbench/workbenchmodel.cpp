@@ -68,7 +68,7 @@ void WorkbenchModel::append(const QList<Source>& sources)
 
 void WorkbenchModel::add(const QStringList& paths)
 {
-    const QList<Source> sources = findSources(paths, {}, m_options.outputFolder);
+    const QList<Source> sources = findSources(paths, {}, m_options.settings.outputFolder);
     if (sources.isEmpty())
         return;
     beginInsertRows({}, count(), count() + int(sources.size()) - 1);
@@ -85,7 +85,7 @@ void WorkbenchModel::startNext()
         return;
     const Source& source = m_entries.at(m_current).source;
     if (source.refusal.isEmpty()) {
-        m_worker.start({source.path, source.mayBeOutput, {}, m_memoryShare, m_options});
+        m_worker.start(requestFor(source, m_options, m_memoryShare));
         return;
     }
     JobResult result;
@@ -126,7 +126,7 @@ void WorkbenchModel::changed(int row)
 
 QString WorkbenchModel::outputFolder() const
 {
-    return QFileInfo(m_options.outputFolder).absoluteFilePath();
+    return QFileInfo(m_options.settings.outputFolder).absoluteFilePath();
 }
 
 int WorkbenchModel::rowCount(const QModelIndex& parent) const

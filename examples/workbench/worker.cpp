@@ -19,8 +19,8 @@ constexpr int killSignal = 9; // of the system when memory runs out
 QString culprit(Step step, const Request& request)
 {
     const QString source = QFileInfo(request.path).suffix().toUpper();
-    const bool isPreserved = request.options.format == QLatin1String("preserve");
-    const QString target = isPreserved ? source : request.options.format.toUpper();
+    const bool isPreserved = request.options.settings.format == QLatin1String("preserve");
+    const QString target = isPreserved ? source : request.options.settings.format.toUpper();
     switch (step) {
     case Step::Header:
     case Step::Decode:

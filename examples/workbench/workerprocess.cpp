@@ -161,7 +161,8 @@ int Process::run()
 void Process::showPreview(const Request& request)
 {
     AddressSpace::limit(AddressSpace::ownNeed() + request.memoryShare);
-    const QImage image = previewOf(request.path, request.preview, request.options.maxPixels);
+    const QImage image =
+        previewOf(request.path, request.preview, request.options.settings.maxPixels);
     send({Message::Kind::Preview, {}, image.sizeInBytes(), {}, image.size()});
     m_outbox.send(QByteArray::fromRawData(reinterpret_cast<const char*>(image.constBits()),
                                           image.sizeInBytes()));

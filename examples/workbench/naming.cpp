@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "naming.h"
+
+#include "exportsettings.h"
+#include "sources.h"
+
+#include <imageutils/imageutils.h>
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
+
+namespace {
+
+constexpr int digitsOfNumber = 4;
+
+const QRegularExpression& field()
+{
+    static const QRegularExpression expression(QStringLiteral("\\{([^{}]*)\\}"));
+    return expression;
+}
+
+QString valueOf(const QString& name, const Source& source)
+{
+    if (name == QLatin1String("name"))
+        return NImageUtils::getBaseName(source.path);
+    if (name == QLatin1String("folder"))
+        return QFileInfo(source.path).absoluteDir().dirName();
+    return QString::number(source.number).rightJustified(digitsOfNumber, QLatin1Char('0'));
+}
+
+/// In one pass, so that braces in the name of a photograph are no fields.
+QString nameOf(const Source& source, const QString& nameTemplate)
+{
+    QString name;
+    qsizetype end = 0;
+    for (auto match = field().globalMatch(nameTemplate); match.hasNext();) {
+        const QRegularExpressionMatch found = match.next();
+        name += nameTemplate.mid(end, found.capturedStart() - end);
+        name += valueOf(found.captured(1), source);
+        end = found.capturedEnd();
+    }
+    return name + nameTemplate.mid(end);
+}
+
+} // namespace
+
+QString Naming::problemOf(const QString& nameTemplate)
+{
+    static const QRegularExpression known(QStringLiteral("\\{(name|folder|number)\\}"));
+    static const QRegularExpression foreign(QStringLiteral("[{}/\\\\\\x00-\\x1f]"));
+    if (QString(nameTemplate).remove(known).contains(foreign))
+        return QStringLiteral("a name may have the fields {name}, {folder} and {number}, and "
+                              "neither slashes nor other braces, unlike \"%1\"")
+            .arg(nameTemplate);
+    if (!nameTemplate.contains(QLatin1String("{name}")) &&
+        !nameTemplate.contains(QLatin1String("{number}")))
+        return QStringLiteral("a name needs {name} or {number}, unlike \"%1\"").arg(nameTemplate);
+    if (nameTemplate.startsWith(QLatin1Char('.')))
+        return QStringLiteral("the name \"%1\" would hide the outputs").arg(nameTemplate);
+    return {};
+}
+
+QString Naming::pathOf(const Source& source, const ExportSettings& settings,
+                       const QString& extension)
+{
+    const QDir folder(QDir(settings.outputFolder).filePath(source.subfolder));
+    return folder.filePath(nameOf(source, settings.nameTemplate) + QLatin1Char('.') + extension);
+}
+
+QString Naming::extensionOf(const QString& path, const ExportSettings& settings)
+{
+    return NImageUtils::getExportExtension(NImageUtils::getExtension(path), settings.format, true);
+}
