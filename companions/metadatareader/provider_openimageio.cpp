@@ -376,6 +376,10 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
     // Without one of Exif it is the comment of a program.
     if (format == "jpeg" && !hasDescription(exif.get()))
         facts.values.remove(QStringLiteral("ImageDescription"));
+    // Width and height are those of the picture as HEIF's own properties turn it, which is what
+    // libheif decodes; OpenImageIO 2.5 adds the orientation of the Exif block, and 2.4 does not.
+    if (format == "heif")
+        facts.values.remove(QStringLiteral("Orientation"));
     const QString preview = previewOf(exif.get());
     if (!preview.isEmpty())
         facts.values.insert(QStringLiteral("thumbnail"), preview);

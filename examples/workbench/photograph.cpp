@@ -80,6 +80,10 @@ void readMetadataOf(Photograph& photograph, const QString& path, const std::stri
         const QByteArray exif = exifBlock(*blocks.exif);
         OIIO::decode_exif(OIIO::string_view(exif.constData(), std::size_t(exif.size())), spec);
     }
+    // libheif has turned the picture by HEIF's own properties, which alone count. OpenImageIO 2.4
+    // leaves out the orientation of the Exif block, and 2.5 does not.
+    if (format == "heif")
+        spec.erase_attribute("Orientation");
     if (!blocks.exif)
         blocks.exif = decodedExif(spec);
     if (takesBlocks(format))

@@ -67,7 +67,8 @@ OpenEXR holds linear light, multiplied by alpha; what comes from there gets the 
   > done
 
 Formats that carry no profile get sRGB, also from WebP and HEIF, whose profiles OpenImageIO does not read; the others
-keep it. So does Adobe RGB that only Exif names. PSNR in tens of decibels, and the name of the profile.
+keep it. So does Adobe RGB that only Exif names. The orientation in the Exif block of a HEIF file has no effect. PSNR in
+tens of decibels, and the name of the profile.
 
   $ icc=/usr/share/color/icc/ghostscript
   $ psnr() { compare -metric PSNR "$1" "$2" null: 2>&1 | cut -c 1; }
@@ -75,6 +76,7 @@ keep it. So does Adobe RGB that only Exif names. PSNR in tens of decibels, and t
   >   --iccread $icc/a98.icc -o adobe.png
   $ convert adobe.png -intent relative -profile $icc/srgb.icc srgb.png
   $ heif-enc -q 100 -p chroma=444 adobe.png -o adobe-heif.heic > said 2>&1
+  $ exiftool -q -overwrite_original -n -IFD0:Orientation=6 adobe-heif.heic
   $ convert adobe.png -define webp:lossless=true adobe-webp.webp
   $ convert adobe.png +profile icc -quality 100 adobe-exif.jpg
   $ exiftool -q -overwrite_original -ColorSpace#=65535 -InteropIndex='R03 - DCF option file (Adobe RGB)' adobe-exif.jpg
