@@ -75,7 +75,7 @@ debian_mirror() {
     local mirror
     # shellcheck disable=SC2016 # apt's own variables
     mirror=$(apt-get indextargets --format '$(ORIGIN) $(LABEL) $(REPO_URI)' |
-        sed -n 's/^Debian Debian //p' | sort -u | sed -n 1p)
+        sed -n 's|^Debian Debian \(.*[^/]\)/*$|\1|p' | sort -u | sed -n 1p)
     [ -n "$mirror" ] || fail "apt knows no Debian mirror here; apt-get update first"
     echo "$mirror"
 }
