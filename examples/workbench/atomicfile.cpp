@@ -40,15 +40,6 @@ std::error_code makeFolder(const QString& folder)
     return error;
 }
 
-/// The library calls the name of a dangling link free.
-QString freeName(const QString& wanted)
-{
-    QString path = NImageUtils::adjustPathWhenOverwriting(wanted);
-    for (int number = 2; isNameTaken(path); ++number)
-        path = numberedName(wanted, number);
-    return path;
-}
-
 /// Told the temporary name of each file before it is created.
 std::function<void(const QString&)>& observer()
 {
@@ -61,6 +52,15 @@ std::function<void(const QString&)>& observer()
 bool isNameTaken(const QString& path)
 {
     return QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+}
+
+/// The library calls the name of a dangling link free.
+QString freeName(const QString& wanted)
+{
+    QString path = NImageUtils::adjustPathWhenOverwriting(wanted);
+    for (int number = 2; isNameTaken(path); ++number)
+        path = numberedName(wanted, number);
+    return path;
 }
 
 QString numberedName(const QString& path, int number)
@@ -101,14 +101,21 @@ AtomicFile::~AtomicFile()
     QFile::remove(m_file.fileName()); // m_file.remove() does not where the last bytes fail
 }
 
-Result<QString> AtomicFile::publish(const QString& wantedPath)
+std::optional<Failure> AtomicFile::close()
 {
     m_file.close(); // the last bytes may fail only here
     if (m_file.error() != QFileDevice::NoError)
         return Failure{QStringLiteral("cannot be written: %1").arg(m_file.errorString())};
-    const QString temporary = m_file.fileName();
-    if (const int error = FileSpace::fillHoles(QFile::encodeName(temporary).constData()))
+    if (const int error = FileSpace::fillHoles(QFile::encodeName(m_file.fileName()).constData()))
         return Failure{QStringLiteral("cannot be written: %1").arg(qt_error_string(error))};
+    return {};
+}
+
+Result<QString> AtomicFile::publish(const QString& wantedPath)
+{
+    if (const auto failure = close())
+        return *failure;
+    const QString temporary = m_file.fileName();
     for (;;) {
         const QString path = freeName(wantedPath);
         const std::error_code error = linkTo(temporary, path);
@@ -121,6 +128,19 @@ Result<QString> AtomicFile::publish(const QString& wantedPath)
                                .arg(path, QString::fromStdString(error.message()))};
         return path;
     }
+}
+
+Result<QString> AtomicFile::replace(const QString& path)
+{
+    if (const auto failure = close())
+        return *failure;
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(m_file).filesystemFilePath(),
+                            QFileInfo(path).filesystemFilePath(), error);
+    if (error)
+        return Failure{QStringLiteral("cannot replace %1: %2")
+                           .arg(path, QString::fromStdString(error.message()))};
+    return path;
 }
 
 void AtomicFile::sweep(const QString& folder)

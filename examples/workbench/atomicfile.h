@@ -11,6 +11,9 @@
 /// Whether something has the name `path`, a link that leads nowhere included.
 bool isNameTaken(const QString& path);
 
+/// `wanted`, or the first of the numbered names beside it that nothing has.
+QString freeName(const QString& wanted);
+
 /// `path` with `number` after its base name: "photo-2.tiff".
 QString numberedName(const QString& path, int number);
 
@@ -35,6 +38,10 @@ public:
     /// as nothing that exists is replaced, the first free one beside it. Returns the name.
     Result<QString> publish(const QString& wantedPath);
 
+    /// As `publish`, but replaces a file that has the name, in one step: whoever opens the name
+    /// gets the old file or the new one, whole. A link is replaced and not followed.
+    Result<QString> replace(const QString& path);
+
     /// Removes temporary files that are older than a day from `folder`: their run was killed.
     static void sweep(const QString& folder);
 
@@ -43,6 +50,9 @@ public:
 
 private:
     explicit AtomicFile(const QString& path) : m_file(path) {}
+
+    /// Why not every byte has arrived; nothing when the file is complete.
+    std::optional<Failure> close();
 
     QFile m_file;
 };

@@ -3,6 +3,7 @@
 
 #include "atomicfile.h"
 #include "checkedfile.h"
+#include "losslesswebp.h"
 
 #include <imageutils/cvutils.h>
 
@@ -77,12 +78,16 @@ QString failureToWrite(AtomicFile& whole, const QImage& image, const OIIO::Image
     CheckedFile file(whole.file()); // outlives the writer, which may close only as it goes away
     const auto writer = writerFor(extension);
     const std::string path = whole.file().fileName().toStdString();
-    const bool isChecked = writesInto(file, *writer);
-    const bool isWritten = writePixels(*writer, path, image, header);
+    const bool isLossless = header.get_string_attribute("compression") == "lossless";
+    const bool isChecked = !isLossless && writesInto(file, *writer);
+    const bool isWritten = isLossless ? writeLosslessWebP(whole.file(), image)
+                                      : writePixels(*writer, path, image, header);
     if (isChecked)
         file.finish();
     if (!file.failure().isEmpty())
         return file.failure();
+    if (!isWritten && isLossless)
+        return QStringLiteral("not all bytes were encoded and written");
     if (!isWritten)
         return QString::fromStdString(writer->geterror()).simplified();
     const QSize size(header.width, header.height);

@@ -46,6 +46,13 @@ OIIO::TypeDesc sampleTypeFor(const OIIO::ImageOutput& writer, const OIIO::TypeDe
     return OIIO::TypeUInt16;
 }
 
+OIIO::TypeDesc sampleTypeOf(const OIIO::ImageOutput& writer, int bitDepth)
+{
+    if (bitDepth == 16)
+        return isOneOf(writer, {"openexr"}) ? OIIO::TypeHalf : OIIO::TypeUInt16;
+    return bitDepth == 8 ? OIIO::TypeUInt8 : OIIO::TypeFloat;
+}
+
 /// The formats in which OpenImageIO's writers of all supported versions store an ICC profile.
 bool carriesProfile(const OIIO::ImageOutput& writer)
 {
@@ -114,14 +121,26 @@ void nameColours(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, const C
         spec.erase_attribute("chromaticities");
 }
 
-void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, int quality)
+void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer,
+                       const ExportSettings& settings)
 {
-    if (isOneOf(writer, {"jpeg", "heif", "webp"}))
-        spec.attribute("CompressionQuality", quality);
-    if (isOneOf(writer, {"jpeg"}))
-        spec.attribute("jpeg:subsampling", "4:4:4");
+    const auto chosen = [](const QString& text, const char* usual) {
+        return text.isEmpty() ? std::string(usual) : text.toStdString();
+    };
+    if (isOneOf(writer, {"jpeg", "jpegxl", "heif", "webp"}))
+        spec.attribute("CompressionQuality", settings.quality);
+    if (isOneOf(writer, {"webp"}) && settings.isLossless)
+        spec.attribute("compression", "lossless"); // see losslesswebp.h
+    if (isOneOf(writer, {"jpeg"})) {
+        spec.attribute("jpeg:subsampling", chosen(settings.subsampling, "4:4:4"));
+        spec.attribute("jpeg:progressive", int(settings.isProgressive));
+    }
+    if (isOneOf(writer, {"openexr"}))
+        spec.attribute("compression", chosen(settings.compression, "zip"));
     if (isOneOf(writer, {"tiff"})) // the higher levels take several times as long for a tenth less
-        spec.attribute("compression", "zip:1");
+        spec.attribute("compression", settings.compression == QLatin1String("zip")
+                                          ? "zip:1"
+                                          : chosen(settings.compression, "zip:1"));
     if (isOneOf(writer, {"png"}))
         spec.attribute("png:compressionLevel", 3);
 }
@@ -133,14 +152,15 @@ std::unique_ptr<OIIO::ImageOutput> writerFor(const QString& extension)
     // OpenImageIO also "writes" to terminals and to nowhere: only formats of pictures count.
     // Icons cannot be read back: OpenImageIO's reader writes beyond its memory.
     const QString lower = extension.toLower();
-    if (!NImageUtils::supportedFileFormats().contains(lower) || lower == QLatin1String("ico"))
+    if ((!NImageUtils::supportedFileFormats().contains(lower) && lower != QLatin1String("jxl")) ||
+        lower == QLatin1String("ico"))
         return nullptr;
     auto writer = OIIO::ImageOutput::create(lower.toStdString());
     OIIO::geterror(true); // else the next one to ask gets the answer
     return writer;
 }
 
-Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph)
+Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph, int bitDepth)
 {
     Layout layout{};
     layout.hasAlpha = photograph.hasAlpha && writer.supports("alpha");
@@ -150,7 +170,8 @@ Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph)
     layout.isAssociated =
         layout.hasAlpha &&
         (isOneOf(writer, {"openexr"}) || (isOneOf(writer, {"tiff"}) && photograph.isAssociated));
-    layout.type = sampleTypeFor(writer, photograph.spec.format);
+    layout.type = bitDepth == 0 ? sampleTypeFor(writer, photograph.spec.format)
+                                : sampleTypeOf(writer, bitDepth);
     return layout;
 }
 
@@ -194,8 +215,8 @@ Result<ColourPlan> planColours(const OIIO::ImageOutput& writer, const Photograph
 }
 
 OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& photograph,
-                          const Layout& layout, const ColourPlan& plan, QSize size, int quality,
-                          MetadataChoice metadata, const QString& record)
+                          const Layout& layout, const ColourPlan& plan, QSize size,
+                          const ExportSettings& settings, const QString& record)
 {
     OIIO::ImageSpec spec(size.width(), size.height(), layout.channels(), layout.type);
     if (layout.isGrey && layout.hasAlpha) {
@@ -204,7 +225,7 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
     }
     spec.extra_attribs = photograph.spec.extra_attribs;
     dropTechnicalMetadata(spec);
-    chooseMetadata(spec, takesBlocks(writer.format_name()), metadata);
+    chooseMetadata(spec, takesBlocks(writer.format_name()), settings.metadata);
     nameColours(spec, writer, plan);
     if (isOneOf(writer,
                 {"pnm"})) // OpenImageIO 2.5 begins with the bottom row, as in files of floats
@@ -219,6 +240,6 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
         spec.attribute("DateTime", "1970:01:01 00:00:00"); // or OpenImageIO writes the present
     if (layout.hasAlpha && !layout.isAssociated)
         spec.attribute("oiio:UnassociatedAlpha", 1);
-    chooseCompression(spec, writer, quality);
+    chooseCompression(spec, writer, settings);
     return spec;
 }

@@ -20,8 +20,8 @@ struct Layout
 std::unique_ptr<OIIO::ImageOutput> writerFor(const QString& extension);
 
 /// The layout in which `writer` keeps most of `photograph`: grey, alpha, and more than 8 bits per
-/// channel where source and format have them.
-Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph);
+/// channel where source and format have them, or `bitDepth` unless it is 0.
+Layout layoutFor(const OIIO::ImageOutput& writer, const Photograph& photograph, int bitDepth);
 
 /// What happens to the colours on the way into a file.
 struct ColourPlan
@@ -40,7 +40,8 @@ Result<ColourPlan> planColours(const OIIO::ImageOutput& writer, const Photograph
                                Layout& layout, const QString& choice, Intent intent);
 
 /// The header of the exported picture: `layout` and `size`, the profile of `plan`, the metadata and
-/// resolution of `photograph`, Orientation 1, and `record` as the name of the software.
+/// resolution of `photograph`, Orientation 1, `record` as the name of the software,
+/// and what `settings` say of the encoding.
 OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& photograph,
-                          const Layout& layout, const ColourPlan& plan, QSize size, int quality,
-                          MetadataChoice metadata, const QString& record);
+                          const Layout& layout, const ColourPlan& plan, QSize size,
+                          const ExportSettings& settings, const QString& record);

@@ -7,6 +7,7 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 
 #include <OpenImageIO/imageio.h>
 
@@ -52,11 +53,34 @@ bool isNote(QFile& note)
            note.peek(64).startsWith(programName().toUtf8());
 }
 
-bool hasNote(const QString& path, const QString& record)
+/// The record with its facts that stands beside the picture at `path`; empty when there is none or
+/// when it is that of another picture.
+QString notedRecordOf(const QString& path)
 {
+    constexpr qint64 longest = 4096;
     QFile note(notePathOf(path));
-    const QByteArray expected = noteFor(path, record);
-    return isNote(note) && note.read(expected.size() + 1) == expected;
+    if (!isNote(note))
+        return {};
+    const QByteArray text = note.read(longest);
+    const QString record = QString::fromUtf8(text.left(text.indexOf('\n')));
+    return text == noteFor(path, record) ? record : QString();
+}
+
+/// Whether `text` is `record`, alone or with facts behind it.
+bool isRecord(const QString& text, const QString& record)
+{
+    return text == record || text.startsWith(record + QLatin1Char(' '));
+}
+
+ExportRecord::Facts factsIn(const QString& text)
+{
+    static const QRegularExpression expression(
+        QStringLiteral("(\\d+)x(\\d+), grey: (yes|no), noise: (yes|no)$"));
+    const QRegularExpressionMatch match = expression.match(text);
+    if (!match.hasMatch())
+        return {};
+    return {QSize(match.captured(1).toInt(), match.captured(2).toInt()),
+            match.captured(3) == QLatin1String("yes"), match.captured(4) == QLatin1String("yes")};
 }
 
 } // namespace
@@ -72,12 +96,29 @@ QString ExportRecord::recordFor(const QString& sourcePath, const QString& settin
                                          QString::fromLatin1(digest.toHex().left(32)));
 }
 
-QString ExportRecord::find(const QString& wantedPath, const QString& record)
+QString ExportRecord::withFacts(const QString& record, const Facts& facts)
+{
+    const auto word = [](std::optional<bool> answer) {
+        return answer.value_or(false) ? QStringLiteral("yes") : QStringLiteral("no");
+    };
+    return QStringLiteral("%1 %2x%3, grey: %4, noise: %5")
+        .arg(record)
+        .arg(facts.storedSize.width())
+        .arg(facts.storedSize.height())
+        .arg(word(facts.isGrey), word(facts.isLumaNoise));
+}
+
+ExportRecord::Output ExportRecord::find(const QString& wantedPath, const QString& record,
+                                        bool mayBeNumbered)
 {
     QString path = wantedPath;
     for (int number = 2; isNameTaken(path); ++number) {
-        if (QFileInfo(path).isFile() && (hasNote(path, record) || softwareOf(path) == record))
-            return path;
+        if (QFileInfo(path).isFile())
+            for (const QString& text : {notedRecordOf(path), softwareOf(path)})
+                if (isRecord(text, record))
+                    return {path, factsIn(text)};
+        if (!mayBeNumbered)
+            break;
         path = numberedName(wantedPath, number);
     }
     return {};
@@ -91,7 +132,7 @@ bool ExportRecord::isOutput(const QString& path)
 
 std::optional<Failure> ExportRecord::remember(const QString& path, const QString& record)
 {
-    if (softwareOf(path) == record)
+    if (isRecord(softwareOf(path), record))
         return {};
     const QString notePath = notePathOf(path);
     QFile note(notePath);

@@ -68,6 +68,9 @@ void readPixels(const QJsonObject& json, ExportSettings& settings)
 QString problemOf(const ExportSettings& settings)
 {
     const QString format = settings.format.toLower();
+    if (const QString refusal = Formats::refusalOfName(QLatin1Char('.') + format);
+        !refusal.isEmpty())
+        return QStringLiteral("--format jxl ") + refusal;
     if (format != QLatin1String("preserve") && format != QLatin1String("dng") &&
         !Formats::isWritable(format))
         return QStringLiteral("--format takes preserve or one of %1, not \"%2\"")
@@ -75,14 +78,19 @@ QString problemOf(const ExportSettings& settings)
     if (settings.scale * settings.scale > double(settings.maxPixels))
         return QStringLiteral("--scale %1 makes more of one pixel than --max-megapixels allows")
             .arg(settings.scale);
+    if (const QString refusal = Formats::refusalOf(
+            format == QLatin1String("dng") ? QStringLiteral("tiff") : format, settings);
+        !refusal.isEmpty())
+        return refusal;
+    if (settings.bitmap && settings.mayOverwrite && (format == QLatin1String("bmp")))
+        return QStringLiteral("with --format bmp the output of --bitmap would replace the picture");
     return Naming::problemOf(settings.nameTemplate);
 }
 
 QJsonObject recordedSettings(const ExportSettings& settings, const QString& extension)
 {
     QJsonObject object = pixelsOf(settings);
-    if (Formats::hasQuality(extension))
-        object.insert("quality", settings.quality);
+    object.insert("encoding", Formats::encodingOf(settings, extension));
     object.insert("extension", extension);
     return object;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "formats.h"
 
+#include <imageutils/imageutils.h>
+
 #include <OpenImageIO/oiioversion.h>
 
 #include <QtCore/QStringList>
@@ -17,6 +19,8 @@ struct Format
     int longestSide;        ///< in pixels, as far as the format or its encoder has a limit
     double mostPixels;
     bool hasQuality;
+    const char* depths;            ///< the values of --bit-depth that it has
+    const char* compressions = ""; ///< the usual one first
 };
 
 constexpr int anySide = INT_MAX;
@@ -25,24 +29,30 @@ constexpr double anyNumber = 1e18;
 constexpr double mostGifPixels = OIIO_VERSION < 20500 ? 16'000'000 : anyNumber;
 
 const Format formats[] = {
-    {QLatin1String("AVIF"), "avif", 65'536, anyNumber, true},
-    {QLatin1String("BMP"), "bmp dib", 32'767, 700'000'000, false}, // 2 GiB of 3 bytes per pixel
-    {QLatin1String("DPX"), "dpx", anySide, anyNumber, false},
-    {QLatin1String("FITS"), "fits", anySide, anyNumber, false},
-    {QLatin1String("GIF"), "gif", 65'535, mostGifPixels, false},
-    {QLatin1String("HEIF"), "heic heif heics hif", 32'767, anyNumber, true},
-    {QLatin1String("IFF"), "iff z", 65'535, anyNumber, false},
-    {QLatin1String("JPEG"), "jpg jpe jpeg jif jfif jfi", 65'500, anyNumber, true},
-    {QLatin1String("JPEG 2000"), "jp2 j2k j2c", anySide, anyNumber, false},
-    {QLatin1String("OpenEXR"), "exr sxr mxr", anySide, anyNumber, false},
-    {QLatin1String("PNG"), "png", 1'000'000, anyNumber, false},
-    {QLatin1String("PNM"), "ppm pgm pbm pnm pfm", anySide, anyNumber, false},
-    {QLatin1String("Radiance HDR"), "hdr rgbe", anySide, anyNumber, false},
-    {QLatin1String("RLA"), "rla", 32'767, anyNumber, false},
-    {QLatin1String("SGI"), "sgi rgb rgba bw int inta", 65'535, anyNumber, false},
-    {QLatin1String("Targa"), "tga tpic", 65'535, anyNumber, false},
-    {QLatin1String("TIFF"), "tiff tif tx env sm vsm", anySide, anyNumber, false},
-    {QLatin1String("WebP"), "webp", 16'383, anyNumber, true},
+    {QLatin1String("AVIF"), "avif", 65'536, anyNumber, true, "8"},
+    {QLatin1String("BMP"), "bmp dib", 32'767, 700'000'000, false,
+     "8"}, // 2 GiB of 3 bytes per pixel
+    {QLatin1String("DPX"), "dpx", anySide, anyNumber, false, "8 16"},
+    {QLatin1String("FITS"), "fits", anySide, anyNumber, false, "8 32"},
+    {QLatin1String("GIF"), "gif", 65'535, mostGifPixels, false, "8"},
+    {QLatin1String("HEIF"), "heic heif heics hif", 32'767, anyNumber, true, "8"},
+    {QLatin1String("IFF"), "iff z", 65'535, anyNumber, false, "8 16"},
+    {QLatin1String("JPEG"), "jpg jpe jpeg jif jfif jfi", 65'500, anyNumber, true, "8"},
+    {QLatin1String("JPEG 2000"), "jp2 j2k j2c", anySide, anyNumber, false, "8 16"},
+#if OIIO_VERSION >= 30000
+    {QLatin1String("JPEG XL"), "jxl", anySide, anyNumber, true, "8 16"},
+#endif
+    {QLatin1String("OpenEXR"), "exr sxr mxr", anySide, anyNumber, false, "16 32",
+     "zip none rle zips piz"},
+    {QLatin1String("PNG"), "png", 1'000'000, anyNumber, false, "8 16"},
+    {QLatin1String("PNM"), "ppm pgm pbm pnm pfm", anySide, anyNumber, false, "8"},
+    {QLatin1String("Radiance HDR"), "hdr rgbe", anySide, anyNumber, false, "32"},
+    {QLatin1String("RLA"), "rla", 32'767, anyNumber, false, "8 16 32"},
+    {QLatin1String("SGI"), "sgi rgb rgba bw int inta", 65'535, anyNumber, false, "8 16"},
+    {QLatin1String("Targa"), "tga tpic", 65'535, anyNumber, false, "8"},
+    {QLatin1String("TIFF"), "tiff tif tx env sm vsm", anySide, anyNumber, false, "8 16 32",
+     "zip none lzw packbits"},
+    {QLatin1String("WebP"), "webp", 16'383, anyNumber, true, "8"},
 };
 
 const Format* formatOf(const QString& extension)
@@ -54,15 +64,30 @@ const Format* formatOf(const QString& extension)
     return found == std::end(formats) ? nullptr : found;
 }
 
+QStringList wordsIn(const char* words)
+{
+    return QString::fromLatin1(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+bool isJpeg(const Format& format) { return format.name == QLatin1String("JPEG"); }
+
+bool isWebP(const Format& format) { return format.name == QLatin1String("WebP"); }
+
+/// Also without a setting for the quality: GIF has 256 colours, and HDR one exponent per pixel.
+bool losesSome(const Format& format)
+{
+    return format.hasQuality || format.name == QLatin1String("GIF") ||
+           format.name == QLatin1String("Radiance HDR");
+}
+
+bool isJpegXl(const QString& path)
+{
+    return path.endsWith(QLatin1String(".jxl"), Qt::CaseInsensitive);
+}
+
 } // namespace
 
 bool Formats::isWritable(const QString& extension) { return formatOf(extension) != nullptr; }
-
-bool Formats::hasQuality(const QString& extension)
-{
-    const Format* const format = formatOf(extension);
-    return format && format->hasQuality;
-}
 
 QString Formats::refusalOf(const QString& extension, QSize size)
 {
@@ -82,6 +107,67 @@ QString Formats::refusalOf(const QString& extension, QSize size)
             .arg(format->name)
             .arg(format->mostPixels, 0, 'f', 0);
     return {};
+}
+
+QString Formats::refusalOf(const QString& extension, const ExportSettings& settings)
+{
+    const Format* const format = formatOf(extension);
+    if (!format)
+        return {};
+    const auto refused = [format](const QString& option, const QString& possible) {
+        return QStringLiteral("%1 has no %2; it has %3").arg(format->name, option, possible);
+    };
+    const QString depth = QString::number(settings.bitDepth);
+    if (settings.bitDepth != 0 && !wordsIn(format->depths).contains(depth))
+        return refused(QStringLiteral("--bit-depth ") + depth,
+                       wordsIn(format->depths).join(QStringLiteral(" or ")));
+    const QStringList compressions = wordsIn(format->compressions);
+    if (!settings.compression.isEmpty() && !compressions.contains(settings.compression))
+        return refused(QStringLiteral("--compression ") + settings.compression,
+                       compressions.isEmpty() ? QStringLiteral("its own alone")
+                                              : compressions.join(QStringLiteral(", ")));
+    if (settings.isProgressive && !isJpeg(*format))
+        return QStringLiteral("--progressive is for JPEG and not for %1").arg(format->name);
+    if (!settings.subsampling.isEmpty() && !isJpeg(*format))
+        return QStringLiteral("--subsampling is for JPEG and not for %1").arg(format->name);
+    if (settings.isLossless && !isWebP(*format) && losesSome(*format))
+        return QStringLiteral("%1 cannot be written without loss").arg(format->name);
+    return {};
+}
+
+QJsonObject Formats::encodingOf(const ExportSettings& settings, const QString& extension)
+{
+    const Format* const format = formatOf(extension);
+    QJsonObject object;
+    if (!format)
+        return object;
+    const bool isLossless = isWebP(*format) && settings.isLossless;
+    if (isLossless)
+        object.insert("isLossless", true);
+    else if (format->hasQuality)
+        object.insert("quality", settings.quality);
+    if (isJpeg(*format)) {
+        object.insert("isProgressive", settings.isProgressive);
+        object.insert("subsampling", settings.subsampling.isEmpty() ? QStringLiteral("4:4:4")
+                                                                    : settings.subsampling);
+    }
+    if (const QStringList compressions = wordsIn(format->compressions); !compressions.isEmpty())
+        object.insert("compression",
+                      settings.compression.isEmpty() ? compressions.first() : settings.compression);
+    return object;
+}
+
+bool Formats::isPhotographName(const QString& path)
+{
+    return NImageUtils::isSupportedFile(path) || (isJpegXl(path) && isWritable("jxl"));
+}
+
+QString Formats::refusalOfName(const QString& path)
+{
+    return isJpegXl(path) && !isWritable("jxl")
+               ? QStringLiteral("is JPEG XL, for which OpenImageIO " OIIO_VERSION_STRING
+                                " has no plug-in")
+               : QString();
 }
 
 QString Formats::writableText()

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "headless.h"
 
+#include "atomicfile.h"
 #include "interruption.h"
 #include "machine.h"
 #include "memorybudget.h"
+#include "naming.h"
 #include "report.h"
 #include "terminal.h"
 #include "worker.h"
@@ -12,6 +14,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QHash>
+#include <QtCore/QSet>
 #include <QtCore/QTimer>
 
 #include <algorithm>
@@ -56,6 +59,7 @@ private:
     void start(Slot& slot, Photograph& photograph);
     Photograph* ready();
     void giveUp(Slot& slot, const QString& reason);
+    QString plannedName(const QString& wanted);
     void showStep(const Photograph& photograph, Step step);
     void setResult(Photograph& photograph, JobResult result);
     void reportInOrder();
@@ -72,6 +76,7 @@ private:
     std::size_t m_firstUntaken = 0;
     std::size_t m_firstUnreported = 0;
     qsizetype m_done = 0;
+    QSet<QString> m_planned; ///< the names of a dry run
 };
 
 Batch::Batch(const Options& options, const QList<Source>& sources)
@@ -81,7 +86,7 @@ Batch::Batch(const Options& options, const QList<Source>& sources)
     QHash<QString, qsizetype> lastOfName;
     for (const Source& source : sources) {
         // Lowered for file systems that take names in different letter cases for the same.
-        const QString name = NImageUtils::getBaseName(source.path).toLower();
+        const QString name = Naming::pathOf(source, options.settings, {}).toLower();
         m_photographs.push_back({source, lastOfName.value(name, -1)});
         lastOfName.insert(name, qsizetype(m_photographs.size()) - 1);
     }
@@ -163,6 +168,7 @@ Batch::Photograph* Batch::ready()
         JobResult result;
         result.path = photograph.source.path;
         result.failure = photograph.source.refusal;
+        result.code = FailureCode::Refused;
         setResult(photograph, result);
     }
     return nullptr;
@@ -183,13 +189,14 @@ void Batch::giveUp(Slot& slot, const QString& reason)
     JobResult result;
     result.path = photograph.source.path;
     result.failure = QStringLiteral("no process can be started for it: %1").arg(reason);
+    result.code = FailureCode::Process;
     setResult(photograph, result);
     QTimer::singleShot(0, this, [this] { fill(); });
 }
 
 void Batch::showStep(const Photograph& photograph, Step step)
 {
-    if (m_photographs.size() < 2)
+    if (m_photographs.size() < 2 || m_options.quiet)
         return;
     Terminal::showProgress(QStringLiteral("%1 of %2 done, %3 %4")
                                .arg(QString::number(m_done), QString::number(m_photographs.size()),
@@ -199,10 +206,26 @@ void Batch::showStep(const Photograph& photograph, Step step)
 
 void Batch::setResult(Photograph& photograph, JobResult result)
 {
+    if (result.isPlanned && !m_options.settings.mayOverwrite) {
+        result.output = plannedName(result.output);
+        result.bitmap = plannedName(result.bitmap);
+    }
     photograph.result = std::move(result);
     photograph.isDone = true;
     ++m_done;
     reportInOrder();
+}
+
+/// The name that an output gets behind those that a dry run has only named so far.
+QString Batch::plannedName(const QString& wanted)
+{
+    QString path = wanted;
+    for (int number = 2; m_planned.contains(path) || (path != wanted && isNameTaken(path));
+         ++number)
+        path = numberedName(wanted, number);
+    if (!path.isEmpty())
+        m_planned.insert(path);
+    return path;
 }
 
 /// Reports what is done, up to the first photograph that is in work or still to come.

@@ -10,6 +10,7 @@
 #include "naming.h"
 #include "photograph.h"
 #include "resample.h"
+#include "sharpen.h"
 #include "thumbnail.h"
 
 #include <imageutils/cvutils.h>
@@ -23,8 +24,10 @@
 #include <QtCore/QJsonDocument>
 
 #include <exception>
+#include <filesystem>
 #include <initializer_list>
 #include <new>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -36,22 +39,24 @@ Refusal refuseEntry(const QString& path)
 {
     const QFileInfo info(path);
     if (!info.exists())
-        return Failure{QStringLiteral("no such file")};
+        return Failure{QStringLiteral("no such file"), FailureCode::Missing};
     if (info.isDir())
-        return Failure{QStringLiteral("is a folder")};
+        return Failure{QStringLiteral("is a folder"), FailureCode::NotAFile};
     if (!info.isFile())
-        return Failure{QStringLiteral("is not a regular file")};
+        return Failure{QStringLiteral("is not a regular file"), FailureCode::NotAFile};
     if (info.size() == 0)
-        return Failure{QStringLiteral("is empty")};
-    if (!NImageUtils::isSupportedFile(path))
-        return Failure{QStringLiteral("is not named as a photograph")};
+        return Failure{QStringLiteral("is empty"), FailureCode::Empty};
+    if (const QString refusal = Formats::refusalOfName(path); !refusal.isEmpty())
+        return Failure{refusal, FailureCode::NotAPhotograph};
+    if (!Formats::isPhotographName(path))
+        return Failure{QStringLiteral("is not named as a photograph"), FailureCode::NotAPhotograph};
     return {};
 }
 
 Refusal refuseForFormat(const QString& extension, QSize size)
 {
     const QString reason = Formats::refusalOf(extension, size);
-    return reason.isEmpty() ? Refusal() : Failure{reason};
+    return reason.isEmpty() ? Refusal() : Failure{reason, FailureCode::Format};
 }
 
 /// The tags that a photographer looks for first; those that the file does not have are left out.
@@ -98,6 +103,14 @@ qint64 memoryFor(QSize source, QSize output, const ExportSettings& settings)
            pixels(output) * bytesPerOutputPixel;
 }
 
+/// Whether both names, or the links that they are, lead to one file.
+bool isSameFile(const QString& a, const QString& b)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(QFileInfo(a).filesystemFilePath(),
+                                       QFileInfo(b).filesystemFilePath(), error);
+}
+
 class Job
 {
 public:
@@ -120,6 +133,7 @@ private:
     Refusal planOutputs();
     Output outputOf(const QString& extension, bool isBitmap) const;
     bool findKept();
+    void plan();
     Refusal decode();
     Refusal split();
     Refusal analyse();
@@ -128,6 +142,8 @@ private:
     Refusal write();
     Refusal writeBitmap();
     void writeThumbnailBeside();
+    ExportRecord::Output find(const Output& output) const;
+    QString recordOf(const Output& output) const;
     Refusal publish(const Result<std::unique_ptr<AtomicFile>>& file, const Output& output,
                     QString& path);
 
@@ -172,6 +188,10 @@ Refusal Job::run()
         return refusal;
     if (findKept())
         return {};
+    if (m_request.options.isDryRun) {
+        plan();
+        return {};
+    }
     m_context.takeMemory(memoryFor(m_result.size, m_outputSize, m_settings));
     return take({{Step::Decode, &Job::decode},
                  {Step::Split, &Job::split},
@@ -219,7 +239,10 @@ Refusal Job::planOutputs()
     m_writer = writerFor(extension);
     if (!m_writer)
         return Failure{
-            QStringLiteral("files of the format \"%1\" cannot be written").arg(extension)};
+            QStringLiteral("files of the format \"%1\" cannot be written").arg(extension),
+            FailureCode::Format};
+    if (const QString refusal = Formats::refusalOf(extension, m_settings); !refusal.isEmpty())
+        return Failure{refusal, FailureCode::Format};
     if (m_settings.rotate == 0.0) // what a crop leaves is looked at when it is known
         if (Refusal refusal = refuseForFormat(extension, m_outputSize))
             return refusal;
@@ -240,14 +263,40 @@ Output Job::outputOf(const QString& extension, bool isBitmap) const
 
 bool Job::findKept()
 {
-    m_result.output = ExportRecord::find(m_picture.wantedPath, m_picture.record);
+    const ExportRecord::Output kept = find(m_picture);
+    m_result.output = kept.path;
     if (m_settings.bitmap)
-        m_result.bitmap = ExportRecord::find(m_bitmap.wantedPath, m_bitmap.record);
+        m_result.bitmap = find(m_bitmap).path;
     m_result.isKept = !m_result.output.isEmpty() &&
                       (!m_settings.bitmap || !m_result.bitmap.isEmpty()) && !m_isThumbnailDue;
     if (!m_result.output.isEmpty())
         m_result.outputSize = NImageUtils::imageSize(m_result.output);
+    if (m_result.isKept) {
+        m_result.storedSize = kept.facts.storedSize;
+        m_result.isGrey = kept.facts.isGrey;
+        m_result.isLumaNoise = kept.facts.isLumaNoise;
+    }
     return m_result.isKept;
+}
+
+ExportRecord::Output Job::find(const Output& output) const
+{
+    return ExportRecord::find(output.wantedPath, output.record, !m_settings.mayOverwrite);
+}
+
+/// Names the outputs that a run would write.
+void Job::plan()
+{
+    const auto name = [this](const Output& output) {
+        return m_settings.mayOverwrite ? output.wantedPath : freeName(output.wantedPath);
+    };
+    m_result.isPlanned = true;
+    if (m_settings.rotate == 0.0) // what a crop leaves is known when it is made
+        m_result.outputSize = m_outputSize;
+    if (m_result.output.isEmpty())
+        m_result.output = name(m_picture);
+    if (m_settings.bitmap && m_result.bitmap.isEmpty())
+        m_result.bitmap = name(m_bitmap);
 }
 
 Refusal Job::decode()
@@ -260,7 +309,7 @@ Refusal Job::decode()
     m_result.storedSize = QSize(m_photograph.spec.width, m_photograph.spec.height);
     m_result.size = uprightSize(m_photograph);
     m_result.warnings.append(m_photograph.warnings);
-    m_layout = layoutFor(*m_writer, m_photograph);
+    m_layout = layoutFor(*m_writer, m_photograph, m_settings.bitDepth);
     const Result<ColourPlan> plan =
         planColours(*m_writer, m_photograph, m_layout, m_settings.profile, m_settings.intent);
     if (!plan)
@@ -301,7 +350,7 @@ Refusal Job::resample()
     Result<Planes> planes = resampled(m_planes, *fit, m_settings.filter);
     if (!planes)
         return planes.failure();
-    m_planes = std::move(*planes);
+    m_planes = m_settings.sharpening ? sharpened(*planes, *m_settings.sharpening) : *planes;
     m_result.outputSize = fit->size;
     return refuseForFormat(QFileInfo(m_picture.wantedPath).suffix(), fit->size);
 }
@@ -344,14 +393,20 @@ Refusal Job::write()
 {
     if (!m_result.output.isEmpty())
         return {}; // it was kept
+    const QString record = recordOf(m_picture);
     const OIIO::ImageSpec header =
-        headerFor(*m_writer, m_photograph, m_layout, m_colours, m_image.size(), m_settings.quality,
-                  m_settings.metadata, m_picture.record);
-    const MetadataBlocks blocks =
-        exportedBlocks(m_photograph.blocks, m_settings.metadata,
-                       {m_image.size(), m_colours.isSRgb, m_picture.record});
+        headerFor(*m_writer, m_photograph, m_layout, m_colours, m_image.size(), m_settings, record);
+    const MetadataBlocks blocks = exportedBlocks(m_photograph.blocks, m_settings.metadata,
+                                                 {m_image.size(), m_colours.isSRgb, record});
     return publish(exportPicture(m_image, header, blocks, m_picture.wantedPath), m_picture,
                    m_result.output);
+}
+
+/// With what a later run wants to know of the photograph when it keeps the output.
+QString Job::recordOf(const Output& output) const
+{
+    return ExportRecord::withFacts(output.record,
+                                   {m_result.storedSize, m_result.isGrey, m_result.isLumaNoise});
 }
 
 /// Gives the file its name, unless another run has written the same picture meanwhile.
@@ -361,14 +416,17 @@ Refusal Job::publish(const Result<std::unique_ptr<AtomicFile>>& file, const Outp
     if (!file)
         return file.failure();
     const FolderLock lock(QFile::encodeName(QFileInfo(output.wantedPath).path()).constData());
-    path = ExportRecord::find(output.wantedPath, output.record);
+    path = find(output).path;
     if (!path.isEmpty())
         return {};
-    const Result<QString> published = (*file)->publish(output.wantedPath);
+    if (m_settings.mayOverwrite && isSameFile(output.wantedPath, m_result.path))
+        return Failure{QStringLiteral("its output would replace it"), FailureCode::Refused};
+    const Result<QString> published = m_settings.mayOverwrite ? (*file)->replace(output.wantedPath)
+                                                              : (*file)->publish(output.wantedPath);
     if (!published)
         return published.failure();
     path = *published;
-    if (const auto failure = ExportRecord::remember(path, output.record))
+    if (const auto failure = ExportRecord::remember(path, recordOf(output)))
         m_result.warnings.append(
             QStringLiteral("cannot be kept next time: %1").arg(failure->reason));
     return {};
@@ -382,10 +440,13 @@ JobResult runJob(const Request& request, const JobContext& context)
     JobResult result;
     result.path = request.path;
     try {
-        if (const Refusal refusal = Job(request, context, result).run())
+        if (const Refusal refusal = Job(request, context, result).run()) {
             result.failure = refusal->reason;
+            result.code = refusal->code;
+        }
     } catch (const std::bad_alloc&) {
         result.failure = QStringLiteral("needs more memory than --max-memory allows or there is");
+        result.code = FailureCode::Memory;
     } catch (const std::exception& exception) {
         result.failure = QString::fromUtf8(exception.what()).simplified();
     }

@@ -53,6 +53,7 @@ QJsonObject jsonOf(const JobResult& result)
         milliseconds.append(value);
     return {{"path", result.path},
             {"failure", result.failure},
+            {"code", int(result.code)},
             {"failedStep", int(result.failedStep)},
             {"warnings", QJsonArray::fromStringList(result.warnings)},
             {"storedSize", jsonOf(result.storedSize)},
@@ -66,6 +67,7 @@ QJsonObject jsonOf(const JobResult& result)
             {"bitmap", result.bitmap},
             {"thumbnail", result.thumbnail},
             {"isKept", result.isKept},
+            {"isPlanned", result.isPlanned},
             {"isOwnOutput", result.isOwnOutput},
             {"milliseconds", milliseconds}};
 }
@@ -75,6 +77,7 @@ JobResult resultOf(const QJsonValue& json)
     JobResult result;
     result.path = json["path"].toString();
     result.failure = json["failure"].toString();
+    result.code = FailureCode(json["code"].toInt());
     result.failedStep = Step(json["failedStep"].toInt());
     result.warnings = textsOf(json["warnings"]);
     result.storedSize = sizeOf(json["storedSize"]);
@@ -88,6 +91,7 @@ JobResult resultOf(const QJsonValue& json)
     result.bitmap = json["bitmap"].toString();
     result.thumbnail = json["thumbnail"].toString();
     result.isKept = json["isKept"].toBool();
+    result.isPlanned = json["isPlanned"].toBool();
     result.isOwnOutput = json["isOwnOutput"].toBool();
     for (std::size_t step = 0; step < result.milliseconds.size(); ++step)
         result.milliseconds[step] = json["milliseconds"][qsizetype(step)].toDouble();

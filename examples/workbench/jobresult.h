@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "result.h"
+
 #include <QtCore/QJsonObject>
 #include <QtCore/QSize>
 #include <QtCore/QString>
@@ -18,7 +20,8 @@ inline constexpr std::array<const char*, 8> stepNames{"header",   "decode", "spl
 struct JobResult
 {
     QString path;
-    QString failure;                ///< why there is no output; empty when there is one
+    QString failure; ///< why there is no output; empty when there is one
+    FailureCode code = FailureCode::ByStep;
     Step failedStep = Step::Header; ///< the step that gave `failure`
     QStringList warnings;
     QSize storedSize; ///< of the pixels in the file; invalid until the header was read
@@ -32,6 +35,7 @@ struct JobResult
     QString bitmap;
     QString thumbnail;        ///< empty when none was due
     bool isKept = false;      ///< all outputs were up to date
+    bool isPlanned = false;   ///< the outputs would be written, were it not for a dry run
     bool isOwnOutput = false; ///< the photograph is itself an output of this program
     std::array<double, stepNames.size()> milliseconds{};
 };

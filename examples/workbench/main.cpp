@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "atomicfile.h"
+#include "display.h"
 #include "headless.h"
 #include "interruption.h"
 #include "machine.h"
 #include "messages.h"
+#include "naming.h"
 #include "options.h"
 #include "sources.h"
 #include "terminal.h"
@@ -11,12 +13,13 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
-#include <QtCore/QOperatingSystemVersion>
 #include <QtCore/QStringDecoder>
 #include <QtGui/QGuiApplication>
 
+#include <cstdio>
 #include <memory>
 #include <string_view>
 
@@ -46,15 +49,16 @@ Arguments readArguments(int argc, char** argv)
     return arguments;
 }
 
-/// Whether a window can be shown. Asked before there is an application object: one with windows
-/// ends the program where there is no display.
-bool hasDisplay()
+/// Puts the names on the standard input in the place of the "-" among `paths`.
+void replaceList(QStringList& paths, char separator, QSet<QString>& undecodable)
 {
-    const auto system = QOperatingSystemVersion::currentType();
-    if (system == QOperatingSystemVersion::Windows || system == QOperatingSystemVersion::MacOS)
-        return true;
-    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const qsizetype at = paths.indexOf(QStringLiteral("-"));
+    if (at < 0)
+        return;
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly))
+        return;
+    paths = paths.mid(0, at) + namesIn(input.readAll(), separator, undecodable) + paths.mid(at + 1);
 }
 
 /// Works for another process of this program; worker.h says what for.
@@ -69,12 +73,27 @@ int runWorker(int argc, char** argv)
     return 1;
 }
 
+/// The first folder above `path` that exists, or `path` itself.
+QFileInfo existing(const QString& path)
+{
+    QFileInfo info(QDir(path).absolutePath());
+    while (!info.exists() && !info.isRoot())
+        info.setFile(info.path());
+    return info;
+}
+
 /// The folder of the outputs, which goes away again when nothing was written.
 class OutputFolder
 {
 public:
-    explicit OutputFolder(const QString& path) : m_path(path), m_isNew(!QFileInfo::exists(path))
+    OutputFolder(const QString& path, bool isDryRun)
+        : m_path(path), m_isNew(!isDryRun && !QFileInfo::exists(path))
     {
+        if (isDryRun) {
+            if (const QFileInfo info = existing(path); !info.isDir() || !info.isWritable())
+                m_failure = QStringLiteral("cannot write in %1").arg(info.filePath());
+            return;
+        }
         if (const auto file = AtomicFile::create(path, QStringLiteral("test")); !file)
             m_failure = file.failure().reason;
         AtomicFile::sweep(path);
@@ -119,12 +138,12 @@ int main(int argc, char** argv)
     Interruption::ignoreWriteSignals();
     if (argc == 2 && std::string_view(argv[1]) == "--worker")
         return runWorker(argc, argv);
-    const Arguments arguments = readArguments(argc, argv);
+    Arguments arguments = readArguments(argc, argv);
     const CommandLine line = readCommandLine(arguments.all);
     Messages::install(line.options.verbose, Terminal::printError);
 
     const bool isWindowed = line.error.isEmpty() && line.page.isEmpty() && !line.wantsMachine &&
-                            !line.options.headless && hasDisplay();
+                            !line.options.headless && Desktop::isReachable();
     const std::unique_ptr<QCoreApplication> application(
         isWindowed ? new QGuiApplication(argc, argv) : new QCoreApplication(argc, argv));
     QCoreApplication::setApplicationName(QStringLiteral("imageutils-workbench"));
@@ -132,17 +151,19 @@ int main(int argc, char** argv)
     if (const std::optional<int> status = answer(line))
         return *status;
 
-    const QStringList paths =
-        line.options.paths.isEmpty() ? samplePhotographs() : line.options.paths;
+    QStringList paths = line.options.paths.isEmpty() ? samplePhotographs() : line.options.paths;
     if (paths.isEmpty()) {
         Terminal::printError(QStringLiteral("imageutils-workbench: name a photograph or a folder; "
                                             "the sample photographs (package mate-backgrounds) are "
                                             "not installed"));
         return wrongUsage;
     }
-    const QList<Source> sources =
-        findSources(paths, arguments.undecodable, line.options.settings.outputFolder);
-    const OutputFolder folder(line.options.settings.outputFolder);
+    const ExportSettings& settings = line.options.settings;
+    replaceList(paths, line.options.isNullSeparated ? '\0' : '\n', arguments.undecodable);
+    QList<Source> sources =
+        findSources(paths, arguments.undecodable, settings.outputFolder, line.options.isRecursive);
+    Naming::refuseLosses(sources, settings);
+    const OutputFolder folder(settings.outputFolder, line.options.isDryRun);
     if (!folder.failure().isEmpty()) {
         Terminal::printError(QLatin1String("imageutils-workbench: ") + folder.failure());
         return wrongUsage;

@@ -8,7 +8,9 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
 
 namespace {
 
@@ -66,6 +68,36 @@ QString Naming::pathOf(const Source& source, const ExportSettings& settings,
 {
     const QDir folder(QDir(settings.outputFolder).filePath(source.subfolder));
     return folder.filePath(nameOf(source, settings.nameTemplate) + QLatin1Char('.') + extension);
+}
+
+void Naming::refuseLosses(QList<Source>& sources, const ExportSettings& settings)
+{
+    if (!settings.mayOverwrite)
+        return;
+    QSet<QString> photographs;
+    for (const Source& source : sources)
+        photographs.insert(QFileInfo(source.path).canonicalFilePath());
+    QHash<QString, QString> sourceOfOutput;
+    for (Source& source : sources) {
+        if (!source.refusal.isEmpty())
+            continue;
+        QStringList extensions{extensionOf(source.path, settings)};
+        if (settings.bitmap)
+            extensions.append(QStringLiteral("bmp"));
+        for (const QString& extension : extensions) {
+            const QString path = pathOf(source, settings, extension);
+            // Lowered for file systems that take names in different letter cases for the same.
+            const QString key = path.toLower();
+            if (photographs.contains(QFileInfo(path).canonicalFilePath()))
+                source.refusal =
+                    QStringLiteral("its output would replace the photograph %1").arg(path);
+            else if (sourceOfOutput.contains(key))
+                source.refusal =
+                    QStringLiteral("its output would replace that of %1").arg(sourceOfOutput[key]);
+            else
+                sourceOfOutput.insert(key, source.path);
+        }
+    }
 }
 
 QString Naming::extensionOf(const QString& path, const ExportSettings& settings)

@@ -26,11 +26,11 @@ QString arguments()
 {
     return QStringLiteral(
         "FILE is a photograph, FOLDER one whose photographs are taken in the order of their names "
-        "(hidden files are not). Without "
+        "(hidden files are not), - a list of both on the standard input, one name a line. Without "
         "any: the photographs of the package mate-backgrounds.");
 }
 
-QString synopsis() { return QStringLiteral("[OPTION]... [FILE|FOLDER]..."); }
+QString synopsis() { return QStringLiteral("[OPTION]... [FILE|FOLDER|-]..."); }
 
 QString longName(const OptionRow& row) { return QLatin1String("--") + QLatin1String(row.name); }
 

@@ -54,6 +54,23 @@ QString readFilter(const QString& text, std::optional<FilterShape>& value)
     return {};
 }
 
+/// The amount and, behind a comma, the radius.
+QString readSharpening(const QString& text, std::optional<Sharpening>& value)
+{
+    constexpr double mostAmount = 10.0;
+    constexpr double mostRadius = 20.0;
+    const QStringList parts = text.split(QLatin1Char(','));
+    Sharpening sharpening{0.0, 0.7};
+    if (parts.size() > 2 || !readNumber(parts[0], 0.0, sharpening.amount).isEmpty() ||
+        (parts.size() == 2 && !readNumber(parts[1], 0.0, sharpening.radius).isEmpty()) ||
+        sharpening.amount > mostAmount || sharpening.radius > mostRadius)
+        return QStringLiteral("an amount up to %1, or with a radius up to %2 as in 0.8,0.7")
+            .arg(mostAmount)
+            .arg(mostRadius);
+    value = sharpening;
+    return {};
+}
+
 QString readBox(const QString& text, SizeChoice choice, ExportSettings& settings)
 {
     const QStringList sides = text.split(QLatin1Char('x'));
@@ -100,6 +117,9 @@ QString readSuffix(const QString& text, QString& nameTemplate)
 constexpr const char* turns = "0 90 180 270 horizontal vertical";
 constexpr const char* intents = "perceptual relative";
 constexpr const char* metadataChoices = "all no-gps none";
+constexpr const char* depths = "8 16 32";
+constexpr const char* subsamplings = "4:4:4 4:2:2 4:2:0";
+constexpr const char* compressions = "none lzw zip packbits rle zips piz";
 constexpr const char* shells = "bash zsh fish";
 
 using Text = const QString&;
@@ -157,6 +177,10 @@ const OptionRow table[] = {
      "Turn clockwise by DEGREES and crop to the largest picture of the same shape without empty "
      "corners (default: 0).",
      [](Text t, Line l) { return readNumber(t, anyNumber, l.options.settings.rotate); }},
+    {"Picture", "sharpen", "", "A[,R]", "",
+     "Sharpen the luminance of the resampled picture with an unsharp mask of the amount A and the "
+     "radius R, in pixels (default radius: 0.7).",
+     [](Text t, Line l) { return readSharpening(t, l.options.settings.sharpening); }},
     {"Picture", "page", "", "N", "", "Of a file of several pictures, take the Nth (default: 1).",
      [](Text t, Line l) { return readInteger(t, 1, INT_MAX, l.options.settings.page); }},
     {"Picture", "profile", "", "P", "keep srgb FILE",
@@ -184,6 +208,35 @@ const OptionRow table[] = {
     {"Format", "quality", "", "Q", "",
      "Quality of formats that lose some, 1 to 100 (default: 95). Others have no use for it.",
      [](Text t, Line l) { return readInteger(t, 1, 100, l.options.settings.quality); }},
+    {"Format", "bit-depth", "", "N", depths,
+     "Bits per sample: 8, 16 or 32, of which 32, and in OpenEXR 16, are floats (default: as the "
+     "source has them, where the format can).",
+     [](Text t, Line l) {
+         constexpr int bits[] = {8, 16, 32};
+         int at = 0;
+         const QString wanted = readWord(t, depths, at);
+         l.options.settings.bitDepth = bits[at];
+         return wanted;
+     }},
+    {"Format", "progressive", "", "", "",
+     "Write JPEG in several scans, of which each makes the picture clearer.",
+     [](Text, Line l) {
+         l.options.settings.isProgressive = true;
+         return QString();
+     }},
+    {"Format", "subsampling", "", "S", subsamplings,
+     "Resolution of the colours of a JPEG file: 4:4:4 (default) the whole one, 4:2:2 half of it "
+     "across, 4:2:0 half of it in both directions.",
+     [](Text t, Line l) { return readText(t, subsamplings, l.options.settings.subsampling); }},
+    {"Format", "lossless", "", "", "", "Write WebP without any loss.",
+     [](Text, Line l) {
+         l.options.settings.isLossless = true;
+         return QString();
+     }},
+    {"Format", "compression", "", "C", compressions,
+     "Compression of TIFF: none, lzw, zip (default) or packbits; of OpenEXR: none, rle, zips, zip "
+     "(default) or piz.",
+     [](Text t, Line l) { return readText(t, compressions, l.options.settings.compression); }},
     {"Format", "bitmap", "", "", "", "Also write a Windows bitmap of every picture.",
      [](Text, Line l) {
          l.options.settings.bitmap = true;
@@ -207,6 +260,26 @@ const OptionRow table[] = {
          l.options.settings.nameTemplate = t;
          return QString();
      }},
+    {"Files", "overwrite", "", "", "",
+     "Replace files that have the name of an output, except the photographs of this run. Without "
+     "it no file is replaced: a number is added to the name.",
+     [](Text, Line l) {
+         l.options.settings.mayOverwrite = true;
+         return QString();
+     }},
+    {"Files", "recursive", "r", "", "",
+     "Take the photographs of folders inside of folders as well. The outputs lie in the same "
+     "folders below the folder of the outputs.",
+     [](Text, Line l) {
+         l.options.isRecursive = true;
+         return QString();
+     }},
+    {"Files", "null", "", "", "",
+     "The names on the standard input (-) end with a NUL each instead of a line feed.",
+     [](Text, Line l) {
+         l.options.isNullSeparated = true;
+         return QString();
+     }},
     {"Files", "max-megapixels", "", "N", "",
      "Refuse files whose header claims more than N megapixels (default: 250). A photograph takes "
      "some 20 bytes of memory per pixel.",
@@ -222,6 +295,12 @@ const OptionRow table[] = {
      "Let the pixels of these photographs take N MiB together; a larger one is taken alone "
      "(default: half of the memory that is available).",
      [](Text t, Line l) { return readAmount(t, 0, INT_MAX, 1024 * 1024, l.options.maxMemory); }},
+    {"Running", "dry-run", "n", "", "",
+     "Read the headers alone, say what would be written, and write nothing. Shows no window.",
+     [](Text, Line l) {
+         l.options.isDryRun = true;
+         return QString();
+     }},
     {"Running", "headless", "", "", "", "Show no window, even with a display.",
      [](Text, Line l) {
          l.options.headless = true;

@@ -337,7 +337,8 @@ std::optional<Failure> refuseSize(double width, double height, qint64 maxPixels)
     return Failure{QStringLiteral("%1 x %2 pixels are more than --max-megapixels allows (%3)")
                        .arg(width, 0, 'g', 10)
                        .arg(height, 0, 'g', 10)
-                       .arg(maxPixels / 1'000'000)};
+                       .arg(maxPixels / 1'000'000),
+                   FailureCode::TooLarge};
 }
 
 Result<Photograph> readPhotograph(const QString& path, const ReadSettings& settings)

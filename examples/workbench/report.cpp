@@ -70,11 +70,43 @@ QString keptText(const JobResult& result)
     return result.isKept ? QStringLiteral("kept ") : QString();
 }
 
+/// A word for the kind of failure, which stays the same when its sentence is worded anew.
+QString codeText(const JobResult& result)
+{
+    switch (result.code) {
+    case FailureCode::Missing:
+        return QStringLiteral("missing");
+    case FailureCode::NotAFile:
+        return QStringLiteral("not-a-file");
+    case FailureCode::Empty:
+        return QStringLiteral("empty");
+    case FailureCode::NotAPhotograph:
+        return QStringLiteral("not-a-photograph");
+    case FailureCode::Refused:
+        return QStringLiteral("refused");
+    case FailureCode::TooLarge:
+        return QStringLiteral("too-large");
+    case FailureCode::Format:
+        return QStringLiteral("format");
+    case FailureCode::Memory:
+        return QStringLiteral("memory");
+    case FailureCode::Process:
+        return QStringLiteral("process");
+    case FailureCode::ByStep:
+        break;
+    }
+    if (result.failedStep == Step::Header || result.failedStep == Step::Decode)
+        return QStringLiteral("unreadable");
+    const bool isWriting = result.failedStep == Step::Write || result.failedStep == Step::Bitmap;
+    return isWriting ? QStringLiteral("unwritable") : QStringLiteral("unprocessable");
+}
+
 QJsonObject jsonOf(const JobResult& result)
 {
     if (!result.failure.isEmpty())
         return {{QStringLiteral("file"), result.path},
                 {QStringLiteral("error"), result.failure},
+                {QStringLiteral("code"), codeText(result)},
                 {QStringLiteral("step"), QLatin1String(stepNames[std::size_t(result.failedStep)])}};
     QJsonObject milliseconds;
     for (std::size_t step = 0; step < stepNames.size(); ++step)
@@ -88,6 +120,7 @@ QJsonObject jsonOf(const JobResult& result)
                        {QStringLiteral("output"), result.output},
                        {QStringLiteral("outputSize"), jsonOf(result.outputSize)},
                        {QStringLiteral("kept"), result.isKept},
+                       {QStringLiteral("planned"), result.isPlanned},
                        {QStringLiteral("key"), keyText(result)},
                        {QStringLiteral("metadata"), result.metadata},
                        {QStringLiteral("milliseconds"), milliseconds},
@@ -120,9 +153,10 @@ QString cameraText(const JobResult& result)
     return model.isEmpty() ? QStringLiteral("-") : model;
 }
 
-Report::Report(const Options& options, const QList<Source>& sources) : m_isJson(options.json)
+Report::Report(const Options& options, const QList<Source>& sources)
+    : m_isJson(options.json), m_isQuiet(options.quiet), m_isDryRun(options.isDryRun)
 {
-    if (m_isJson)
+    if (m_isJson || m_isQuiet)
         return;
     const qsizetype limit = options.verbose ? longNameColumns : shortNameColumns;
     qsizetype width = 4;
@@ -191,6 +225,8 @@ void Report::add(const JobResult& result)
     } else {
         ++(result.isKept ? m_kept : m_exported);
     }
+    if (m_isQuiet)
+        return;
     if (m_isJson)
         Terminal::printLine(
             QString::fromUtf8(QJsonDocument(jsonOf(result)).toJson(QJsonDocument::Compact)));
@@ -200,9 +236,12 @@ void Report::add(const JobResult& result)
 
 int Report::finish()
 {
-    const QString summary =
-        QStringLiteral("%1 exported, %2 kept, %3 failed").arg(m_exported).arg(m_kept).arg(m_failed);
-    if (m_isJson)
+    const QString summary = (m_isDryRun ? QStringLiteral("%1 would be exported, %2 kept, %3 failed")
+                                        : QStringLiteral("%1 exported, %2 kept, %3 failed"))
+                                .arg(m_exported)
+                                .arg(m_kept)
+                                .arg(m_failed);
+    if (m_isJson || m_isQuiet)
         Terminal::clearProgress();
     else
         Terminal::printLine(summary);

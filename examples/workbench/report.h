@@ -49,6 +49,8 @@ private:
     void printRow(const std::function<QString(const Column&)>& text) const;
 
     const bool m_isJson;
+    const bool m_isQuiet;
+    const bool m_isDryRun;
     std::vector<Column> m_columns;
     int m_exported = 0;
     int m_kept = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sources.h"
 
-#include <imageutils/imageutils.h>
+#include "formats.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -28,50 +28,98 @@ Source sourceOf(const std::filesystem::path& path)
     return source;
 }
 
-bool isPhotographIn(const Source& source)
+bool isHidden(const Source& source)
 {
-    const QFileInfo info(source.path);
-    return NImageUtils::isSupportedFile(source.path) &&
-           !info.fileName().startsWith(QLatin1Char('.')) && !info.isDir();
+    return QFileInfo(source.path).fileName().startsWith(QLatin1Char('.'));
 }
 
-QList<Source> photographsIn(const QString& folder, bool mayBeOutputs)
+/// The photographs of folders, one folder after the other.
+class Search
 {
-    QList<Source> sources;
+public:
+    Search(const QString& outputFolder, bool isRecursive)
+        : m_outputFolder(outputFolder), m_isRecursive(isRecursive)
+    {}
+
+    QList<Source> photographsIn(const QString& folder);
+
+private:
+    void visit(const QString& folder, const QString& subfolder, bool mayBeOutputs);
+
+    const QFileInfo m_outputFolder;
+    const bool m_isRecursive;
+    QList<Source> m_found{};
+};
+
+QList<Source> Search::photographsIn(const QString& folder)
+{
+    m_found.clear();
+    visit(folder, {}, QFileInfo(folder) == m_outputFolder);
+    if (m_found.isEmpty())
+        return {{folder, QStringLiteral("the folder holds no photographs")}};
+    return m_found;
+}
+
+void Search::visit(const QString& folder, const QString& subfolder, bool mayBeOutputs)
+{
+    QList<Source> photographs;
+    QStringList folders;
     std::error_code error;
     std::filesystem::directory_iterator entry(QFileInfo(folder).filesystemFilePath(), error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         Source source = sourceOf(entry->path());
+        const QFileInfo info(source.path);
+        source.subfolder = subfolder;
         source.mayBeOutput = mayBeOutputs;
-        if (isPhotographIn(source))
-            sources.append(source);
+        if (isHidden(source))
+            continue;
+        if (!info.isDir() && Formats::isPhotographName(source.path))
+            photographs.append(source);
+        else if (m_isRecursive && info.isDir() && !info.isSymLink() && info != m_outputFolder)
+            folders.append(info.fileName());
     }
     if (error)
-        return {{folder, QString::fromStdString(error.message())}};
-    if (sources.isEmpty())
-        return {{folder, QStringLiteral("the folder holds no photographs")}};
-    std::sort(sources.begin(), sources.end(),
+        photographs = {{folder, QString::fromStdString(error.message())}};
+    std::sort(photographs.begin(), photographs.end(),
               [](const Source& a, const Source& b) { return a.path < b.path; });
-    return sources;
+    m_found.append(photographs);
+    folders.sort();
+    for (const QString& name : folders)
+        visit(QDir(folder).filePath(name), subfolder + name + QLatin1Char('/'), mayBeOutputs);
 }
 
 } // namespace
 
 QList<Source> findSources(const QStringList& paths, const QSet<QString>& undecodable,
-                          const QString& outputFolder)
+                          const QString& outputFolder, bool isRecursive)
 {
+    Search search(outputFolder, isRecursive);
     QList<Source> sources;
     for (const QString& path : paths) {
         if (undecodable.contains(path))
             sources.append({path, QStringLiteral("name is not valid UTF-8")});
         else if (QFileInfo(path).isDir())
-            sources.append(photographsIn(path, QFileInfo(path) == QFileInfo(outputFolder)));
+            sources.append(search.photographsIn(path));
         else
             sources.append({path, {}});
     }
     for (qsizetype i = 0; i < sources.size(); ++i)
         sources[i].number = int(i) + 1;
     return sources;
+}
+
+QStringList namesIn(const QByteArray& list, char separator, QSet<QString>& undecodable)
+{
+    QStringList names;
+    for (const QByteArray& bytes : list.split(separator)) {
+        QStringDecoder decoder(QStringDecoder::System);
+        const QString name = decoder(bytes);
+        if (decoder.hasError())
+            undecodable.insert(name);
+        if (!name.isEmpty())
+            names.append(name);
+    }
+    return names;
 }
 
 QStringList samplePhotographs()

@@ -163,6 +163,7 @@ void Worker::showEnd(int code, QProcess::ExitStatus status)
     JobResult result;
     result.path = m_request.path;
     result.failure = reasonOfEnd(code, status);
+    result.code = FailureCode::Process;
     result.failedStep = m_step;
     complete(result);
 }

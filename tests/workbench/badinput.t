@@ -190,6 +190,22 @@ Wrong command lines, with one line each:
   > --format x/../../y
   > --format ico
   > --scale 1e9
+  > --percent x
+  > --fit 3
+  > --fill 0x5
+  > --sharpen 11
+  > --scale 1 --long-edge 5
+  > --format png --progressive
+  > --subsampling 4:2:0
+  > --format jpg --bit-depth 16
+  > --format png --compression zip
+  > --format gif --lossless
+  > --name x
+  > --name {name}/{number}
+  > --suffix a/b
+  > --null
+  > --overwrite --bitmap --format bmp
+  > --quiet --json
   > -headless
   > -output x
   > -scale 0.5
@@ -209,6 +225,22 @@ Wrong command lines, with one line each:
   --format x/../../y: 2, lines: 1, 1 of them errors
   --format ico: 2, lines: 1, 1 of them errors
   --scale 1e9: 2, lines: 1, 1 of them errors
+  --percent x: 2, lines: 1, 1 of them errors
+  --fit 3: 2, lines: 1, 1 of them errors
+  --fill 0x5: 2, lines: 1, 1 of them errors
+  --sharpen 11: 2, lines: 1, 1 of them errors
+  --scale 1 --long-edge 5: 2, lines: 1, 1 of them errors
+  --format png --progressive: 2, lines: 1, 1 of them errors
+  --subsampling 4:2:0: 2, lines: 1, 1 of them errors
+  --format jpg --bit-depth 16: 2, lines: 1, 1 of them errors
+  --format png --compression zip: 2, lines: 1, 1 of them errors
+  --format gif --lossless: 2, lines: 1, 1 of them errors
+  --name x: 2, lines: 1, 1 of them errors
+  --name {name}/{number}: 2, lines: 1, 1 of them errors
+  --suffix a/b: 2, lines: 1, 1 of them errors
+  --null: 2, lines: 1, 1 of them errors
+  --overwrite --bitmap --format bmp: 2, lines: 1, 1 of them errors
+  --quiet --json: 2, lines: 1, 1 of them errors
   -headless: 2, lines: 1, 1 of them errors
   -output x: 2, lines: 1, 1 of them errors
   -scale 0.5: 2, lines: 1, 1 of them errors
