@@ -9,8 +9,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
-#include <string_view>
-
 namespace {
 
 bool openForReading(QFile& file, const std::string& utf8Path, std::string& error)
@@ -62,21 +60,6 @@ std::optional<ImageHeader> readByOpenImageIO(const std::string& utf8Path, std::s
 }
 
 } // namespace
-
-std::optional<FoundHeader> readKnownHeader(FileBytes& bytes)
-{
-    using namespace std::string_view_literals;
-    const std::string_view start = bytes.at(0, 12);
-    if (start.starts_with("\xff\xd8\xff"sv))
-        return readJpegHeader(bytes);
-    if (start.starts_with("BM"sv))
-        return readBitmapHeader(bytes);
-    if (start.substr(0, 8).ends_with("ftyp"sv))
-        return readHeifHeader(bytes);
-    if (start == "\0\0\0\x0cjP  \r\n\x87\n"sv || start.starts_with("\xff\x4f\xff\x51"sv))
-        return readJpeg2000Header(bytes);
-    return {};
-}
 
 std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::string& error)
 {

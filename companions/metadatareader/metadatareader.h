@@ -25,8 +25,8 @@
 ///
 /// Two providers can be built. The default one (OpenImageIO, libexif) does not see the tags of
 /// HEIC, AVIF, JPEG 2000 and WebP files, ISO and GPS of TIFF files, the previews of other files
-/// than JPEG and TIFF, nor that of a TIFF whose directories lie beyond its first 64 KiB; it decodes
-/// HEIC, AVIF and JPEG 2000 while opening, which takes 0.1 to 2 s at 12 megapixels. The other one
+/// than JPEG and TIFF, nor that of a TIFF whose directories lie beyond its first 64 KiB; of a file
+/// whose header claims more than a picture holds it gives the size alone, or nothing. The other one
 /// (Exiv2, under the GPL: build option `IMAGEUTILS_METADATA_PROVIDER=exiv2`) sees the tags and
 /// previews of all of these in under a millisecond, but knows fewer formats, and of HEIC gives the
 /// coded size, which may exceed the visible one.

@@ -3,6 +3,9 @@
 // Facts through OpenImageIO, embedded previews through libexif.
 #include <metadatareader/picturefacts.h>
 
+#include <imageutils/headers/openfile.h>
+#include <imageutils/headers/readers.h>
+
 #include <QtCore/QBuffer>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -12,13 +15,11 @@
 #include <libexif/exif-loader.h>
 #include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
-#include <OpenImageIO/strutil.h>
 
 #include <charconv>
 #include <cmath>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -247,43 +248,11 @@ Specification specificationOfJpeg(QIODevice& file)
     return found;
 }
 
-/// A file whose path has a '?', behind which `ImageInput::open` expects settings of a reader: the
-/// readers are tried in the order in which it tries them, that of the extension first.
-Specification specificationOfLiteral(const std::string& path)
-{
-    std::vector<std::string> readers{OIIO::Filesystem::extension(path, false)};
-    for (const std::string& format :
-         OIIO::Strutil::splits(OIIO::get_string_attribute("format_list"), ","))
-        if (format != "null" && format != "term") // which read no file
-            readers.push_back(format);
-    for (const std::string& reader : readers) {
-        const auto input = OIIO::ImageInput::create(reader);
-        OIIO::ImageSpec spec;
-        if (input && input->open(path, spec))
-            return specificationOf(input);
-    }
-    return {};
-}
-
-/// Whether OpenImageIO would expand the run lengths of a bitmap file to more than 64 MiB while it
-/// opens the file.
-bool isVastBitmap(QFile& file)
-{
-    const QByteArray head = file.peek(34);
-    if (head.size() < 34 || !head.startsWith("BM"))
-        return false;
-    const auto field = [&head](int at) { return qFromLittleEndian<qint32>(head.constData() + at); };
-    const bool isRunLength = field(14) >= 40 && (field(30) == 1 || field(30) == 2);
-    return isRunLength && std::abs(double(field(18)) * field(22)) > 1 << 26;
-}
-
 /// What OpenImageIO says about the file at `path`, by an absolute path: some readers take a name
 /// like "pipe:0.mov" for an address.
 Specification specificationOfFile(const QString& path)
 {
-    const std::string absolute = QFileInfo(path).absoluteFilePath().toStdString();
-    return absolute.find('?') != absolute.npos ? specificationOfLiteral(absolute)
-                                               : specificationOf(OIIO::ImageInput::open(absolute));
+    return specificationOf(OpenFile::open(QFileInfo(path).absoluteFilePath().toStdString()));
 }
 
 struct UnrefExif
@@ -350,6 +319,16 @@ QString previewOf(const ExifData* exif)
         .arg(spec.height);
 }
 
+/// The size of a picture that OpenImageIO would decode, or for which it would take too much memory
+/// or time, while it opens the file. OpenImageIO finds no tags in such files.
+std::optional<FoundHeader> headerOf(QFile& file)
+{
+    FileBytes bytes([&file](std::int64_t position, char* to, std::int64_t count) {
+        return file.seek(position) ? file.read(to, count) : 0;
+    });
+    return readKnownHeader(bytes);
+}
+
 } // namespace
 
 std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error)
@@ -359,11 +338,14 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
         error = file.errorString();
         return {};
     }
-    if (isVastBitmap(file)) {
-        error = QStringLiteral("the bitmap is too large");
+    const bool isJpeg = file.peek(3) == "\xFF\xD8\xFF";
+    if (const auto found = isJpeg ? std::nullopt : headerOf(file)) {
+        if (!found->refusal)
+            return PictureFacts{
+                extensionsOf(found->format), found->header.width, found->header.height, {}};
+        error = QString::fromLatin1(found->refusal);
         return {};
     }
-    const bool isJpeg = file.peek(3) == "\xFF\xD8\xFF";
     const auto [spec, format] = isJpeg ? specificationOfJpeg(file) : specificationOfFile(path);
     if (format.empty()) {
         error = QString::fromStdString(OIIO::geterror()); // each thread has an error of its own

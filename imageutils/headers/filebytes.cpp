@@ -12,6 +12,14 @@ std::uint64_t bigEndian(std::string_view bytes)
     return number;
 }
 
+std::uint64_t littleEndian(std::string_view bytes)
+{
+    std::uint64_t number = 0;
+    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte)
+        number = number << 8 | static_cast<unsigned char>(*byte);
+    return number;
+}
+
 std::string_view FileBytes::at(std::int64_t position, std::size_t count)
 {
     constexpr std::size_t windowBytes = 4096;

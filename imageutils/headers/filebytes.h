@@ -10,6 +10,9 @@
 /// The number whose bytes are `bytes`, the most significant byte first.
 std::uint64_t bigEndian(std::string_view bytes);
 
+/// The number whose bytes are `bytes`, the least significant byte first.
+std::uint64_t littleEndian(std::string_view bytes);
+
 /// The bytes of a file by their position, read through a window of 4 KiB. After a failed read the
 /// file reads as if it ended there, and `hasFailed` says so.
 class FileBytes

@@ -15,6 +15,7 @@ struct FoundHeader
     /// Where the versions of OpenImageIO differ in whether a JPEG file is turned: a JPEG file of
     /// one pixel with the metadata of the file, for OpenImageIO to decide.
     std::string unclearTurn;
+    const char* format = ""; ///< as OpenImageIO names it
 };
 
 // Readers of single formats. They are called for a file whose first bytes are those of the format
@@ -23,6 +24,9 @@ struct FoundHeader
 
 /// Of bitmaps only those whose run lengths OpenImageIO would expand to more than 64 MiB at once.
 std::optional<FoundHeader> readBitmapHeader(FileBytes& bytes);
+/// Of the other formats that OpenImageIO reads only files whose headers claim so much that
+/// OpenImageIO would take more than about 64 MiB or a second to open them.
+std::optional<FoundHeader> readVastClaims(FileBytes& bytes);
 std::optional<FoundHeader> readJpegHeader(FileBytes& bytes);
 std::optional<FoundHeader> readHeifHeader(FileBytes& bytes);
 std::optional<FoundHeader> readJpeg2000Header(FileBytes& bytes);
@@ -31,4 +35,4 @@ std::optional<FoundHeader> readJpeg2000Header(FileBytes& bytes);
 std::optional<FoundHeader> readKnownHeader(FileBytes& bytes);
 
 /// A file that cannot be an image of the format, for the reason `refusal`.
-inline FoundHeader refusedHeader(const char* refusal) { return {{}, refusal, {}}; }
+inline FoundHeader refusedHeader(const char* refusal) { return {{}, refusal, {}, ""}; }
