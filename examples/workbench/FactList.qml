@@ -2,42 +2,52 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Controls.Basic
-import QtQuick.Layouts
 import Workbench
 
-GridLayout { // what is known about a photograph
+Column { // what is known about a photograph; its texts can be selected
     id: root
 
-    required property PhotographRow photograph
+    required property list<string> names
+    required property list<string> values
+    readonly property int nameWidth: 84
 
-    readonly property list<string> names: ["File", "Size", "Camera", "Pixels", "Output", "Times"]
-    readonly property list<string> values: root.photograph ? [
-        root.photograph.path,
-        root.photograph.upright + " (stored " + root.photograph.stored + ")",
-        root.photograph.camera,
-        "all grey: " + root.photograph.grey + ", finest detail in the lightness: " + root.photograph.noise,
-        root.photograph.stage === WorkbenchModel.Failed ? root.photograph.detail : root.photograph.output,
-        root.photograph.times
-    ] : []
-
-    columns: 2
-    columnSpacing: 16
-    rowSpacing: 4
+    spacing: 3
 
     Repeater {
-        model: root.names.length * 2
+        model: root.names
 
-        Label { // name and value by turns
+        Row {
+            id: fact
+
             required property int index
-            readonly property int row: Math.floor(index / 2)
-            readonly property bool isName: index % 2 === 0
+            required property string modelData
 
-            Layout.fillWidth: !isName
-            text: isName ? root.names[row] : root.values[row] ?? ""
-            textFormat: Text.PlainText
-            elide: Text.ElideMiddle
-            color: isName ? root.palette.placeholderText : root.palette.windowText
+            spacing: Style.gap
+
+            Text {
+                width: root.nameWidth
+                text: fact.modelData
+                elide: Text.ElideRight
+                font.pixelSize: Style.smallTextSize
+                color: Style.mutedText
+            }
+
+            TextEdit {
+                id: value
+
+                width: root.width - root.nameWidth - fact.spacing
+                text: root.values[fact.index] ?? ""
+                textFormat: TextEdit.PlainText
+                wrapMode: TextEdit.Wrap
+                readOnly: true
+                selectByMouse: true
+                font.pixelSize: Style.smallTextSize
+                color: Style.text
+                selectionColor: Style.accent
+                selectedTextColor: Style.accentText
+                Accessible.role: Accessible.StaticText
+                Accessible.name: fact.modelData + ": " + value.text
+            }
         }
     }
 }

@@ -7,7 +7,7 @@ import QtQuick.Layouts
 import NImageUtils 1.0
 import Workbench
 
-Popup { // the machine, which is asked while it is shown, and how long the photograph would take on a device
+Panel { // the machine, which is asked while it is shown
     id: root
 
     required property OSUtils desktop
@@ -15,68 +15,64 @@ Popup { // the machine, which is asked while it is shown, and how long the photo
 
     readonly property int device: Math.max(0, processors.currentIndex - 2) // "Auto" takes the first
     readonly property bool isKnown: root.pixels.width > 0
-    readonly property int seconds: root.isKnown ? root.desktop.estimateRescueETASeconds(root.pixels, root.device) : 0
-    readonly property list<string> names: ["Processor", "Memory", "Graphics", "Monitor"]
-    readonly property list<string> values: root.visible ? [
-        root.desktop.cpuName(),
-        root.desktop.getCpuMemory().toFixed(1) + " GiB",
-        Array.from(root.desktop.gpuList()).join(", ") || "none",
-        Library.monitorColorSpace()
-    ] : []
+    readonly property int seconds: root.visible && root.isKnown ? root.desktop.estimateRescueETASeconds(root.pixels, root.device) : 0
+    readonly property string monitor: root.visible ? Library.monitorColorSpace() : ""
 
     function duration(seconds: int): string {
         if (seconds < 600)
-            return seconds + " s";
-        return seconds < 36000 ? Math.round(seconds / 60) + " min" : Math.round(seconds / 3600) + " h";
+            return qsTr("%1 s").arg(seconds);
+        return seconds < 36000 ? qsTr("%1 min").arg(Math.round(seconds / 60)) : qsTr("%1 h").arg(Math.round(seconds / 3600));
     }
 
-    padding: 16
-    background: Rectangle {
-        color: root.palette.base
-        border.color: root.palette.mid
-    }
+    ColumnLayout {
+        spacing: Style.margin
 
-    GridLayout {
-        anchors.fill: parent
-        columns: 2
-        columnSpacing: 16
-        rowSpacing: 4
+        Text {
+            text: qsTr("This machine")
+            font.pixelSize: Style.titleSize
+            font.bold: true
+            color: Style.text
+        }
 
-        Repeater {
-            model: root.names.length * 2
+        FactList {
+            Layout.fillWidth: true
+            Layout.minimumWidth: 420
+            names: [qsTr("Processor"), qsTr("Memory"), qsTr("Graphics"), qsTr("Monitor")]
+            values: root.visible ? [root.desktop.cpuName() || "–", qsTr("%1 GiB").arg(root.desktop.getCpuMemory().toFixed(1)), Array.from(root.desktop.gpuList()).join(", ") || qsTr("none that can compute"), root.monitor || qsTr("has no colour profile; pictures are shown as sRGB")] : []
+        }
 
-            Label { // name and value by turns
-                required property int index
-                readonly property int row: Math.floor(index / 2)
-                readonly property bool isName: index % 2 === 0
+        RowLayout {
+            spacing: Style.gap
 
-                Layout.fillWidth: !isName
-                text: isName ? root.names[row] : root.values[row] ?? ""
-                textFormat: Text.PlainText
-                elide: Text.ElideMiddle
-                color: isName ? root.palette.placeholderText : root.palette.windowText
+            Text {
+                text: qsTr("Device")
+                font.pixelSize: Style.textSize
+                color: Style.mutedText
+            }
+
+            ComboBox {
+                id: processors
+
+                Layout.fillWidth: true
+                model: root.visible ? root.desktop.getAIProcessors() : []
+                Accessible.name: qsTr("Device of the estimate")
             }
         }
 
-        Label {
-            text: "Device"
-            color: root.palette.placeholderText
+        Text {
+            Layout.preferredWidth: 420
+            visible: root.isKnown
+            text: qsTr("A restoration by a neural network would take about %1 for this photograph on this device. This program does not restore; its exports take seconds.").arg(root.duration(root.seconds))
+            wrapMode: Text.Wrap
+            font.pixelSize: Style.smallTextSize
+            color: Style.mutedText
         }
 
-        ComboBox {
-            id: processors
-
-            Layout.fillWidth: true
-            model: root.visible ? root.desktop.getAIProcessors() : []
-        }
-
-        Label {
-            text: "Estimate"
-            color: root.palette.placeholderText
-        }
-
-        Label {
-            text: root.isKnown ? "about " + root.duration(root.seconds) + " for this photograph" : "–"
+        FlatButton {
+            Layout.alignment: Qt.AlignRight
+            focus: true
+            text: qsTr("Close")
+            onClicked: root.close()
         }
     }
 }

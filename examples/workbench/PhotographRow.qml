@@ -9,55 +9,91 @@ import Workbench
 ItemDelegate { // one photograph in the list, and everything known about it
     id: root
 
+    required property WorkbenchModel photographs
     required property int index
+    required property int number
     required property string path
-    required property int stage
-    required property string detail
-    required property string stored
-    required property string upright
-    required property size pixels
-    required property string grey
-    required property string noise
-    required property string output
-    required property string outputSize
-    required property string camera
-    required property string times
     required property string name
+    required property int stage
+    required property string failure
+    required property string output
+    required property string sizes
+    required property list<string> factNames
+    required property list<string> factValues
+    required property size pixels
+    required property real degrees
 
+    readonly property bool isFailed: root.stage === WorkbenchModel.Failed
+    readonly property bool isInQueue: root.stage === WorkbenchModel.Waiting || root.stage === WorkbenchModel.Exporting
     readonly property string stageText: {
         switch (root.stage) {
-        case WorkbenchModel.Working:
-            return root.detail;
+        case WorkbenchModel.Waiting:
+            return qsTr("waiting");
+        case WorkbenchModel.Exporting:
+            return qsTr("being exported");
         case WorkbenchModel.Exported:
-            return "exported";
+            return qsTr("exported");
         case WorkbenchModel.Kept:
-            return "kept";
+            return qsTr("was up to date");
         case WorkbenchModel.Failed:
-            return "failed";
+            return qsTr("failed");
         default:
-            return "waiting";
+            return "";
         }
     }
 
     signal chosen
 
+    height: 64
+    padding: Style.gap
     highlighted: ListView.isCurrentItem
+    Accessible.name: root.stageText === "" ? root.name : root.name + ", " + root.stageText
+    Accessible.description: root.failure
+    ToolTip.visible: root.hovered && root.isFailed
+    ToolTip.delay: 500
+    ToolTip.text: root.failure
     onClicked: root.chosen()
     background: Rectangle {
-        color: root.highlighted ? root.palette.highlight : root.hovered ? root.palette.mid : "transparent"
+        color: root.highlighted ? Style.selection : root.hovered ? Style.control : "transparent"
+
+        Rectangle { // where the keyboard is
+            anchors.fill: parent
+            visible: root.highlighted && (root.ListView.view?.activeFocus ?? false)
+            color: "transparent"
+            border.width: 2
+            border.color: Style.accent
+        }
     }
     contentItem: RowLayout {
-        Label {
-            Layout.fillWidth: true
-            text: root.name
-            textFormat: Text.PlainText
-            elide: Text.ElideMiddle
+        spacing: Style.gap
+
+        Thumbnail {
+            Layout.preferredWidth: 64
+            Layout.preferredHeight: 48
+            photographs: root.photographs
+            number: root.number
         }
 
-        Label {
-            text: root.stageText
-            opacity: 0.8
-            color: root.stage === WorkbenchModel.Failed ? (root.palette.window.hslLightness < 0.5 ? "#ff8a80" : "#b3261e") : root.palette.windowText
+        ColumnLayout {
+            spacing: 2
+
+            Text {
+                Layout.fillWidth: true
+                text: root.name
+                textFormat: Text.PlainText
+                elide: Text.ElideMiddle
+                font.pixelSize: Style.textSize
+                color: Style.text
+            }
+
+            Text {
+                Layout.fillWidth: true
+                text: root.stageText === "" || root.sizes === "" ? root.stageText + root.sizes : root.stageText + " · " + root.sizes
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                font.pixelSize: Style.smallTextSize
+                color: root.isFailed ? Style.failure : Style.mutedText
+            }
         }
     }
 }

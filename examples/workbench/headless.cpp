@@ -25,11 +25,6 @@
 
 namespace {
 
-int jobsFor(const Options& options)
-{
-    return options.jobs > 0 ? options.jobs : std::max(1, int(std::thread::hardware_concurrency()));
-}
-
 /// Hands photographs to workers and reports what became of them, in their order.
 class Batch : public QObject
 {
@@ -261,4 +256,9 @@ qint64 memoryFor(const Options& options)
         return options.maxMemory;
     const qint64 available = availableMemory();
     return available > 0 ? available / 2 : std::numeric_limits<qint64>::max() / 2;
+}
+
+int jobsFor(const Options& options)
+{
+    return options.jobs > 0 ? options.jobs : std::max(1, int(std::thread::hardware_concurrency()));
 }

@@ -11,3 +11,6 @@ int runHeadless(const Options& options, const QList<Source>& sources);
 
 /// The bytes that the pixels of all photographs in work may take together.
 qint64 memoryFor(const Options& options);
+
+/// How many photographs are in work at once.
+int jobsFor(const Options& options);

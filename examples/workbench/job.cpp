@@ -434,6 +434,10 @@ Refusal Job::publish(const Result<std::unique_ptr<AtomicFile>>& file, const Outp
 
 } // namespace
 
+std::optional<Failure> refusalOf(const QString& path) { return refuseEntry(path); }
+
+QJsonObject tagsOf(const QString& path) { return tagsOf(readMetadata(path)); }
+
 JobResult runJob(const Request& request, const JobContext& context)
 {
     Messages::Collector collector;

@@ -10,6 +10,26 @@ QJsonValue jsonOf(QSize size) { return QJsonArray{size.width(), size.height()}; 
 
 QSize sizeOf(const QJsonValue& value) { return {value[0].toInt(-1), value[1].toInt(-1)}; }
 
+QJsonValue jsonOf(const QRectF& rect)
+{
+    return QJsonArray{rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+QRectF rectOf(const QJsonValue& value)
+{
+    return {value[0].toDouble(), value[1].toDouble(), value[2].toDouble(), value[3].toDouble()};
+}
+
+QJsonObject jsonOf(const View& view)
+{
+    return {{"kind", int(view.kind)}, {"bounds", jsonOf(view.bounds)}, {"part", jsonOf(view.part)}};
+}
+
+View viewOf(const QJsonValue& json)
+{
+    return {View::Kind(json["kind"].toInt()), sizeOf(json["bounds"]), rectOf(json["part"])};
+}
+
 QJsonValue jsonOf(std::optional<bool> answer)
 {
     return answer ? QJsonValue(*answer) : QJsonValue();
@@ -117,7 +137,7 @@ QByteArray lineOf(const Request& request)
                               {"subfolder", request.subfolder},
                               {"number", request.number},
                               {"mayBeOutput", request.mayBeOutput},
-                              {"preview", jsonOf(request.preview)},
+                              {"view", jsonOf(request.view)},
                               {"memoryShare", request.memoryShare},
                               {"options", jsonOf(request.options)}});
 }
@@ -126,7 +146,7 @@ Request requestOf(const QByteArray& line)
 {
     const QJsonObject json = QJsonDocument::fromJson(line).object();
     return {json["path"].toString(),    json["mayBeOutput"].toBool(),
-            sizeOf(json["preview"]),    json["memoryShare"].toInteger(),
+            viewOf(json["view"]),       json["memoryShare"].toInteger(),
             optionsOf(json["options"]), json["subfolder"].toString(),
             json["number"].toInt()};
 }
@@ -151,6 +171,9 @@ QByteArray lineOf(const Message& message)
     case Message::Kind::Preview:
         object.insert("size", jsonOf(message.size));
         object.insert("bytes", message.bytes);
+        object.insert("part", jsonOf(QRectF(message.part)));
+        object.insert("whole", jsonOf(message.whole));
+        object.insert("result", jsonOf(message.result));
         break;
     }
     return lineOf(object);
@@ -162,6 +185,8 @@ std::optional<Message> messageOf(const QByteArray& line)
     const int kind = json["kind"].toInt(-1);
     if (kind < int(Message::Kind::Step) || kind > int(Message::Kind::Preview))
         return {};
-    return Message{Message::Kind(kind),     Step(json["step"].toInt()), json["bytes"].toInteger(),
-                   json["text"].toString(), sizeOf(json["size"]),       resultOf(json["result"])};
+    return Message{Message::Kind(kind),           Step(json["step"].toInt()),
+                   json["bytes"].toInteger(),     json["text"].toString(),
+                   sizeOf(json["size"]),          resultOf(json["result"]),
+                   rectOf(json["part"]).toRect(), sizeOf(json["whole"])};
 }

@@ -6,18 +6,34 @@
 #include "sources.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QRect>
 
 /// What the program and its worker processes say to each other over pipes: one line of JSON each.
 /// The program sends a Request; the worker answers with any number of Messages, of which the last
 /// one is a Result or a Preview. A worker that wants memory waits for one line, whatever it says.
+
+/// What a window wants to show of a photograph.
+struct View
+{
+    enum class Kind {
+        None,      ///< nothing: the request is an export
+        Thumbnail, ///< the whole photograph, small
+        Before,    ///< the photograph, turned as its export is
+        After,     ///< the pixels that the export would have
+        Prepare    ///< nothing yet; the photograph is decoded for a later view
+    };
+    Kind kind = Kind::None;
+    QSize bounds{};          ///< the pixels that the window has for it
+    QRectF part{0, 0, 1, 1}; ///< what is visible, in widths and heights of the picture
+};
 
 /// One photograph to be exported, or to be shown in a window.
 struct Request
 {
     QString path;
     bool mayBeOutput = false; ///< an earlier output of this program at `path` is passed over
-    QSize preview{};          ///< the largest size to be shown; invalid for an export
-    qint64 memoryShare = 0;   ///< bytes that a worker may use without asking
+    View view{};
+    qint64 memoryShare = 0; ///< bytes that a worker may use without asking
     Options options{};
     QString subfolder{}; ///< as in Source
     int number = 0;      ///< as in Source
@@ -31,7 +47,8 @@ struct Message
         Temporary, ///< a file `text` is about to be created, to be removed if the worker dies
         Log,       ///< a line `text` for the error output
         Result,    ///< the photograph is done
-        Preview    ///< `bytes` bytes of RGBA pixels follow the line, of a picture of `size`
+        Preview    ///< `bytes` bytes of RGBA pixels follow the line, of a picture of `size`, which
+                   ///< shows `part` of a picture of `whole` pixels; `result` has the facts
     };
     Kind kind;
     Step step = Step::Header;
@@ -39,6 +56,8 @@ struct Message
     QString text{};
     QSize size{};
     JobResult result{};
+    QRect part{};
+    QSize whole{};
 };
 
 /// The request to export `source` with `options`.

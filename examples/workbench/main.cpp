@@ -131,6 +131,16 @@ std::optional<int> answer(const CommandLine& line)
     return !line.page.isEmpty() || line.error.isEmpty() ? 0 : wrongUsage;
 }
 
+/// Without a window the folder is tried before any work.
+int runTable(const Options& options, const QList<Source>& sources)
+{
+    const OutputFolder folder(options.settings.outputFolder, options.isDryRun);
+    if (folder.failure().isEmpty())
+        return runHeadless(options, sources);
+    Terminal::printError(QLatin1String("imageutils-workbench: ") + folder.failure());
+    return wrongUsage;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -151,25 +161,21 @@ int main(int argc, char** argv)
     if (const std::optional<int> status = answer(line))
         return *status;
 
-    QStringList paths = line.options.paths.isEmpty() ? samplePhotographs() : line.options.paths;
-    if (paths.isEmpty()) {
+    QStringList paths = line.options.paths;
+    if (paths.isEmpty() && !isWindowed) // a window begins empty
+        paths = samplePhotographs();
+    if (paths.isEmpty() && !isWindowed) {
         Terminal::printError(QStringLiteral("imageutils-workbench: name a photograph or a folder; "
                                             "the sample photographs (package mate-backgrounds) are "
                                             "not installed"));
         return wrongUsage;
     }
-    const ExportSettings& settings = line.options.settings;
     replaceList(paths, line.options.isNullSeparated ? '\0' : '\n', arguments.undecodable);
-    QList<Source> sources =
-        findSources(paths, arguments.undecodable, settings.outputFolder, line.options.isRecursive);
-    Naming::refuseLosses(sources, settings);
-    const OutputFolder folder(settings.outputFolder, line.options.isDryRun);
-    if (!folder.failure().isEmpty()) {
-        Terminal::printError(QLatin1String("imageutils-workbench: ") + folder.failure());
-        return wrongUsage;
-    }
+    QList<Source> sources = findSources(
+        paths, arguments.undecodable, line.options.settings.outputFolder, line.options.isRecursive);
+    Naming::refuseLosses(sources, line.options.settings);
     const int status =
-        isWindowed ? runWindow(line.options, sources) : runHeadless(line.options, sources);
+        isWindowed ? runWindow(line.options, sources) : runTable(line.options, sources);
     if (Interruption::isWanted())
         Interruption::obey();
     return status;

@@ -1,11 +1,63 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QtCore/QSize>
-#include <QtCore/QString>
+#include "colours.h"
+#include "jobmessage.h"
+#include "pixelbuffer.h"
+#include "planes.h"
+
+#include <QtCore/QDateTime>
 #include <QtGui/QImage>
 
-/// The photograph at `path` as a window shows it: read as for an export, upright, fitted into
-/// `bounds`, in sRGB, as `Format_RGBA8888` with rows that are not padded. Null when it cannot be
-/// read, or claims more than `maxPixels`.
-QImage previewOf(const QString& path, QSize bounds, qint64 maxPixels);
+#include <list>
+#include <memory>
+#include <optional>
+
+/// What a window shows of photographs. Decoded photographs are kept within a limit of memory, so
+/// that another part of one, or the same part with other settings, needs no decoding.
+class Preview
+{
+public:
+    /// Keeps decoded photographs of `bytes`.
+    explicit Preview(qint64 bytes) : m_bytes(bytes) {}
+
+    /// What `request` wants to see: the message that goes before the pixels. A photograph that
+    /// cannot be shown gives an empty picture, and the facts say why.
+    Message of(const Request& request);
+
+    /// The pixels of the message before: RGBA in sRGB, rows that are not padded.
+    QByteArray pixels() const;
+
+private:
+    /// A picture on its way to the window, and the settings that made it.
+    struct Picture
+    {
+        QString settings;
+        Planes planes;
+    };
+    struct Decoded
+    {
+        QString path;
+        QString version; ///< of the file and of the settings of decoding
+        std::unique_ptr<PixelBuffer> buffer;
+        Planes planes;
+        ColourTransform toDisplay;
+        JobResult facts;
+        Picture before{};
+        Picture after{};
+    };
+
+    void show(const Request& request, Message& message);
+    bool showThumbnail(const Request& request, Message& message);
+    Decoded* decoded(const Request& request, JobResult& facts);
+    std::optional<Decoded> decode(const Request& request, JobResult& facts) const;
+    QString updateBefore(Decoded& photograph, const ExportSettings& settings) const;
+    QString updateAfter(Decoded& photograph, const ExportSettings& settings) const;
+    void showPart(const Decoded& photograph, const Planes& planes, const View& view,
+                  Message& message);
+    void dropOldest();
+
+    const qint64 m_bytes;
+    std::list<Decoded> m_decoded; ///< the last one that was shown comes first
+    QImage m_image;
+};

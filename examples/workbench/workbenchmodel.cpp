@@ -1,132 +1,348 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "workbenchmodel.h"
 
-#include "report.h"
+#include "facts.h"
+#include "headless.h"
 #include "terminal.h"
 
-#include <QtCore/QFileInfo>
+#include <imageutils/imageutils.h>
 
-#include <cmath>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QSettings>
+#include <QtCore/QUrl>
 
 namespace {
 
-enum Role {
-    PathRole = Qt::UserRole,
-    StateRole,
-    DetailRole,
-    StoredRole,
-    UprightRole,
-    PixelsRole,
-    GreyRole,
-    NoiseRole,
-    OutputRole,
-    OutputSizeRole,
-    CameraRole,
-    TimesRole
-};
+QString recentKey() { return QStringLiteral("window/folders"); }
 
-/// "decode 312 ms, resample 1204 ms, …"
-QString timesText(const JobResult& result)
+/// The Exif orientation of a picture with `orientation` that is turned a quarter clockwise.
+int turnedRight(int orientation)
 {
-    QStringList times;
-    for (std::size_t step = 0; step < stepNames.size(); ++step)
-        if (const double milliseconds = result.milliseconds[step]; milliseconds >= 0.5)
-            times.append(QStringLiteral("%1 %2 ms")
-                             .arg(QString::fromLatin1(stepNames[step]))
-                             .arg(std::round(milliseconds)));
-    return times.join(QLatin1String(", "));
+    constexpr std::array<int, 9> next{0, 6, 7, 8, 5, 2, 3, 4, 1};
+    return next[std::size_t(orientation)];
+}
+
+/// The Exif orientation of a picture with `orientation` that is mirrored, left to right.
+int mirrored(int orientation)
+{
+    constexpr std::array<int, 9> next{0, 2, 1, 4, 3, 6, 5, 8, 7};
+    return next[std::size_t(orientation)];
+}
+
+bool isDone(WorkbenchModel::State state)
+{
+    return state == WorkbenchModel::State::Exported || state == WorkbenchModel::State::Kept;
+}
+
+bool isInQueue(WorkbenchModel::State state)
+{
+    return state == WorkbenchModel::State::Waiting || state == WorkbenchModel::State::Exporting;
 }
 
 } // namespace
 
-WorkbenchModel::WorkbenchModel(const Options& options, const QList<Source>& sources,
-                               qint64 memoryShare)
-    : m_options(options), m_memoryShare(memoryShare)
+WorkbenchModel::WorkbenchModel(const Options& options, const QList<Source>& sources, qint64 memory)
+    : m_settings(options), m_store(memory / 2), m_queue(jobsFor(options), memory)
 {
     append(sources);
-    connect(&m_worker, &Worker::stepped, this, &WorkbenchModel::showStep);
-    connect(&m_worker, &Worker::memoryWanted, &m_worker, &Worker::grantMemory); // nobody shares it
-    connect(&m_worker, &Worker::finished, this, &WorkbenchModel::showResult);
-    connect(&m_worker, &Worker::unavailable, this, [this](const QString& reason) {
-        JobResult result;
-        result.failure = QStringLiteral("no process can be started for it: %1").arg(reason);
-        showResult(result);
-    });
+    connect(&m_queue, &ExportQueue::stepped, this, &WorkbenchModel::showStep);
+    connect(&m_queue, &ExportQueue::finished, this, &WorkbenchModel::showResult);
+    connect(&m_store, &PreviewStore::known, this, &WorkbenchModel::showFacts);
+    connect(&m_settings, &SettingsModel::changed, this, [this] { Q_EMIT viewChanged(-1); });
 }
 
-void WorkbenchModel::start()
-{
-    m_isStarted = true;
-    startNext();
-}
+WorkbenchModel::~WorkbenchModel() { m_pool.waitForDone(); }
 
 void WorkbenchModel::append(const QList<Source>& sources)
 {
-    for (const Source& source : sources)
-        m_entries.append({source, State::Waiting, Step::Header, {}});
+    for (const Source& source : sources) {
+        Entry entry{m_nextNumber++, source};
+        entry.source.number = entry.number + 1;
+        if (!source.refusal.isEmpty()) {
+            entry.state = State::Failed;
+            entry.facts.failure = source.refusal;
+            ++m_failed;
+        }
+        m_rows.insert(entry.number, int(m_entries.size()));
+        m_numbers.insert(source.path, entry.number);
+        m_entries.append(entry);
+    }
 }
 
 void WorkbenchModel::add(const QStringList& paths)
 {
-    const QList<Source> sources = findSources(paths, {}, m_options.settings.outputFolder);
-    if (sources.isEmpty())
+    if (paths.isEmpty())
         return;
-    beginInsertRows({}, count(), count() + int(sources.size()) - 1);
-    append(sources);
-    endInsertRows();
+    for (const QString& path : paths)
+        rememberFolder(path);
+    ++m_listings;
     Q_EMIT progressed();
-    startNext();
+    m_pool.start([this, paths, folder = m_settings.folder()] {
+        const QList<Source> sources = findSources(paths, {}, folder);
+        QMetaObject::invokeMethod(this, [this, sources] {
+            --m_listings;
+            beginInsertRows({}, count(), count() + int(sources.size()) - 1);
+            const int first = m_nextNumber;
+            append(sources);
+            endInsertRows();
+            Q_EMIT progressed();
+            Q_EMIT added(first, int(sources.size()));
+        });
+    });
 }
 
-/// Starts the next photograph unless one is in work.
-void WorkbenchModel::startNext()
+void WorkbenchModel::addUrls(const QList<QUrl>& urls)
 {
-    if (!m_isStarted || m_worker.isBusy() || m_current >= count())
+    QStringList paths;
+    for (const QUrl& url : urls)
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    add(paths);
+}
+
+void WorkbenchModel::remove(int number)
+{
+    const int row = m_rows.value(number, -1);
+    if (row < 0)
         return;
-    const Source& source = m_entries.at(m_current).source;
-    if (source.refusal.isEmpty()) {
-        m_worker.start(requestFor(source, m_options, m_memoryShare));
+    cancel(number);
+    beginRemoveRows({}, row, row);
+    setState(m_entries[row], State::Listed); // it is not counted any more
+    m_numbers.remove(m_entries.at(row).source.path, number);
+    m_entries.removeAt(row);
+    renumberRows();
+    endRemoveRows();
+    Q_EMIT progressed();
+}
+
+void WorkbenchModel::clear()
+{
+    cancelAll();
+    beginResetModel();
+    m_entries.clear();
+    m_rows.clear();
+    m_numbers.clear();
+    m_exported = m_failed = 0;
+    endResetModel();
+    Q_EMIT progressed();
+}
+
+void WorkbenchModel::exportOne(int number)
+{
+    if (Entry* const entry = find(number))
+        enqueue(*entry);
+    Q_EMIT progressed();
+}
+
+void WorkbenchModel::exportAll()
+{
+    for (Entry& entry : m_entries)
+        enqueue(entry);
+    Q_EMIT progressed();
+}
+
+void WorkbenchModel::retryFailed()
+{
+    for (Entry& entry : m_entries)
+        if (entry.state == State::Failed)
+            enqueue(entry);
+    Q_EMIT progressed();
+}
+
+void WorkbenchModel::enqueue(Entry& entry)
+{
+    if (isInQueue(entry.state) || !entry.source.refusal.isEmpty())
         return;
-    }
-    JobResult result;
-    result.failure = source.refusal;
-    showResult(result);
+    if (remaining() == 0)
+        m_failedOfRun = 0;
+    setState(entry, State::Waiting);
+    m_queue.add(entry.number, *requestFor(entry.number));
+    changed(entry);
 }
 
-void WorkbenchModel::showStep(Step step)
+void WorkbenchModel::cancel(int number)
 {
-    m_entries[m_current].state = State::Working;
-    m_entries[m_current].step = step;
-    changed(m_current);
+    Entry* const entry = find(number);
+    if (!entry || !isInQueue(entry->state))
+        return;
+    m_queue.cancel(number);
+    setState(*entry, State::Listed);
+    changed(*entry);
+    Q_EMIT progressed();
 }
 
-void WorkbenchModel::showResult(const JobResult& result)
+void WorkbenchModel::cancelAll()
 {
-    Entry& entry = m_entries[m_current];
-    entry.result = result;
-    m_latest = m_current;
-    ++m_finished;
+    m_queue.cancelAll();
+    for (Entry& entry : m_entries)
+        if (isInQueue(entry.state)) {
+            setState(entry, State::Listed);
+            changed(entry);
+        }
+    Q_EMIT progressed();
+}
+
+void WorkbenchModel::turn(int number, int quarters)
+{
+    Entry* const entry = find(number);
+    if (!entry)
+        return;
+    for (int i = 0; i < (quarters % 4 + 4) % 4; ++i)
+        entry->turn = turnedRight(entry->turn);
+    changed(*entry);
+    Q_EMIT viewChanged(number);
+}
+
+void WorkbenchModel::mirror(int number)
+{
+    Entry* const entry = find(number);
+    if (!entry)
+        return;
+    entry->turn = mirrored(entry->turn);
+    changed(*entry);
+    Q_EMIT viewChanged(number);
+}
+
+void WorkbenchModel::setDegrees(int number, double degrees)
+{
+    Entry* const entry = find(number);
+    if (!entry || entry->degrees == degrees)
+        return;
+    entry->degrees = degrees;
+    changed(*entry);
+    Q_EMIT viewChanged(number);
+}
+
+void WorkbenchModel::prepare(const QList<int>& numbers)
+{
+    QList<Request> requests;
+    for (const int number : numbers)
+        if (const auto request = requestFor(number))
+            requests.append(*request);
+    m_store.prepare(requests);
+}
+
+int WorkbenchModel::secondsLeft() const
+{
+    return int((m_queue.remainingMilliseconds() + 999) / 1000);
+}
+
+void WorkbenchModel::setPaused(bool isPaused)
+{
+    m_queue.setPaused(isPaused);
+    Q_EMIT progressed();
+}
+
+std::optional<Request> WorkbenchModel::requestFor(int number) const
+{
+    const int row = m_rows.value(number, -1);
+    if (row < 0)
+        return {};
+    const Entry& entry = m_entries.at(row);
+    Request request = ::requestFor(entry.source, m_settings.options(), 0);
+    if (entry.turn != 1)
+        request.options.settings.turn = entry.turn;
+    if (entry.degrees != 0)
+        request.options.settings.rotate = entry.degrees;
+    return request;
+}
+
+void WorkbenchModel::showStep(int number, Step)
+{
+    Entry* const entry = find(number);
+    if (!entry || entry->state == State::Exporting)
+        return;
+    setState(*entry, State::Exporting);
+    changed(*entry);
+}
+
+void WorkbenchModel::showResult(int number, const JobResult& result)
+{
+    Entry* const entry = find(number);
+    if (!entry)
+        return;
+    const JobResult known = std::exchange(entry->facts, result);
+    if (result.metadata.isEmpty()) // an export that was kept reads less than a view
+        entry->facts.metadata = known.metadata;
     if (!result.failure.isEmpty()) {
-        ++m_failed;
-        Terminal::printError(entry.source.path + QLatin1String(": ") + result.failure);
-        entry.state = State::Failed;
+        Terminal::printError(entry->source.path + QLatin1String(": ") + result.failure);
+        ++m_failedOfRun;
+        setState(*entry, State::Failed);
     } else {
-        entry.state = result.isKept ? State::Kept : State::Exported;
+        entry->bytes = QFileInfo(entry->source.path).size();
+        entry->outputBytes = QFileInfo(result.output).size();
+        setState(*entry, result.isKept ? State::Kept : State::Exported);
     }
-    changed(m_current);
-    ++m_current;
-    QMetaObject::invokeMethod(this, &WorkbenchModel::startNext, Qt::QueuedConnection);
+    changed(*entry);
+    Q_EMIT progressed();
+    if (remaining() == 0)
+        Q_EMIT exportEnded(finished() - m_failedOfRun, m_failedOfRun);
 }
 
-void WorkbenchModel::changed(int row)
+/// What a view has found out about a photograph, which an export may know better already.
+void WorkbenchModel::showFacts(const JobResult& facts)
 {
-    Q_EMIT dataChanged(index(row), index(row));
+    const QList<int> numbers = m_numbers.values(facts.path);
+    for (const int number : numbers) {
+        Entry* const entry = find(number);
+        if (!entry || isInQueue(entry->state) || isDone(entry->state))
+            continue;
+        if (entry->bytes < 0)
+            entry->bytes = QFileInfo(entry->source.path).size();
+        if (!facts.failure.isEmpty() || facts.storedSize.isValid())
+            entry->facts = facts;
+        else if (!entry->facts.storedSize.isValid())
+            entry->facts.size = facts.size; // a thumbnail knows no more
+        setState(*entry, facts.failure.isEmpty() ? State::Listed : State::Failed);
+        changed(*entry);
+    }
     Q_EMIT progressed();
 }
 
-QString WorkbenchModel::outputFolder() const
+void WorkbenchModel::setState(Entry& entry, State state)
 {
-    return QFileInfo(m_options.settings.outputFolder).absoluteFilePath();
+    m_exported += int(isDone(state)) - int(isDone(entry.state));
+    m_failed += int(state == State::Failed) - int(entry.state == State::Failed);
+    entry.state = state;
+}
+
+void WorkbenchModel::renumberRows()
+{
+    m_rows.clear();
+    for (int row = 0; row < count(); ++row)
+        m_rows.insert(m_entries.at(row).number, row);
+}
+
+WorkbenchModel::Entry* WorkbenchModel::find(int number)
+{
+    const int row = m_rows.value(number, -1);
+    return row < 0 ? nullptr : &m_entries[row];
+}
+
+void WorkbenchModel::changed(const Entry& entry)
+{
+    const QModelIndex changed = index(m_rows.value(entry.number));
+    Q_EMIT dataChanged(changed, changed);
+}
+
+QStringList WorkbenchModel::recentFolders() const
+{
+    return QSettings().value(recentKey()).toStringList();
+}
+
+void WorkbenchModel::rememberFolder(const QString& path)
+{
+    constexpr qsizetype most = 8;
+    if (QDir::home().isRoot())
+        return; // a user without a home has no settings
+    const QFileInfo info(path);
+    const QString folder = info.isDir() ? info.absoluteFilePath() : info.absolutePath();
+    QStringList folders = recentFolders();
+    folders.removeAll(folder);
+    folders.prepend(folder);
+    QSettings().setValue(recentKey(), folders.mid(0, most));
+    Q_EMIT recentFoldersChanged();
 }
 
 int WorkbenchModel::rowCount(const QModelIndex& parent) const
@@ -139,34 +355,36 @@ QVariant WorkbenchModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= count())
         return {};
     const Entry& entry = m_entries.at(index.row());
-    const JobResult& result = entry.result;
+    const JobResult& facts = entry.facts;
     switch (role) {
+    case NumberRole:
+        return entry.number;
     case PathRole:
         return entry.source.path;
+    case NameRole:
+        return NImageUtils::getFilename(entry.source.path);
     case StateRole:
         return int(entry.state);
-    case DetailRole:
-        return entry.state == State::Working
-                   ? QString::fromLatin1(stepNames[std::size_t(entry.step)])
-                   : result.failure;
-    case StoredRole:
-        return sizeText(result.storedSize);
-    case UprightRole:
-        return sizeText(result.size);
-    case PixelsRole:
-        return QSizeF(result.size); // the only size that QML has
-    case GreyRole:
-        return answerText(result.isGrey);
-    case NoiseRole:
-        return answerText(result.isLumaNoise);
+    case FailureRole:
+        return entry.state == State::Failed ? Facts::failureText(facts.failure) : QString();
     case OutputRole:
-        return result.output;
-    case OutputSizeRole:
-        return sizeText(result.outputSize);
-    case CameraRole:
-        return cameraText(result);
-    case TimesRole:
-        return timesText(result);
+        return isDone(entry.state) ? facts.output : QString();
+    case SizesRole:
+        return Facts::sizesText(entry.bytes, entry.outputBytes);
+    case FactNamesRole:
+        return Facts::names(facts);
+    case FactValuesRole:
+        return Facts::values(facts);
+    case PixelsRole:
+        return QSizeF(facts.size); // the only size that QML has
+    case TurnRole:
+        return entry.turn;
+    case DegreesRole:
+        return entry.degrees;
+    case DateRole:
+        return facts.metadata.value(QLatin1String("DateTimeOriginal")).toString();
+    case BytesRole:
+        return entry.bytes;
     default:
         return {};
     }
@@ -174,10 +392,9 @@ QVariant WorkbenchModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> WorkbenchModel::roleNames() const
 {
-    return {{PathRole, "path"},       {StateRole, "stage"},
-            {DetailRole, "detail"},   {StoredRole, "stored"},
-            {UprightRole, "upright"}, {PixelsRole, "pixels"},
-            {GreyRole, "grey"},       {NoiseRole, "noise"},
-            {OutputRole, "output"},   {OutputSizeRole, "outputSize"},
-            {CameraRole, "camera"},   {TimesRole, "times"}};
+    return {{NumberRole, "number"}, {PathRole, "path"},           {NameRole, "name"},
+            {StateRole, "stage"},   {FailureRole, "failure"},     {OutputRole, "output"},
+            {SizesRole, "sizes"},   {FactNamesRole, "factNames"}, {FactValuesRole, "factValues"},
+            {PixelsRole, "pixels"}, {TurnRole, "turned"},         {DegreesRole, "degrees"},
+            {DateRole, "date"},     {BytesRole, "bytes"}};
 }

@@ -34,6 +34,12 @@ QString culprit(Step step, const Request& request)
     }
 }
 
+QString& program()
+{
+    static QString path = QCoreApplication::applicationFilePath();
+    return path;
+}
+
 /// A null image when the system has not enough memory.
 QImage imageOf(QSize size, const QByteArray& pixels)
 {
@@ -47,13 +53,15 @@ QImage imageOf(QSize size, const QByteArray& pixels)
 
 Worker::Worker(QObject* parent) : QObject(parent)
 {
-    m_process->setProgram(QCoreApplication::applicationFilePath());
+    m_process->setProgram(program());
     m_process->setArguments({QStringLiteral("--worker")});
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Worker::readOutput);
     connect(m_process.get(), &QProcess::readyReadStandardError, this, &Worker::readErrors);
     connect(m_process.get(), &QProcess::errorOccurred, this, &Worker::showFailure);
     connect(m_process.get(), &QProcess::finished, this, &Worker::showEnd);
 }
+
+void Worker::setProgram(const QString& path) { program() = path; }
 
 Worker::~Worker() { end({this}); }
 
@@ -107,7 +115,7 @@ bool Worker::readPreview()
     const Message preview = *std::exchange(m_preview, {});
     const QImage image = imageOf(preview.size, m_process->read(preview.bytes));
     m_isBusy = false;
-    Q_EMIT previewed(image);
+    Q_EMIT viewed({image, preview.part, preview.whole, preview.result});
     return true;
 }
 
@@ -171,8 +179,8 @@ void Worker::showEnd(int code, QProcess::ExitStatus status)
 void Worker::complete(const JobResult& result)
 {
     m_isBusy = false;
-    if (m_request.preview.isValid())
-        Q_EMIT previewed({});
+    if (m_request.view.kind != View::Kind::None)
+        Q_EMIT viewed({{}, {}, {}, result});
     else
         Q_EMIT finished(result);
 }

@@ -9,6 +9,16 @@
 
 #include <memory>
 
+/// What a window shows of a photograph.
+struct Shown
+{
+    QImage image;  ///< null when there is nothing to be shown
+    QRect part{};  ///< the pixels that the image shows
+    QSize whole{}; ///< of so many
+    JobResult
+        facts{}; ///< what is known about the photograph; its failure says why there is no image
+};
+
 /// One worker process, in which foreign code decodes, computes and encodes one photograph after
 /// another: this program, started with `--worker`. When the process dies, the photograph in it
 /// fails, its unfinished file is removed, and the next one gets a new process. Needs an event loop.
@@ -33,6 +43,9 @@ public:
     /// finished. Takes no longer than a quarter of a second.
     static void end(const QList<Worker*>& workers);
 
+    /// From now on new workers run `path` instead of this program.
+    static void setProgram(const QString& path);
+
 Q_SIGNALS:
     void stepped(Step step);
     void memoryWanted(qint64 bytes);
@@ -40,8 +53,8 @@ Q_SIGNALS:
     /// The photograph is done, or its process has died.
     void finished(const JobResult& result);
 
-    /// The picture for a request with a preview size; null when there is none.
-    void previewed(const QImage& image);
+    /// The answer to a request with a view.
+    void viewed(const Shown& shown);
 
     /// The system cannot start a process now. The photograph was not begun.
     void unavailable(const QString& reason);

@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <system_error>
 #include <thread>
 
@@ -126,7 +127,7 @@ public:
     int run();
 
 private:
-    void showPreview(const Request& request);
+    void show(const Request& request);
     void exportPhotograph(const Request& request);
     void takeMemory(qint64 bytes, qint64 share);
     void send(const Message& message) { m_outbox.send(lineOf(message)); }
@@ -134,7 +135,8 @@ private:
     UnfinishedFile m_unfinished;
     Outbox m_outbox{Console::takeStandardOutput()};
     Inbox m_inbox{m_unfinished};
-    PixelBuffer m_buffer; // memory that was filled once is filled faster the next time
+    std::optional<Preview> m_preview; // of a process that works for a window
+    PixelBuffer m_buffer;             // memory that was filled once is filled faster the next time
 };
 
 int Process::run()
@@ -151,21 +153,21 @@ int Process::run()
         Messages::install(request.options.verbose, [this](const QString& text) {
             send({Message::Kind::Log, {}, 0, text});
         });
-        if (request.preview.isValid())
-            showPreview(request);
+        if (request.view.kind != View::Kind::None)
+            show(request);
         else
             exportPhotograph(request);
     }
 }
 
-void Process::showPreview(const Request& request)
+void Process::show(const Request& request)
 {
     AddressSpace::limit(AddressSpace::ownNeed() + request.memoryShare);
-    const QImage image =
-        previewOf(request.path, request.preview, request.options.settings.maxPixels);
-    send({Message::Kind::Preview, {}, image.sizeInBytes(), {}, image.size()});
-    m_outbox.send(QByteArray::fromRawData(reinterpret_cast<const char*>(image.constBits()),
-                                          image.sizeInBytes()));
+    if (!m_preview)
+        m_preview.emplace(request.memoryShare / 2); // the other half is for the one in work
+    const Message message = m_preview->of(request);
+    send(message);
+    m_outbox.send(m_preview->pixels());
 }
 
 void Process::exportPhotograph(const Request& request)

@@ -1,50 +1,54 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <QtCore/QFile>
+#include "window.h"
+#include "workbenchmodel.h"
+#include "worker.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QLoggingCategory>
 #include <QtCore/QMimeData>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
 #include <QtGui/QClipboard>
-#include <QtGui/QGuiApplication>
+#include <QtGui/QDropEvent>
 #include <QtGui/QImage>
-#include <QtGui/QPixmap>
-#include <QtGui/QScreen>
+#include <QtQml/QQmlComponent>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+
+#include <cmath>
 
 namespace {
 
-const QColor colour(230, 20, 200); // nothing else on the screen has it
+constexpr int patience = 30'000; // milliseconds, on a loaded machine
 
-/// The columns of the screen in which the colour stands, as ranges from left to right.
-QList<QPair<int, int>> colouredRanges()
+/// Pixel (x, y) differs from its neighbours, so that a wrong one is seen.
+QImage pattern(QSize size)
 {
-    const QImage screen = qGuiApp->primaryScreen()->grabWindow(0).toImage();
-    QList<QPair<int, int>> ranges;
-    for (int x = 0; x < screen.width(); ++x) {
-        int count = 0;
-        for (int y = 0; y < screen.height(); ++y)
-            count += screen.pixelColor(x, y) == colour;
-        if (count < 50)
-            continue;
-        if (ranges.isEmpty() || ranges.last().second < x - 1)
-            ranges.append({x, x});
-        ranges.last().second = x;
-    }
-    return ranges;
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixel(x, y, qRgb(x * 7 % 256, y * 5 % 256, (x + y) % 256));
+    return image;
 }
 
-/// Runs xdotool, and returns what it says.
-QByteArray xdotool(const QStringList& commands)
+/// Runs xdotool, which presses keys and moves the mouse of the X server.
+void xdotool(const QStringList& commands)
 {
-    QProcess tool;
-    tool.start(QStringLiteral("xdotool"), commands);
-    return tool.waitForFinished() ? tool.readAllStandardOutput() : QByteArray();
+    QProcess::execute(QStringLiteral("xdotool"), commands);
 }
 
-/// Runs it on the window of the workbench.
-QByteArray onWindow(const QStringList& commands)
+double linear(double value)
 {
-    return xdotool(QStringList{"search", "--onlyvisible", "--name", "Workbench"} + commands);
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& colour)
+{
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
 }
 
 } // namespace
@@ -54,74 +58,272 @@ class WorkbenchWindowTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void showsBeforeAndAfter();
-    void pastesFilesAndOpensWhereItWasClosed();
+    void initTestCase()
+    {
+        Worker::setProgram(QStringLiteral(WORKBENCH_PROGRAM));
+        QLoggingCategory::setFilterRules("default.info=false"); // lines of the library's own
+    }
+    void init();
+    void cleanup() { m_window.reset(); }
+    void exportsWhatItShows();
+    void writesNothingAndRestsUntilAsked();
+    void listIsUsedWithTheKeyboard();
+    void manyFilesFreezeNothing();
+    void cancelLeavesNoFile();
+    void opensAsItWasClosed();
+    void interruptionLeavesNothing();
+    void textsCanBeRead();
+
+private:
+    void open(const QStringList& paths = {});
+    QString at(const QString& name) const { return m_folder->filePath(name); }
+    QQuickItem* item(const char* name) const
+    {
+        return m_window->window()->findChild<QQuickItem*>(QLatin1String(name));
+    }
+    QPoint middleOf(const char* name) const
+    {
+        QQuickItem* const found = item(name);
+        return found->mapToScene(QPointF(found->width() / 2, found->height() / 2)).toPoint();
+    }
+    bool isShown() const
+    {
+        return !item("view")->property("isBusy").toBool() &&
+               item("view")->property("whole").toSizeF().width() > 0;
+    }
+    int framesWithin(int milliseconds) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Window> m_window;
+    Options m_options;
 };
 
-void WorkbenchWindowTest::showsBeforeAndAfter()
+void WorkbenchWindowTest::init()
 {
-    const QTemporaryDir folder;
-    QImage photograph(400, 300, QImage::Format_RGB32);
-    photograph.fill(colour);
-    QVERIFY(photograph.save(folder.filePath(QStringLiteral("a b%41.png"))));
-    QProcess window;
-    window.setProcessChannelMode(QProcess::MergedChannels);
-    window.start(QStringLiteral(WORKBENCH_PROGRAM),
-                 {folder.path(), QStringLiteral("-o"), folder.filePath(QStringLiteral("out")),
-                  QStringLiteral("--scale"), QStringLiteral("0.5")});
-    QTRY_VERIFY_WITH_TIMEOUT(colouredRanges().size() == 2, 20'000);
-    const QList<QPair<int, int>> pictures = colouredRanges();
-    QCOMPARE(pictures.size(), 2); // side by side, equally wide: both are fitted into their place
-    const int before = pictures.at(0).second - pictures.at(0).first;
-    const int after = pictures.at(1).second - pictures.at(1).first;
-    QVERIFY(before > 100 && std::abs(before - after) <= 2);
-    QCOMPARE(window.state(), QProcess::Running);
-    window.terminate();
-    QVERIFY(window.waitForFinished());
-    QCOMPARE(window.readAll(), QByteArray()); // not a word from QML or the library
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_options = {};
+    m_options.settings.outputFolder = at(QStringLiteral("out"));
 }
 
-void WorkbenchWindowTest::pastesFilesAndOpensWhereItWasClosed()
+void WorkbenchWindowTest::open(const QStringList& paths)
 {
-    const QTemporaryDir folder;
-    const auto at = [&folder](const char* name) { return folder.filePath(QLatin1String(name)); };
-    QVERIFY(QImage(40, 30, QImage::Format_RGB32).save(at("a.png")));
-    QVERIFY(QFile::copy(at("a.png"), at("b c.png")));
-    const auto place = [] { // empty while there is no window
-        const QByteArray geometry = onWindow({"getwindowgeometry", "--shell"});
-        return geometry.mid(geometry.indexOf("X="));
-    };
-    QProcess window;
-    window.start(QStringLiteral(WORKBENCH_PROGRAM), {at("a.png"), "-o", at("out")});
-    // While the window manager takes a window over it is not found, also after it was seen before.
-    bool isOpen = false;
-    QTRY_VERIFY_WITH_TIMEOUT((isOpen = isOpen || !place().isEmpty()), 20'000);
+    m_window = std::make_unique<Window>(m_options, findSources(paths, {}, {}));
+    QVERIFY(m_window->window());
+    QVERIFY(QTest::qWaitForWindowActive(m_window->window()));
+}
 
+int WorkbenchWindowTest::framesWithin(int milliseconds) const
+{
+    const QSignalSpy frames(m_window->window(), &QQuickWindow::frameSwapped);
+    QTest::qWait(milliseconds);
+    return int(frames.size());
+}
+
+/// The whole way: drop, compare, choose a size, export; the command line gives the same pixels.
+void WorkbenchWindowTest::exportsWhatItShows()
+{
+    QVERIFY(pattern({400, 300}).save(at("a b%41.png")));
+    open();
+    QMimeData dropped;
+    dropped.setUrls({QUrl::fromLocalFile(at("a b%41.png"))});
+    const QPointF middle(300, 300);
+    QDragEnterEvent enter(middle.toPoint(), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(m_window->window(), &enter);
+    QDropEvent drop(middle, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(m_window->window(), &drop);
+    QTRY_COMPARE(m_window->photographs().count(), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+
+    const QPoint divider = middleOf("divider");
+    QTest::mousePress(m_window->window(), Qt::LeftButton, {}, divider);
+    for (int x = 0; x >= -100; x -= 20)
+        QTest::mouseMove(m_window->window(), divider + QPoint(x, 0), 20);
+    QTest::mouseRelease(m_window->window(), Qt::LeftButton, {}, divider - QPoint(100, 0));
+    QTRY_VERIFY(item("view")->property("divider").toDouble() < 0.45);
+
+    m_window->photographs().settings()->setSizing(SettingsModel::Scale);
+    QTRY_VERIFY(item("percent")->isVisible());
+    QTest::mouseDClick(m_window->window(), Qt::LeftButton, {}, middleOf("percent"));
+    for (const Qt::Key key : {Qt::Key_3, Qt::Key_7, Qt::Key_Return})
+        QTest::keyClick(m_window->window(), key);
+    QTRY_COMPARE(m_window->photographs().settings()->percent(), 37.0);
+    QTRY_COMPARE_WITH_TIMEOUT(item("view")->property("whole").toSizeF(), QSizeF(148, 111),
+                              patience);
+
+    QTest::mouseClick(m_window->window(), Qt::LeftButton, {}, middleOf("export"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().exported(), 1, patience);
+    const QStringList commandLine{at("a b%41.png"), "--headless", "--scale",
+                                  "0.37",           "-o",         at("cli")};
+    QCOMPARE(QProcess::execute(QStringLiteral(WORKBENCH_PROGRAM), commandLine), 0);
+    QProcess compare;
+    compare.start("compare",
+                  {"-metric", "AE", at("out/a b%41.tiff"), at("cli/a b%41.tiff"), "null:"});
+    QVERIFY(compare.waitForFinished());
+    QCOMPARE(compare.readAllStandardError().trimmed(), QByteArray("0"));
+
+    QTest::keyClick(m_window->window(), Qt::Key_J, Qt::ControlModifier);
+    const QStringList fileManager{"search", "--onlyvisible", "--name", "^out"}; // Thunar shows it
+    QTRY_VERIFY_WITH_TIMEOUT(QProcess::execute("xdotool", fileManager) == 0, patience);
+}
+
+void WorkbenchWindowTest::writesNothingAndRestsUntilAsked()
+{
+    QVERIFY(pattern({1600, 1200}).save(at("a.png")));
+    QVERIFY(QFile(at("bad.png")).open(QIODevice::WriteOnly));
+    open({at("a.png"), at("bad.png")});
     auto* const copied = new QMimeData; // the clipboard's from here on
-    copied->setUrls({QUrl::fromLocalFile(at("b c.png"))});
+    copied->setUrls({QUrl::fromLocalFile(at("a.png"))});
     QGuiApplication::clipboard()->setMimeData(copied);
-    QByteArray chosen;
-    const auto move = [&] { // a window that is not found stays where it is
-        onWindow(
-            {"windowactivate", "--sync", "windowmove", "90", "70", "windowsize", "800", "600"});
-        chosen = place();
-        return chosen.contains("WIDTH=800");
-    };
-    bool isPlaced = false;
-    QTRY_VERIFY_WITH_TIMEOUT((isPlaced = isPlaced || move()), 20'000);
-    xdotool({"key", "ctrl+v"});
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(at("out/b c.tiff")), 20'000);
-    chosen = place();
-    QVERIFY(chosen.contains("WIDTH=800"));
-    xdotool({"key", "ctrl+q"}); // to no window: it would be gone before the key is let go
-    QVERIFY(window.waitForFinished());
-    QCOMPARE(window.exitCode(), 0);
+    QTest::keyClick(m_window->window(), Qt::Key_V, Qt::ControlModifier);
+    QTRY_COMPARE(m_window->photographs().count(), 3);
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().failed(), 1, patience);
+    QTest::qWait(1000);
+    QVERIFY(framesWithin(1500) <= 3);                // the cursor of a text field may blink
+    QTest::keyClick(m_window->window(), Qt::Key_Up); // the file that fails
+    QTest::qWait(1500);
+    QVERIFY(framesWithin(1500) <= 3);
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             (QStringList{"a.png", "bad.png"}));
+}
 
-    window.start(QStringLiteral(WORKBENCH_PROGRAM), {at("a.png"), "-o", at("out")});
-    bool isBack = false;
-    QTRY_VERIFY_WITH_TIMEOUT((isBack = isBack || place() == chosen), 20'000);
-    window.terminate();
-    QVERIFY(window.waitForFinished());
+void WorkbenchWindowTest::listIsUsedWithTheKeyboard()
+{
+    QStringList paths;
+    for (const char name : {'a', 'b', 'c', 'd'}) {
+        paths.append(at(QString(QLatin1Char(name)) + ".png"));
+        QVERIFY(pattern({40, 30}).save(paths.last()));
+    }
+    open(paths);
+    const auto row = [this] { return item("list")->property("currentIndex").toInt(); };
+    const auto press = [this](Qt::Key key) { QTest::keyClick(m_window->window(), key); };
+    QTRY_VERIFY(item("list")->hasActiveFocus());
+    press(Qt::Key_Down);
+    QCOMPARE(row(), 1);
+    press(Qt::Key_End);
+    QCOMPARE(row(), 3);
+    press(Qt::Key_Home);
+    QCOMPARE(row(), 0);
+    press(Qt::Key_Delete);
+    QTRY_COMPARE(m_window->photographs().count(), 3);
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    QSet<QObject*> reached; // by Tab, until the focus is where it began
+    QObject* const first = m_window->window()->activeFocusItem();
+    for (int i = 0; i < 100 && (i == 0 || m_window->window()->activeFocusItem() != first); ++i) {
+        for (QQuickItem* i = m_window->window()->activeFocusItem(); i; i = i->parentItem())
+            reached.insert(i);
+        press(Qt::Key_Tab);
+    }
+    for (const char* const name : {"list", "open", "export", "exportAll", "divider", "crop"})
+        QVERIFY2(reached.contains(item(name)), name);
+}
+
+void WorkbenchWindowTest::manyFilesFreezeNothing()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir("many"));
+    QVERIFY(pattern({60, 40}).save(at("good.png")));
+    for (int i = 0; i < 10'000; ++i) {
+        const QString name = at(QStringLiteral("many/%1.png").arg(i, 5, 10, QLatin1Char('0')));
+        QVERIFY(i % 100 == 0 ? QFile(name).open(QIODevice::WriteOnly)
+                             : QFile::link(at("good.png"), name));
+    }
+    open();
+    QElapsedTimer since;
+    qint64 longest = 0; // between two turns of the event loop
+    QTimer beat;
+    connect(&beat, &QTimer::timeout, this, [&] { longest = std::max(longest, since.restart()); });
+    since.start();
+    beat.start(5);
+    m_window->photographs().add({at("many")});
+    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().count(), 10'000, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->photographs().failed() > 0, patience);
+    QTest::keyClick(m_window->window(), Qt::Key_End);
+    QTest::qWait(1000);
+    qWarning() << "longest pause of the window in milliseconds:" << longest;
+    QVERIFY(longest < 1000); // 100 on a machine that does nothing else
+}
+
+void WorkbenchWindowTest::cancelLeavesNoFile()
+{
+    QVERIFY(pattern({3000, 2000}).save(at("a.png")));
+    QVERIFY(QFile::copy(at("a.png"), at("b.png")));
+    m_options.settings.scale = 2;
+    open({at("a.png"), at("b.png")});
+    QTest::keyClick(m_window->window(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+    const auto stage = [this] {
+        return m_window->photographs().index(0).data(WorkbenchModel::StateRole).toInt();
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(stage(), int(WorkbenchModel::State::Exporting), patience);
+    QTest::keyClick(m_window->window(), Qt::Key_Escape);
+    QTRY_COMPARE(m_window->photographs().remaining(), 0);
+    QTest::qWait(500);
+    QCOMPARE(m_window->photographs().exported(), 0);
+    QVERIFY(QDir(at("out")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+void WorkbenchWindowTest::opensAsItWasClosed()
+{
+    open();
+    m_window->window()->setGeometry(90, 70, 800, 600);
+    QTRY_COMPARE(m_window->window()->size(), QSize(800, 600));
+    QTest::qWait(500); // the window manager may still move it
+    const QPoint place = m_window->window()->position();
+    m_window->photographs().settings()->setLongEdge(1234);
+    m_window->window()->showMaximized();
+    QTRY_VERIFY(m_window->window()->width() > 1000);
+    QTest::qWait(500);
+    m_window.reset();
+    open();
+    QTRY_COMPARE(m_window->window()->visibility(), QWindow::Maximized);
+    QCOMPARE(m_window->photographs().settings()->longEdge(), 1234);
+    m_window->window()->showNormal();
+    QTRY_COMPARE(m_window->window()->size(), QSize(800, 600));
+    QTRY_COMPARE(m_window->window()->position(), place);
+    m_window->photographs().settings()->reset("longEdge");
+}
+
+/// The program itself, in the middle of an export.
+void WorkbenchWindowTest::interruptionLeavesNothing()
+{
+    QVERIFY(pattern({3000, 2000}).save(at("a.png")));
+    QProcess program;
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QStringLiteral(WORKBENCH_PROGRAM),
+                  {at("a.png"), "-o", at("out"), "--scale", "2"});
+    QTRY_VERIFY_WITH_TIMEOUT(
+        !QProcess::execute("xdotool", {"search", "--onlyvisible", "--name", "a.png – Workbench",
+                                       "windowactivate", "--sync"}),
+        patience);
+    xdotool({"key", "ctrl+e"});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(at("out")), patience);
+    program.terminate();
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.readAll(), QByteArray()); // not a word from QML or the library
+    QVERIFY(QDir(at("out")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+void WorkbenchWindowTest::textsCanBeRead()
+{
+    open();
+    QQmlComponent component(qmlEngine(m_window->window()));
+    component.setData("import QtQuick; import Workbench; QtObject { property bool isDark;"
+                      "property list<color> texts: Style.texts; property list<color> grounds:"
+                      "Style.grounds; onIsDarkChanged: Style.isDark = isDark }",
+                      {});
+    const std::unique_ptr<QObject> style(component.create());
+    QVERIFY2(style, qPrintable(component.errorString()));
+    for (const bool isDark : {true, false}) {
+        style->setProperty("isDark", isDark);
+        const auto texts = style->property("texts").value<QList<QColor>>();
+        const auto grounds = style->property("grounds").value<QList<QColor>>();
+        QCOMPARE(texts.size(), grounds.size());
+        for (qsizetype i = 0; i < texts.size(); ++i) {
+            const double a = luminance(texts[i]) + 0.05;
+            const double b = luminance(grounds[i]) + 0.05;
+            QVERIFY2(std::max(a, b) / std::min(a, b) >= 4.5,
+                     qPrintable(texts[i].name() + " on " + grounds[i].name()));
+        }
+    }
 }
 
 QTEST_MAIN(WorkbenchWindowTest)

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "previewstore.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr qsizetype thumbnailBytes = 64 << 20; // some 1,200 of them
+
+bool isThumbnail(const Request& request) { return request.view.kind == View::Kind::Thumbnail; }
+
+} // namespace
+
+PreviewStore::PreviewStore(qint64 memoryShare) : m_memoryShare(memoryShare), m_cache(thumbnailBytes)
+{
+    connectLane(m_views);
+    connectLane(m_thumbnails);
+}
+
+/// Workers may report what they have finished while they are ended.
+PreviewStore::~PreviewStore()
+{
+    for (Lane* const lane : {&m_views, &m_thumbnails})
+        lane->worker.disconnect(this);
+}
+
+void PreviewStore::connectLane(Lane& lane)
+{
+    connect(&lane.worker, &Worker::viewed, this,
+            [this, &lane](const Shown& shown) { take(lane, shown); });
+    connect(&lane.worker, &Worker::unavailable, this, [this, &lane](const QString& reason) {
+        Shown shown;
+        shown.facts.failure = QStringLiteral("no process can be started for it: %1").arg(reason);
+        take(lane, shown);
+    });
+}
+
+void PreviewStore::ask(const QObject* owner, const Request& request, Take take)
+{
+    withdraw(owner);
+    if (isThumbnail(request))
+        if (const Shown* const known = m_cache.object(request.path)) {
+            take(*known);
+            return;
+        }
+    Lane& lane = isThumbnail(request) ? m_thumbnails : m_views;
+    lane.wishes.push_front({owner, request, std::move(take)}); // the last wish is what is visible
+    lane.wishes.front().request.memoryShare = m_memoryShare;
+    startNext(lane);
+}
+
+void PreviewStore::withdraw(const QObject* owner)
+{
+    for (Lane* const lane : {&m_views, &m_thumbnails}) {
+        std::erase_if(lane->wishes,
+                      [owner](const Wish& wish) { return !wish.owner || wish.owner == owner; });
+        if (lane->current && lane->current->owner == owner)
+            lane->current->owner.clear();
+    }
+}
+
+void PreviewStore::prepare(const QList<Request>& requests)
+{
+    m_preparations = requests;
+    startNext(m_views);
+}
+
+void PreviewStore::startNext(Lane& lane)
+{
+    if (lane.current)
+        return;
+    if (!lane.wishes.empty()) {
+        lane.current = std::move(lane.wishes.front());
+        lane.wishes.pop_front();
+    } else if (&lane == &m_views && !m_preparations.isEmpty()) {
+        lane.current = Wish{this, m_preparations.takeFirst(), [](const Shown&) {}};
+        lane.current->request.memoryShare = m_memoryShare;
+        lane.current->request.view.kind = View::Kind::Prepare;
+    }
+    if (lane.current)
+        lane.worker.start(lane.current->request);
+}
+
+void PreviewStore::take(Lane& lane, const Shown& shown)
+{
+    const Wish wish = *std::exchange(lane.current, {});
+    if (isThumbnail(wish.request) && !shown.image.isNull())
+        m_cache.insert(wish.request.path, new Shown(shown), shown.image.sizeInBytes());
+    if (!shown.facts.path.isEmpty())
+        Q_EMIT known(shown.facts);
+    if (wish.owner)
+        wish.take(shown);
+    startNext(lane);
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "worker.h"
+
+#include <QtCore/QCache>
+#include <QtCore/QPointer>
+
+#include <functional>
+#include <list>
+#include <optional>
+
+/// Gets pictures from worker processes for whatever shows them. One process decodes photographs for
+/// the views, another one makes thumbnails, so that neither waits for the other.
+class PreviewStore : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Take = std::function<void(const Shown&)>;
+
+    /// Each process may use `memoryShare` bytes.
+    explicit PreviewStore(qint64 memoryShare);
+    ~PreviewStore() override;
+
+    /// Calls `take` when the picture is there, unless `owner` is gone or asks for another one
+    /// first.
+    void ask(const QObject* owner, const Request& request, Take take);
+
+    /// `owner` needs nothing more.
+    void withdraw(const QObject* owner);
+
+    /// Decodes the photographs of `requests` while nothing else is wanted, for later views.
+    void prepare(const QList<Request>& requests);
+
+Q_SIGNALS:
+    /// A photograph was read; its facts are known now.
+    void known(const JobResult& facts);
+
+private:
+    struct Wish
+    {
+        QPointer<const QObject> owner;
+        Request request;
+        Take take;
+    };
+    struct Lane
+    {
+        Worker worker;
+        std::list<Wish> wishes;
+        std::optional<Wish> current; ///< in work
+    };
+
+    void connectLane(Lane& lane);
+    void startNext(Lane& lane);
+    void take(Lane& lane, const Shown& shown);
+
+    const qint64 m_memoryShare;
+    Lane m_views;
+    Lane m_thumbnails;
+    QList<Request> m_preparations;
+    QCache<QString, Shown> m_cache; ///< of thumbnails
+};
