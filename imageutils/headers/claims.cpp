@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <string_view>
 
 namespace {
@@ -111,7 +112,7 @@ public:
         const auto number = [&](int i) {
             return std::int64_t(std::int32_t(little(bytes, at + 4LL * i, 4)));
         };
-        if (name == "dataWindow") {
+        if (name == "dataWindow" && !bytes.at(at, 16).empty()) {
             m_width = number(2) - number(0) + 1;
             m_height = number(3) - number(1) + 1;
         } else if (name == "tiles") {
@@ -237,10 +238,12 @@ private:
     {
         constexpr int valueBytes[] = {0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4, 0, 0, 8, 8, 8};
         constexpr std::int64_t exif = 34665, gps = 34853;
+        if (at < 0 || at > INT64_MAX / 2)
+            return false; // no file is that long
         const std::int64_t count = std::min<std::int64_t>(number(at, m_isBig ? 8 : 2), mostBlocks);
         std::int64_t claimed = 0;
         at += m_isBig ? 8 : 2;
-        for (std::int64_t i = 0; i < count && at > 0; ++i, at += m_isBig ? 20 : 12) {
+        for (std::int64_t i = 0; i < count; ++i, at += m_isBig ? 20 : 12) {
             const std::int64_t tag = number(at, 2), type = number(at + 2, 2);
             const std::int64_t values = word(at + 4);
             if (values < 0 || values > mostBytes)
@@ -332,7 +335,7 @@ Answer readWebP(FileBytes& bytes)
 {
     if (little(bytes, 4, 4) <= mostBytes)
         return {};
-    if (bytes.at(12, 4) == "VP8X"sv)
+    if (bytes.at(12, 4) == "VP8X"sv && !bytes.at(24, 6).empty())
         return answer("webp", little(bytes, 24, 3) + 1, little(bytes, 27, 3) + 1);
     return refusedHeader(excessive);
 }
