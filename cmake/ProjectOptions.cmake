@@ -35,7 +35,7 @@ target_compile_definitions(imageutils_options INTERFACE QT_NO_KEYWORDS QT_NO_MES
 # Results must not depend on the CPU, so the compiler may not contract a product and a sum into a fused multiply-add.
 target_compile_options(imageutils_options INTERFACE -ffp-contract=off -Wall -Wextra -Wpedantic)
 if(IMAGEUTILS_WARNINGS_AS_ERRORS)
-    target_compile_options(imageutils_options INTERFACE -Werror)
+    target_compile_options(imageutils_options INTERFACE -Wconversion -Wshadow -Werror)
 endif()
 if(IMAGEUTILS_SANITIZERS)
     target_compile_options(imageutils_options INTERFACE
