@@ -132,8 +132,12 @@ Result<std::unique_ptr<AtomicFile>> exportPicture(QImage& image, const OIIO::Ima
     const std::string_view format = writer ? writer->format_name() : "";
     if (format == "hdr")
         clipNegatives(image);
-    if (format == "heif")
+    if (format == "heif") {
         spec.attribute("ImageDescription", exifPlaceholder(blocks));
+        // Without the name of the encoder the writer ignores the quality.
+        const bool isAvif = wanted.suffix().toLower() == QLatin1String("avif");
+        spec.attribute("compression", isAvif ? "avif" : "heic");
+    }
     const QString failure = failureToWrite(**whole, image, spec, blocks);
     if (!failure.isEmpty())
         return cannotBeWritten(failure);

@@ -4,6 +4,8 @@
 #include "formats.h"
 #include "naming.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 
 namespace {
@@ -63,27 +65,76 @@ void readPixels(const QJsonObject& json, ExportSettings& settings)
         settings.sharpening = Sharpening{sharpening[0].toDouble(), sharpening[1].toDouble()};
 }
 
+/// The extension that is known before any photograph is; empty for "preserve".
+QString knownExtension(const ExportSettings& settings)
+{
+    const QString format = settings.format.toLower();
+    if (format == QLatin1String("dng"))
+        return QStringLiteral("tiff");
+    return format == QLatin1String("preserve") ? QString() : format;
+}
+
+QString problemOfFormat(const ExportSettings& settings)
+{
+    const QString extension = knownExtension(settings);
+    if (extension.isEmpty())
+        return {};
+    const QString refusal = Formats::refusalOfName(QLatin1Char('.') + extension);
+    if (!refusal.isEmpty())
+        return QStringLiteral("--format jxl ") + refusal;
+    if (!Formats::isWritable(extension))
+        return QStringLiteral("--format takes preserve or one of %1, not \"%2\"")
+            .arg(Formats::writableText(), settings.format);
+    if (settings.bitmap && settings.mayOverwrite && extension == QLatin1String("bmp"))
+        return QStringLiteral("with --format bmp the output of --bitmap would replace the picture");
+    return Formats::refusalOf(extension, settings);
+}
+
+/// A size that no picture can have.
+QString problemOfSize(const ExportSettings& settings)
+{
+    const auto most = double(settings.maxPixels);
+    if (settings.scale * settings.scale > most)
+        return QStringLiteral("--scale %1 makes more of one pixel than --max-megapixels allows")
+            .arg(settings.scale);
+    if (settings.sizeChoice == SizeChoice::LongEdge && settings.mayEnlarge &&
+        settings.longEdge > most)
+        return QStringLiteral("--long-edge %1 is more than --max-megapixels allows")
+            .arg(settings.longEdge);
+    if (settings.sizeChoice != SizeChoice::Fill || !settings.mayEnlarge)
+        return {};
+    if (double(settings.box.width()) * settings.box.height() > most)
+        return QStringLiteral("--fill %1x%2 is more than --max-megapixels allows")
+            .arg(settings.box.width())
+            .arg(settings.box.height());
+    return Formats::refusalOf(knownExtension(settings), settings.box);
+}
+
+/// The file of a profile is read by the worker processes; a wrong name is noticed before.
+QString problemOfProfile(const QString& profile)
+{
+    if (profile == QLatin1String("keep") || profile == QLatin1String("srgb"))
+        return {};
+    constexpr qint64 headerLength = 128;
+    constexpr qsizetype signatureAt = 36;
+    QFile file(profile);
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return QStringLiteral("--profile takes keep, srgb or the file of a profile, and %1 cannot "
+                              "be read")
+            .arg(profile);
+    return file.read(headerLength).mid(signatureAt, 4) == "acsp"
+               ? QString()
+               : QStringLiteral("--profile: %1 is no ICC profile").arg(profile);
+}
+
 } // namespace
 
 QString problemOf(const ExportSettings& settings)
 {
-    const QString format = settings.format.toLower();
-    if (const QString refusal = Formats::refusalOfName(QLatin1Char('.') + format);
-        !refusal.isEmpty())
-        return QStringLiteral("--format jxl ") + refusal;
-    if (format != QLatin1String("preserve") && format != QLatin1String("dng") &&
-        !Formats::isWritable(format))
-        return QStringLiteral("--format takes preserve or one of %1, not \"%2\"")
-            .arg(Formats::writableText(), settings.format);
-    if (settings.scale * settings.scale > double(settings.maxPixels))
-        return QStringLiteral("--scale %1 makes more of one pixel than --max-megapixels allows")
-            .arg(settings.scale);
-    if (const QString refusal = Formats::refusalOf(
-            format == QLatin1String("dng") ? QStringLiteral("tiff") : format, settings);
-        !refusal.isEmpty())
-        return refusal;
-    if (settings.bitmap && settings.mayOverwrite && (format == QLatin1String("bmp")))
-        return QStringLiteral("with --format bmp the output of --bitmap would replace the picture");
+    for (const QString& problem :
+         {problemOfFormat(settings), problemOfSize(settings), problemOfProfile(settings.profile)})
+        if (!problem.isEmpty())
+            return problem;
     return Naming::problemOf(settings.nameTemplate);
 }
 

@@ -73,6 +73,12 @@ bool isJpeg(const Format& format) { return format.name == QLatin1String("JPEG");
 
 bool isWebP(const Format& format) { return format.name == QLatin1String("WebP"); }
 
+bool carriesProfile(const Format& format)
+{
+    return isJpeg(format) || format.name == QLatin1String("PNG") ||
+           format.name == QLatin1String("TIFF");
+}
+
 /// Also without a setting for the quality: GIF has 256 colours, and HDR one exponent per pixel.
 bool losesSome(const Format& format)
 {
@@ -130,6 +136,10 @@ QString Formats::refusalOf(const QString& extension, const ExportSettings& setti
         return QStringLiteral("--progressive is for JPEG and not for %1").arg(format->name);
     if (!settings.subsampling.isEmpty() && !isJpeg(*format))
         return QStringLiteral("--subsampling is for JPEG and not for %1").arg(format->name);
+    const bool isOwnProfile =
+        settings.profile != QLatin1String("keep") && settings.profile != QLatin1String("srgb");
+    if (isOwnProfile && !carriesProfile(*format))
+        return QStringLiteral("%1 carries no colour profile").arg(format->name);
     if (settings.isLossless && !isWebP(*format) && losesSome(*format))
         return QStringLiteral("%1 cannot be written without loss").arg(format->name);
     return {};

@@ -206,6 +206,10 @@ Wrong command lines, with one line each:
   > --null
   > --overwrite --bitmap --format bmp
   > --quiet --json
+  > --long-edge 999999999
+  > --fill 70000x9 --format jpg
+  > --profile nowhere.icc
+  > --profile good.png
   > -headless
   > -output x
   > -scale 0.5
@@ -241,6 +245,10 @@ Wrong command lines, with one line each:
   --null: 2, lines: 1, 1 of them errors
   --overwrite --bitmap --format bmp: 2, lines: 1, 1 of them errors
   --quiet --json: 2, lines: 1, 1 of them errors
+  --long-edge 999999999: 2, lines: 1, 1 of them errors
+  --fill 70000x9 --format jpg: 2, lines: 1, 1 of them errors
+  --profile nowhere.icc: 2, lines: 1, 1 of them errors
+  --profile good.png: 2, lines: 1, 1 of them errors
   -headless: 2, lines: 1, 1 of them errors
   -output x: 2, lines: 1, 1 of them errors
   -scale 0.5: 2, lines: 1, 1 of them errors

@@ -169,6 +169,10 @@ is known of the photograph.
   $ cat first
   "grey":false "lumaNoise":false "stored":[60,40]
   $ alike photo.png encoded/photo.webp
+  $ for format in jpg webp heic avif; do
+  >   export_it photo.png -o fine --format $format && export_it photo.png -o coarse --format $format --quality 20
+  >   [ $(stat -c %s fine/photo.$format) -gt $(($(stat -c %s coarse/photo.$format) * 3 / 2)) ] || echo $format
+  > done
   $ while IFS=, read first second; do
   >   export_it photo.png -o idle $first && export_it photo.png -o idle $second; tail -n 1 table
   > done << END
