@@ -180,32 +180,36 @@ void OSUtils::screenChanged(QScreen* screen)
 
 QRect OSUtils::geometry()
 {
-    const QWindow* window = mainWindow();
-    if (!window) {
-        qCritical() << "[Window] Could not get top level window geometry";
-        return {};
-    }
-    const QRect geometry = window->geometry();
-    qInfo() << "[Window] Top level window geometry:" << geometry;
-    return geometry;
+    return neutralOnException("geometry", [] {
+        const QWindow* window = mainWindow();
+        if (!window) {
+            qCritical() << "[Window] Could not get top level window geometry";
+            return QRect();
+        }
+        const QRect geometry = window->geometry();
+        qInfo() << "[Window] Top level window geometry:" << geometry;
+        return geometry;
+    });
 }
 
 void OSUtils::setGeometry(QRect geometry)
 {
-    if (geometry.isEmpty()) {
-        qWarning() << "[Window] Window geometry empty, not setting window position";
-        return;
-    }
-    qInfo() << "[Window] Setting geometry called:" << geometry;
-    QWindow* window = mainWindow();
-    if (!window) {
-        qCritical() << "[Window] Could not get top level window to set geometry";
-    } else if (geometryInBounds(geometry)) {
-        qInfo() << "[Window] Setting window geometry to" << geometry;
-        window->setGeometry(geometry);
-    } else {
-        qWarning() << "[Window] Geometry out of bounds, not setting window position";
-    }
+    neutralOnException("setGeometry", [&] {
+        if (geometry.isEmpty()) {
+            qWarning() << "[Window] Window geometry empty, not setting window position";
+            return;
+        }
+        qInfo() << "[Window] Setting geometry called:" << geometry;
+        QWindow* window = mainWindow();
+        if (!window) {
+            qCritical() << "[Window] Could not get top level window to set geometry";
+        } else if (geometryInBounds(geometry)) {
+            qInfo() << "[Window] Setting window geometry to" << geometry;
+            window->setGeometry(geometry);
+        } else {
+            qWarning() << "[Window] Geometry out of bounds, not setting window position";
+        }
+    });
 }
 
 bool OSUtils::geometryInBounds(QRect rect)
@@ -215,13 +219,20 @@ bool OSUtils::geometryInBounds(QRect rect)
 
 QColorSpace OSUtils::getMonitorColorSpace() { return WinUtils::getMonitorColorSpace(); }
 
-bool OSUtils::fileExists(const QUrl& path) { return fileExists(path.toString()); }
+bool OSUtils::fileExists(const QUrl& path)
+{
+    return neutralOnException("fileExists", [&] { return fileExists(path.toString()); });
+}
 
-bool OSUtils::fileExists(const QString& path) { return QFileInfo::exists(path); }
+bool OSUtils::fileExists(const QString& path)
+{
+    return neutralOnException("fileExists", [&] { return QFileInfo::exists(path); });
+}
 
 void OSUtils::showFileInGraphicalShell(const QUrl& path)
 {
-    showFileInGraphicalShell(path.toString());
+    neutralOnException("showFileInGraphicalShell",
+                       [&] { showFileInGraphicalShell(path.toString()); });
 }
 
 void OSUtils::showFileInGraphicalShell(const QString& path)
@@ -232,16 +243,17 @@ void OSUtils::showFileInGraphicalShell(const QString& path)
 
 void OSUtils::openFolder(const QUrl& path)
 {
-    const QString folder = path.toString();
-    if (!QFileInfo(folder).isDir()) {
-        qWarning() << "Not a directory, not opening: " << folder;
-        return;
-    }
-    if (!guiAvailable("openFolder"))
-        return;
-    qInfo() << "Opening directory: " << folder;
-    neutralOnException("openFolder",
-                       [&] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
+    neutralOnException("openFolder", [&] {
+        const QString folder = path.toString();
+        if (!QFileInfo(folder).isDir()) {
+            qWarning() << "Not a directory, not opening: " << folder;
+            return;
+        }
+        if (!guiAvailable("openFolder"))
+            return;
+        qInfo() << "Opening directory: " << folder;
+        QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+    });
 }
 
 void OSUtils::writeTextToFile(const QString& fileName, const QString& text)
@@ -260,7 +272,11 @@ void OSUtils::writeTextToFile(const QString& fileName, const QString& text)
     });
 }
 
-QString OSUtils::generateUuid() { return QUuid::createUuid().toString(QUuid::WithoutBraces); }
+QString OSUtils::generateUuid()
+{
+    return neutralOnException("generateUuid",
+                              [] { return QUuid::createUuid().toString(QUuid::WithoutBraces); });
+}
 
 quint64 OSUtils::freeSpace(const QString& path)
 {
@@ -291,8 +307,10 @@ void OSUtils::changeCursor(const QString& resourceUrl)
 
 void OSUtils::clearCursor()
 {
-    if (guiAvailable("clearCursor"))
-        QGuiApplication::restoreOverrideCursor();
+    neutralOnException("clearCursor", [] {
+        if (guiAvailable("clearCursor"))
+            QGuiApplication::restoreOverrideCursor();
+    });
 }
 
 QPoint OSUtils::mousePosition()
@@ -309,13 +327,19 @@ Qt::KeyboardModifiers OSUtils::keyboardModifiers() const
 
 void OSUtils::alert()
 {
-    if (!guiAvailable("alert"))
-        return;
-    if (QWindow* window = QGuiApplication::allWindows().value(0)) {
-        window->alert(0);
-        // Qt has only buffered the request and would send it with the next event.
-        QAbstractEventDispatcher::instance()->wakeUp();
-    }
+    neutralOnException("alert", [] {
+        if (!guiAvailable("alert"))
+            return;
+        if (QWindow* window = QGuiApplication::allWindows().value(0)) {
+            window->alert(0);
+            // Qt has only buffered the request and would send it with the next event.
+            QAbstractEventDispatcher::instance()->wakeUp();
+        }
+    });
 }
 
-bool OSUtils::darkMode() { return !guiAvailable("darkMode") || !isLightScheme(); }
+bool OSUtils::darkMode()
+{
+    return neutralOnException(
+        "darkMode", [] { return !guiAvailable("darkMode") || !isLightScheme(); }, true);
+}

@@ -171,6 +171,16 @@ void FailuresTest::addQtOperations(Kind kind)
         FailingCalls::disarm();
         return paths.join(' ').toUtf8();
     });
+    add("generateUuid", false, [=] {
+        const QString uuid = utils->generateUuid();
+        FailingCalls::disarm();
+        return QByteArray(uuid.size() == 36 ? "UUID" : "");
+    });
+    add("fileExists", false, [=, url = QUrl(photo)] {
+        const bool exists = utils->fileExists(url);
+        FailingCalls::disarm();
+        return QByteArray(exists ? "exists" : "");
+    });
     add("disk", false, [=] {
         const quint64 bytes = OSUtils::freeSpace(text);
         FailingCalls::disarm();
