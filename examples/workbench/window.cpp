@@ -5,6 +5,7 @@
 #include "interruption.h"
 #include "monitorcolours.h"
 #include "workbenchmodel.h"
+#include "worker.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QLibraryInfo>
@@ -64,10 +65,15 @@ Window::~Window()
 {
     if (!m_window)
         return;
-    keepPlace();
-    m_photographs->settings()->keep();
+    keep();
     delete m_window;
     QThreadPool::globalInstance()->waitForDone(); // it converts pictures for the window
+}
+
+void Window::keep() const
+{
+    keepPlace();
+    m_photographs->settings()->keep();
 }
 
 void Window::restorePlace()
@@ -124,9 +130,12 @@ int runWindow(const Options& options, const QList<Source>& sources)
         return 1;
     Interruption::install();
     QTimer poll; // a signal handler may do nothing but set a number
-    QObject::connect(&poll, &QTimer::timeout, qGuiApp, [] {
-        if (Interruption::isWanted())
-            QGuiApplication::quit();
+    QObject::connect(&poll, &QTimer::timeout, qGuiApp, [&window] {
+        if (!Interruption::isWanted())
+            return;
+        Worker::endAll(); // removes what they have not finished
+        window.keep();
+        Interruption::obey(); // the window's objects would take longer to go than all of this
     });
     poll.start(50ms);
     QGuiApplication::exec();

@@ -28,6 +28,9 @@ public:
     /// The window; null when QML could not make it, and has said why.
     QQuickWindow* window() const { return m_window; }
 
+    /// Keeps the place and the settings for the next run.
+    void keep() const;
+
     WorkbenchModel& photographs() { return *m_photographs; }
 
 private:

@@ -49,10 +49,18 @@ QImage imageOf(QSize size, const QByteArray& pixels)
     return image;
 }
 
+/// All workers of the program; they belong to one thread.
+QList<Worker*>& living()
+{
+    static QList<Worker*> workers;
+    return workers;
+}
+
 } // namespace
 
 Worker::Worker(QObject* parent) : QObject(parent)
 {
+    living().append(this);
     m_process->setProgram(program());
     m_process->setArguments({QStringLiteral("--worker")});
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Worker::readOutput);
@@ -63,7 +71,11 @@ Worker::Worker(QObject* parent) : QObject(parent)
 
 void Worker::setProgram(const QString& path) { program() = path; }
 
-Worker::~Worker() { end({this}); }
+Worker::~Worker()
+{
+    living().removeOne(this);
+    end({this});
+}
 
 void Worker::start(const Request& request)
 {
@@ -77,6 +89,8 @@ void Worker::start(const Request& request)
 }
 
 void Worker::grantMemory() { m_process->write("\n"); }
+
+void Worker::endAll() { end(living()); }
 
 void Worker::end(const QList<Worker*>& workers)
 {

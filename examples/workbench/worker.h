@@ -43,6 +43,9 @@ public:
     /// finished. Takes no longer than a quarter of a second.
     static void end(const QList<Worker*>& workers);
 
+    /// Does this for all workers of the program, together in that time.
+    static void endAll();
+
     /// From now on new workers run `path` instead of this program.
     static void setProgram(const QString& path);
 
