@@ -17,8 +17,8 @@ struct Format
     QLatin1String name;
     const char* extensions; ///< the first one is the usual one
     int longestSide;        ///< in pixels, as far as the format or its encoder has a limit
-    double mostPixels;
     bool hasQuality;
+    double mostPixels;
     const char* depths;            ///< the values of --bit-depth that it has
     const char* compressions = ""; ///< the usual one first
 };
@@ -29,30 +29,30 @@ constexpr double anyNumber = 1e18;
 constexpr double mostGifPixels = OIIO_VERSION < 20500 ? 16'000'000 : anyNumber;
 
 const Format formats[] = {
-    {QLatin1String("AVIF"), "avif", 65'536, anyNumber, true, "8"},
-    {QLatin1String("BMP"), "bmp dib", 32'767, 700'000'000, false,
+    {QLatin1String("AVIF"), "avif", 65'536, true, anyNumber, "8"},
+    {QLatin1String("BMP"), "bmp dib", 32'767, false, 700'000'000,
      "8"}, // 2 GiB of 3 bytes per pixel
-    {QLatin1String("DPX"), "dpx", anySide, anyNumber, false, "8 16"},
-    {QLatin1String("FITS"), "fits", anySide, anyNumber, false, "8 32"},
-    {QLatin1String("GIF"), "gif", 65'535, mostGifPixels, false, "8"},
-    {QLatin1String("HEIF"), "heic heif heics hif", 32'767, anyNumber, true, "8"},
-    {QLatin1String("IFF"), "iff z", 65'535, anyNumber, false, "8 16"},
-    {QLatin1String("JPEG"), "jpg jpe jpeg jif jfif jfi", 65'500, anyNumber, true, "8"},
-    {QLatin1String("JPEG 2000"), "jp2 j2k j2c", anySide, anyNumber, false, "8 16"},
+    {QLatin1String("DPX"), "dpx", anySide, false, anyNumber, "8 16"},
+    {QLatin1String("FITS"), "fits", anySide, false, anyNumber, "8 32"},
+    {QLatin1String("GIF"), "gif", 65'535, false, mostGifPixels, "8"},
+    {QLatin1String("HEIF"), "heic heif heics hif", 32'767, true, anyNumber, "8"},
+    {QLatin1String("IFF"), "iff z", 65'535, false, anyNumber, "8 16"},
+    {QLatin1String("JPEG"), "jpg jpe jpeg jif jfif jfi", 65'500, true, anyNumber, "8"},
+    {QLatin1String("JPEG 2000"), "jp2 j2k j2c", anySide, false, anyNumber, "8 16"},
 #if OIIO_VERSION >= 30000
-    {QLatin1String("JPEG XL"), "jxl", anySide, anyNumber, true, "8 16"},
+    {QLatin1String("JPEG XL"), "jxl", anySide, true, anyNumber, "8 16"},
 #endif
-    {QLatin1String("OpenEXR"), "exr sxr mxr", anySide, anyNumber, false, "16 32",
+    {QLatin1String("OpenEXR"), "exr sxr mxr", anySide, false, anyNumber, "16 32",
      "zip none rle zips piz"},
-    {QLatin1String("PNG"), "png", 1'000'000, anyNumber, false, "8 16"},
-    {QLatin1String("PNM"), "ppm pgm pbm pnm pfm", anySide, anyNumber, false, "8"},
-    {QLatin1String("Radiance HDR"), "hdr rgbe", anySide, anyNumber, false, "32"},
-    {QLatin1String("RLA"), "rla", 32'767, anyNumber, false, "8 16 32"},
-    {QLatin1String("SGI"), "sgi rgb rgba bw int inta", 65'535, anyNumber, false, "8 16"},
-    {QLatin1String("Targa"), "tga tpic", 65'535, anyNumber, false, "8"},
-    {QLatin1String("TIFF"), "tiff tif tx env sm vsm", anySide, anyNumber, false, "8 16 32",
+    {QLatin1String("PNG"), "png", 1'000'000, false, anyNumber, "8 16"},
+    {QLatin1String("PNM"), "ppm pgm pbm pnm pfm", anySide, false, anyNumber, "8"},
+    {QLatin1String("Radiance HDR"), "hdr rgbe", anySide, false, anyNumber, "32"},
+    {QLatin1String("RLA"), "rla", 32'767, false, anyNumber, "8 16 32"},
+    {QLatin1String("SGI"), "sgi rgb rgba bw int inta", 65'535, false, anyNumber, "8 16"},
+    {QLatin1String("Targa"), "tga tpic", 65'535, false, anyNumber, "8"},
+    {QLatin1String("TIFF"), "tiff tif tx env sm vsm", anySide, false, anyNumber, "8 16 32",
      "zip none lzw packbits"},
-    {QLatin1String("WebP"), "webp", 16'383, anyNumber, true, "8"},
+    {QLatin1String("WebP"), "webp", 16'383, true, anyNumber, "8"},
 };
 
 const Format* formatOf(const QString& extension)
