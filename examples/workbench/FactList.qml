@@ -9,7 +9,7 @@ Column { // what is known about a photograph; its texts can be selected
 
     required property list<string> names
     required property list<string> values
-    readonly property int nameWidth: 84
+    readonly property int nameWidth: 100
 
     spacing: 3
 

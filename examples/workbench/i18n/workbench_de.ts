@@ -526,7 +526,7 @@
     </message>
     <message>
         <source>Added</source>
-        <translation>Hinzugefügt</translation>
+        <translation>Eingang</translation>
     </message>
     <message>
         <source>Name</source>
