@@ -26,6 +26,12 @@ bool openForReading(QFile& file, const std::string& utf8Path, std::string& error
     return file.isOpen();
 }
 
+bool isWebpFile(FileBytes& bytes)
+{
+    const std::string_view start = bytes.at(0, 12);
+    return start.starts_with("RIFF") && start.ends_with("WEBP");
+}
+
 /// The answer of OpenImageIO about the file at `utf8Path`, or about the JPEG file `jpeg`.
 bool askOpenImageIO(const std::string& utf8Path, const std::string& jpeg, ImageHeader& header,
                     std::string& error)
@@ -77,8 +83,13 @@ std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::str
                 (bytes.hasFailed() ? file.errorString().toStdString() : found->refusal);
         return {};
     }
-    if (!found)
-        return readByOpenImageIO(utf8Path, error);
+    if (!found) {
+        const bool isWebp = isWebpFile(bytes);
+        std::optional<ImageHeader> header = readByOpenImageIO(utf8Path, error);
+        if (header && isWebp)
+            header->turned = isWebpTurned(bytes);
+        return header;
+    }
     ImageHeader oriented;
     if (!found->unclearTurn.empty()) {
         if (!askOpenImageIO(utf8Path, found->unclearTurn, oriented, error))

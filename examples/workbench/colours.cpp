@@ -84,14 +84,16 @@ std::shared_ptr<void> newTransform(const QByteArray& from, cmsUInt32Number fromT
                      : std::shared_ptr<void>();
 }
 
-/// Colours from all over the cube, of which a grey conversion sees the first channel.
+/// Colours from all over the cube, most of them dark, where curves are steep. A grey conversion
+/// sees the first channel.
 cv::Mat probe()
 {
     constexpr int steps = 9;
     cv::Mat colours(1, steps * steps * steps, CV_32FC3);
     for (int at = 0; at < colours.cols; ++at) {
         const cv::Vec3i place(at % steps, at / steps % steps, at / steps / steps);
-        colours.at<cv::Vec3f>(at) = cv::Vec3f(place) / float(steps - 1);
+        const cv::Vec3f even = cv::Vec3f(place) / float(steps - 1);
+        colours.at<cv::Vec3f>(at) = even.mul(even);
     }
     return colours;
 }
@@ -190,7 +192,41 @@ Result<ColourTransform> ColourTransform::between(const QByteArray& from, const Q
         expected = cv::Mat(before.size(), before.type());
         cv::mixChannels(&before, 1, &expected, 1, reds, 3);
     }
-    return cv::norm(expected, after, cv::NORM_INF) < sameWithin ? ColourTransform() : result;
+    if (cv::norm(expected, after, cv::NORM_INF) < sameWithin)
+        return ColourTransform();
+    if (!result.m_isFromGrey)
+        result.chooseMatrix(from, to, after);
+    return result;
+}
+
+/// Takes the short way if it gives what LittleCMS made of the probe, `expected`, within a step of
+/// 12 bits.
+void ColourTransform::chooseMatrix(const QByteArray& from, const QByteArray& to,
+                                   const cv::Mat& expected)
+{
+    const Profile source = opened(from);
+    const Profile target = opened(to);
+    const auto matrix = MatrixTransform::between(source.get(), target.get());
+    if (!matrix)
+        return;
+    ColourTransform candidate = *this;
+    candidate.m_matrix = std::make_shared<const MatrixTransform>(*matrix);
+    cv::Mat after = probe();
+    candidate.apply(after);
+    if (cv::norm(expected, after, cv::NORM_INF) < 1.0 / 4096)
+        *this = candidate;
+}
+
+void ColourTransform::applyToRow(cv::Vec3f* row, int count) const
+{
+    if (!m_matrix) {
+        cmsDoTransform(m_transform.get(), row, row, cmsUInt32Number(count));
+        return;
+    }
+    std::vector<int> outside;
+    m_matrix->apply(row, count, outside);
+    for (const int at : outside)
+        cmsDoTransform(m_transform.get(), row + at, row + at, 1);
 }
 
 void ColourTransform::apply(cv::Mat& colours) const
@@ -201,10 +237,13 @@ void ColourTransform::apply(cv::Mat& colours) const
         std::vector<float> grey(m_isFromGrey ? std::size_t(colours.cols) : 0);
         for (int y = rows.start; y < rows.end; ++y) {
             auto* const row = colours.ptr<cv::Vec3f>(y);
+            if (!m_isFromGrey) {
+                applyToRow(row, colours.cols);
+                continue;
+            }
             for (std::size_t x = 0; x < grey.size(); ++x)
                 grey[x] = row[x][0];
-            const void* const source = m_isFromGrey ? static_cast<const void*>(grey.data()) : row;
-            cmsDoTransform(m_transform.get(), source, row, cmsUInt32Number(colours.cols));
+            cmsDoTransform(m_transform.get(), grey.data(), row, cmsUInt32Number(colours.cols));
         }
     });
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "matrixtransform.h"
 #include "options.h"
 #include "planes.h"
 #include "result.h"
@@ -69,7 +70,12 @@ public:
     Planes converted(const Planes& planes) const;
 
 private:
+    void applyToRow(cv::Vec3f* row, int count) const;
+    void chooseMatrix(const QByteArray& from, const QByteArray& to, const cv::Mat& expected);
+
     std::shared_ptr<void> m_transform;
+    std::shared_ptr<const MatrixTransform>
+        m_matrix; ///< the same, where the profiles have that form
     bool m_isFromGrey = false;
 };
 

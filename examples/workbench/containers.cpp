@@ -258,17 +258,19 @@ QString replace(QFile& file, qint64 begin, qint64 end, const QByteArray& bytes)
     return {};
 }
 
-/// One segment of JPEG; empty when the content is too long for one, which Exif and XMP may not be.
-QByteArray jpegSegment(uchar marker, QByteArrayView name, const QByteArray& content)
+/// What becomes one segment of a JPEG file.
+struct JpegBlock
 {
-    const qsizetype size = 2 + name.size() + content.size();
-    if (content.isEmpty() || size > 0xFFFF)
-        return {};
-    return QByteArray("\xFF") + char(marker) + bigEndian(quint16(size)) + name.toByteArray() +
-           content;
-}
+    const char* title;
+    uchar marker;
+    QByteArrayView name;
+    QByteArray content;
 
-QString writeIntoJpeg(QFile& file, const MetadataBlocks& blocks)
+    qsizetype size() const { return 2 + name.size() + content.size(); }
+    bool isTooLong() const { return size() > 0xFFFF; } // Exif and XMP may not be divided
+};
+
+std::array<JpegBlock, 3> jpegBlocks(const MetadataBlocks& blocks)
 {
     QByteArray iptc = blocks.iptc;
     if (!iptc.isEmpty()) {
@@ -276,10 +278,24 @@ QString writeIntoJpeg(QFile& file, const MetadataBlocks& blocks)
                      bigEndian(quint32(iptc.size())));
         iptc.resize(iptc.size() + iptc.size() % 2);
     }
+    return {{{"Exif", 0xE1, exifName, blocks.exif ? exifBlock(*blocks.exif) : QByteArray()},
+             {"XMP", 0xE1, xmpName, blocks.xmp},
+             {"IPTC", 0xED, photoshopName, iptc}}};
+}
+
+QByteArray jpegSegment(const JpegBlock& block)
+{
+    if (block.content.isEmpty() || block.isTooLong())
+        return {};
+    return QByteArray("\xFF") + char(block.marker) + bigEndian(quint16(block.size())) +
+           block.name.toByteArray() + block.content;
+}
+
+QString writeIntoJpeg(QFile& file, const MetadataBlocks& blocks)
+{
     QByteArray head;
-    if (blocks.exif)
-        head += jpegSegment(0xE1, exifName, exifBlock(*blocks.exif));
-    head += jpegSegment(0xE1, xmpName, blocks.xmp) + jpegSegment(0xED, photoshopName, iptc);
+    for (const JpegBlock& block : jpegBlocks(blocks))
+        head += jpegSegment(block);
     QByteArray first; // JFIF's stays in front
     QByteArray others;
     qint64 end = 2;
@@ -461,6 +477,16 @@ bool takesBlocks(std::string_view format)
 {
     constexpr std::array<std::string_view, 4> formats{"jpeg", "png", "tiff", "webp"};
     return std::find(formats.begin(), formats.end(), format) != formats.end();
+}
+
+QStringList leftOutBlocks(std::string_view format, const MetadataBlocks& blocks)
+{
+    QStringList titles;
+    if (format == "jpeg")
+        for (const JpegBlock& block : jpegBlocks(blocks))
+            if (block.isTooLong())
+                titles.append(QString::fromLatin1(block.title));
+    return titles;
 }
 
 QString writeBlocks(QFile& file, const MetadataBlocks& blocks, QSize size, bool hasAlpha)

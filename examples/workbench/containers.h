@@ -6,6 +6,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QFile>
 #include <QtCore/QSize>
+#include <QtCore/QStringList>
 
 #include <string>
 #include <string_view>
@@ -28,6 +29,10 @@ MetadataBlocks readBlocks(const QString& path);
 /// in place of `exifPlaceholder`. Returns what went wrong; empty when nothing did, also for other
 /// formats, which stay as they are.
 QString writeBlocks(QFile& file, const MetadataBlocks& blocks, QSize size, bool hasAlpha);
+
+/// The names of the blocks that `writeBlocks` leaves out of files of the OpenImageIO format
+/// `format` because they are too long for it: those above 64 KB in JPEG.
+QStringList leftOutBlocks(std::string_view format, const MetadataBlocks& blocks);
 
 /// The description with which OpenImageIO must be told to write a HEIF or AVIF file, so that
 /// `writeBlocks` finds enough space for the Exif of `blocks` there: its writer of Exif in these

@@ -11,6 +11,7 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -34,13 +35,33 @@ void packChannels(QImage& image, int channels)
     cv::mixChannels(&pixels, 1, &pixels, 1, alphaSecond, 1);
 }
 
-bool writePixels(OIIO::ImageOutput& writer, const std::string& path, const QImage& image,
-                 const OIIO::ImageSpec& header)
+/// Colours outside the primaries of a format are negative in one channel. Radiance's HDR stores the
+/// magnitude alone, and such a channel would come out bright.
+void clipNegatives(QImage& image)
 {
-    return writer.open(path, header) &&
-           writer.write_image(OIIO::TypeFloat, image.constBits(), bytesPerPixel,
-                              image.bytesPerLine()) &&
-           writer.close();
+    cv::Mat pixels(image.height(), image.width(), CV_32FC4, image.bits(),
+                   std::size_t(image.bytesPerLine()));
+    cv::max(pixels, 0.0, pixels);
+}
+
+/// Writes the rows, and gives their failure back where they cannot be made. What the writer itself
+/// has refused it tells afterwards.
+std::optional<Failure> writeRows(OIIO::ImageOutput& writer, const NextRows& nextRows,
+                                 const OIIO::ImageSpec& header, bool& isWritten)
+{
+    for (int y = 0; y < header.height && isWritten;) {
+        Result<QImage> rows = nextRows();
+        if (!rows)
+            return rows.failure();
+        packChannels(*rows, header.nchannels);
+        if (std::string_view(writer.format_name()) == "hdr")
+            clipNegatives(*rows);
+        const int end = y + rows->height();
+        isWritten = writer.write_scanlines(y, end, 0, OIIO::TypeFloat, rows->constBits(),
+                                           bytesPerPixel, rows->bytesPerLine());
+        y = end;
+    }
+    return {};
 }
 
 /// Whether `writer` writes into a file of ours. That of TIFF loses the picture when there is Exif,
@@ -65,47 +86,64 @@ bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool 
         return false;
     if (!withRows)
         return true;
-    std::vector<unsigned char> pixels(spec.image_pixels() * std::size_t(spec.nchannels));
-    return input->read_image(0, 0, 0, spec.nchannels, OIIO::TypeUInt8, pixels.data()) &&
-           input->geterror().empty();
+    constexpr int rowsAtOnce = 64;
+    std::vector<unsigned char> pixels(std::size_t(rowsAtOnce) * std::size_t(spec.width) *
+                                      std::size_t(spec.nchannels));
+    for (int y = 0; y < spec.height; y += rowsAtOnce)
+        if (!input->read_scanlines(0, 0, spec.y + y, spec.y + std::min(y + rowsAtOnce, spec.height),
+                                   0, 0, spec.nchannels, OIIO::TypeUInt8, pixels.data()))
+            return false;
+    return input->geterror().empty();
 }
 
-/// Why the file is not whole; empty when it is.
-QString failureToWrite(AtomicFile& whole, const QImage& image, const OIIO::ImageSpec& header,
-                       const MetadataBlocks& blocks)
+/// Why the file that `writer` has closed is not whole; empty when it is.
+QString failureToFinish(AtomicFile& whole, const OIIO::ImageSpec& header,
+                        const MetadataBlocks& blocks, bool isChecked)
 {
-    const QString extension = QFileInfo(whole.file().fileName()).suffix();
-    CheckedFile file(whole.file()); // outlives the writer, which may close only as it goes away
-    const auto writer = writerFor(extension);
-    const std::string path = whole.file().fileName().toStdString();
-    const bool isLossless = header.get_string_attribute("compression") == "lossless";
-    const bool isChecked = !isLossless && writesInto(file, *writer);
-    const bool isWritten = isLossless ? writeLosslessWebP(whole.file(), image)
-                                      : writePixels(*writer, path, image, header);
-    if (isChecked)
-        file.finish();
-    if (!file.failure().isEmpty())
-        return file.failure();
-    if (!isWritten && isLossless)
-        return QStringLiteral("not all bytes were encoded and written");
-    if (!isWritten)
-        return QString::fromStdString(writer->geterror()).simplified();
     const QSize size(header.width, header.height);
     const QString failure = writeBlocks(whole.file(), blocks, size, header.alpha_channel >= 0);
     if (!failure.isEmpty())
         return failure;
-    if (!canBeReadBack(path, header, !isChecked))
+    if (!canBeReadBack(whole.file().fileName().toStdString(), header, !isChecked))
         return QStringLiteral("the file does not hold the picture");
     return {};
 }
 
-/// Colours outside the primaries of a format are negative in one channel. Radiance's HDR stores the
-/// magnitude alone, and such a channel would come out bright.
-void clipNegatives(QImage& image)
+std::optional<Failure> failureToWriteLossless(AtomicFile& whole, const NextRows& nextRows,
+                                              const OIIO::ImageSpec& header,
+                                              const MetadataBlocks& blocks)
 {
-    cv::Mat pixels(image.height(), image.width(), CV_32FC4, image.bits(),
-                   std::size_t(image.bytesPerLine()));
-    cv::max(pixels, 0.0, pixels);
+    const Result<QImage> image = nextRows(); // all of them
+    if (!image)
+        return image.failure();
+    if (!writeLosslessWebP(whole.file(), *image))
+        return cannotBeWritten(QStringLiteral("not all bytes were encoded and written"));
+    const QString failure = failureToFinish(whole, header, blocks, false);
+    return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(failure));
+}
+
+/// Why there is no whole file.
+std::optional<Failure> failureToWrite(AtomicFile& whole, const NextRows& nextRows,
+                                      const OIIO::ImageSpec& header, const MetadataBlocks& blocks)
+{
+    const QString extension = QFileInfo(whole.file().fileName()).suffix();
+    CheckedFile file(whole.file()); // outlives the writer, which may close only as it goes away
+    if (header.get_string_attribute("compression") == "lossless")
+        return failureToWriteLossless(whole, nextRows, header, blocks);
+    const auto writer = writerFor(extension);
+    const bool isChecked = writesInto(file, *writer);
+    bool isWritten = writer->open(whole.file().fileName().toStdString(), header);
+    if (auto failure = writeRows(*writer, nextRows, header, isWritten))
+        return failure;
+    isWritten = isWritten && writer->close();
+    if (isChecked)
+        file.finish();
+    if (!file.failure().isEmpty())
+        return cannotBeWritten(file.failure());
+    if (!isWritten)
+        return cannotBeWritten(QString::fromStdString(writer->geterror()).simplified());
+    const QString failure = failureToFinish(whole, header, blocks, isChecked);
+    return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(failure));
 }
 
 qint64 bitmapLength(const cv::Mat& pixels)
@@ -117,30 +155,24 @@ qint64 bitmapLength(const cv::Mat& pixels)
 
 } // namespace
 
-Result<std::unique_ptr<AtomicFile>> exportPicture(QImage& image, const OIIO::ImageSpec& header,
-                                                  const MetadataBlocks& blocks,
-                                                  const QString& wantedPath,
-                                                  AtomicFile::Access access)
+Result<std::unique_ptr<AtomicFile>>
+exportPicture(const NextRows& nextRows, const OIIO::ImageSpec& header, const MetadataBlocks& blocks,
+              const QString& wantedPath, AtomicFile::Access access)
 {
     const QFileInfo wanted(wantedPath);
     auto whole = AtomicFile::create(wanted.path(), wanted.suffix(), access);
     if (!whole)
         return whole;
-    packChannels(image, header.nchannels);
     OIIO::ImageSpec spec = header;
     const auto writer = writerFor(wanted.suffix());
-    const std::string_view format = writer ? writer->format_name() : "";
-    if (format == "hdr")
-        clipNegatives(image);
-    if (format == "heif") {
+    if (writer && std::string_view(writer->format_name()) == "heif") {
         spec.attribute("ImageDescription", exifPlaceholder(blocks));
         // Without the name of the encoder the writer ignores the quality.
         const bool isAvif = wanted.suffix().toLower() == QLatin1String("avif");
         spec.attribute("compression", isAvif ? "avif" : "heic");
     }
-    const QString failure = failureToWrite(**whole, image, spec, blocks);
-    if (!failure.isEmpty())
-        return cannotBeWritten(failure);
+    if (const auto failure = failureToWrite(**whole, nextRows, spec, blocks))
+        return *failure;
     return whole;
 }
 

@@ -150,10 +150,12 @@ void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer,
 std::unique_ptr<OIIO::ImageOutput> writerFor(const QString& extension)
 {
     // OpenImageIO also "writes" to terminals and to nowhere: only formats of pictures count.
-    // Icons cannot be read back: OpenImageIO's reader writes beyond its memory.
+    // Icons cannot be read back: OpenImageIO's reader writes beyond its memory. Its FITS files have
+    // the channels as their first axis and a header that is not filled up, which no other program
+    // reads.
     const QString lower = extension.toLower();
     if ((!NImageUtils::supportedFileFormats().contains(lower) && lower != QLatin1String("jxl")) ||
-        lower == QLatin1String("ico"))
+        lower == QLatin1String("ico") || lower == QLatin1String("fits"))
         return nullptr;
     auto writer = OIIO::ImageOutput::create(lower.toStdString());
     OIIO::geterror(true); // else the next one to ask gets the answer

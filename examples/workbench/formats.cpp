@@ -33,7 +33,6 @@ const Format formats[] = {
     {QLatin1String("BMP"), "bmp dib", 32'767, false, 700'000'000,
      "8"}, // 2 GiB of 3 bytes per pixel
     {QLatin1String("DPX"), "dpx", anySide, false, anyNumber, "8 16"},
-    {QLatin1String("FITS"), "fits", anySide, false, anyNumber, "8 32"},
     {QLatin1String("GIF"), "gif", 65'535, false, mostGifPixels, "8"},
     {QLatin1String("HEIF"), "heic heif heics hif", 32'767, true, anyNumber, "8"},
     {QLatin1String("IFF"), "iff z", 65'535, false, anyNumber, "8 16"},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "job.h"
 
+#include "bands.h"
 #include "crop.h"
 #include "exporter.h"
 #include "exportrecord.h"
@@ -9,9 +10,9 @@
 #include "messages.h"
 #include "naming.h"
 #include "photograph.h"
-#include "resample.h"
 #include "sharpen.h"
 #include "thumbnail.h"
+#include "upright.h"
 
 #include <imageutils/cvutils.h>
 #include <imageutils/imageutils.h>
@@ -95,7 +96,7 @@ struct Output
 /// The bytes that the pixels of a photograph take while it is in work, as measured.
 qint64 memoryFor(QSize source, QSize output, const ExportSettings& settings)
 {
-    constexpr qint64 bytesPerPixel = 24;
+    constexpr qint64 bytesPerPixel = 16; // samples, and what decoders hold besides
     constexpr qint64 bytesPerTurnedPixel = 64;
     constexpr qint64 bytesPerOutputPixel = 64;
     const auto pixels = [](QSize size) { return qint64(size.width()) * size.height(); };
@@ -140,7 +141,10 @@ private:
     Refusal resample();
     Refusal join();
     Refusal write();
+    Refusal writeInBands();
     Refusal writeBitmap();
+    Refusal exportRows(QSize size, const NextRows& nextRows);
+    bool isMadeInBands() const;
     void writeThumbnailBeside();
     ExportRecord::Output find(const Output& output) const;
     QString recordOf(const Output& output) const;
@@ -171,7 +175,7 @@ Refusal Job::step(Step step, Work work)
     const qint64 begin = ElapsedTime::monotonicNanoseconds();
     const Refusal refusal = (this->*work)();
     const qint64 end = ElapsedTime::monotonicNanoseconds();
-    m_result.milliseconds[std::size_t(step)] = double(end - begin) / 1e6;
+    m_result.milliseconds[std::size_t(step)] += double(end - begin) / 1e6;
     return refusal;
 }
 
@@ -193,9 +197,13 @@ Refusal Job::run()
         return {};
     }
     m_context.takeMemory(memoryFor(m_result.size, m_outputSize, m_settings));
+    if (isMadeInBands())
+        return take({{Step::Decode, &Job::decode},
+                     {Step::Analyse, &Job::analyse},
+                     {Step::Write, &Job::writeInBands}});
     return take({{Step::Decode, &Job::decode},
-                 {Step::Split, &Job::split},
                  {Step::Analyse, &Job::analyse},
+                 {Step::Split, &Job::split},
                  {Step::Resample, &Job::resample},
                  {Step::Bitmap, &Job::writeBitmap},
                  {Step::Join, &Job::join},
@@ -211,6 +219,13 @@ Refusal Job::take(std::initializer_list<Stage> stages)
             return refusal;
     }
     return {};
+}
+
+/// Whether each row of the output needs only some rows of the photograph.
+bool Job::isMadeInBands() const
+{
+    return m_settings.rotate == 0.0 && !m_settings.bitmap && !m_settings.sharpening &&
+           !m_settings.isLossless && m_settings.sizeChoice != SizeChoice::Fill;
 }
 
 Refusal Job::readHeader()
@@ -301,13 +316,14 @@ void Job::plan()
 
 Refusal Job::decode()
 {
-    Result<Photograph> photograph =
-        readPhotograph(m_result.path, {m_settings.maxPixels, m_settings.page, m_settings.intent});
+    const bool mayBeInRows = isMadeInBands() && isUpright(m_settings.turn) && !m_isThumbnailDue;
+    Result<Photograph> photograph = readPhotograph(
+        m_result.path, {m_settings.maxPixels, m_settings.page, m_settings.intent, mayBeInRows});
     if (!photograph)
         return photograph.failure();
     m_photograph = std::move(*photograph);
     m_result.storedSize = QSize(m_photograph.spec.width, m_photograph.spec.height);
-    m_result.size = uprightSize(m_photograph);
+    m_result.size = sizeOf(m_photograph);
     m_result.warnings.append(m_photograph.warnings);
     m_layout = layoutFor(*m_writer, m_photograph, m_settings.bitDepth);
     const Result<ColourPlan> plan =
@@ -315,12 +331,16 @@ Refusal Job::decode()
     if (!plan)
         return plan.failure();
     m_colours = *plan;
+    if (m_isThumbnailDue)
+        writeThumbnailBeside();
+    if (!isUpright(m_settings.turn))
+        m_photograph.samples = turnedUpright(m_photograph.samples, m_settings.turn);
     return {};
 }
 
 Refusal Job::split()
 {
-    Result<Planes> planes = splitPhotograph(m_photograph, m_context.buffer);
+    Result<Planes> planes = splitSamples(m_photograph, m_photograph.samples, m_context.buffer);
     if (!planes)
         return planes.failure();
     m_planes = std::move(*planes);
@@ -330,17 +350,17 @@ Refusal Job::split()
 
 Refusal Job::analyse()
 {
-    m_result.isGrey = CvUtils::isMonochrome(m_planes.chroma);
-    m_result.isLumaNoise = CvUtils::isLumaNoise(m_planes.chroma);
+    if (m_photograph.samples.empty())
+        return {}; // the rows are examined as they pass by
+    const cv::Mat colours = coloursOf(m_photograph, m_photograph.samples);
+    m_result.isGrey = CvUtils::isMonochrome(colours);
+    m_result.isLumaNoise = CvUtils::isLumaNoise(colours);
     return {};
 }
 
 Refusal Job::resample()
 {
-    if (m_isThumbnailDue)
-        writeThumbnailBeside();
-    const Result<Planes> cropped =
-        turnedAndCropped(turned(m_planes, m_settings.turn), m_settings.rotate);
+    const Result<Planes> cropped = turnedAndCropped(m_planes, m_settings.rotate);
     if (!cropped)
         return cropped.failure();
     m_planes = *cropped;
@@ -358,9 +378,8 @@ Refusal Job::resample()
 /// A thumbnail that cannot be written is no reason to lose the photograph.
 void Job::writeThumbnailBeside()
 {
-    const Result<QString> thumbnail =
-        writeThumbnail(m_planes, toSRgb(m_photograph.colours, m_settings.intent), m_result.path,
-                       m_settings.quality);
+    const Result<QString> thumbnail = writeThumbnail(
+        m_photograph, m_settings.intent, m_context.buffer, m_result.path, m_settings.quality);
     if (thumbnail)
         m_result.thumbnail = *thumbnail;
     else
@@ -380,25 +399,57 @@ Refusal Job::writeBitmap()
 
 Refusal Job::join()
 {
-    m_planes = m_colours.transform.converted(m_planes);
-    m_planes =
-        m_layout.hasAlpha ? associated(m_planes, m_layout.isAssociated) : overWhite(m_planes);
-    m_image = CvUtils::matToQImage(m_planes.chroma, m_planes.alpha);
-    m_planes = {};
-    return m_image.isNull() ? Refusal(Failure{QStringLiteral("the library refused the planes")})
-                            : Refusal();
+    const Result<QImage> image = joined(std::exchange(m_planes, {}), m_colours, m_layout);
+    if (!image)
+        return image.failure();
+    m_image = *image;
+    return {};
 }
 
 Refusal Job::write()
+{
+    return exportRows(m_image.size(), [this] { return Result<QImage>(m_image); });
+}
+
+/// Makes the output while it is written, a few rows at a time.
+Refusal Job::writeInBands()
+{
+    const Result<Fit> fit = fitFor(sizeOf(m_photograph), m_settings);
+    if (!fit)
+        return fit.failure();
+    m_result.outputSize = fit->size;
+    if (Refusal refusal = refuseForFormat(QFileInfo(m_picture.wantedPath).suffix(), fit->size))
+        return refusal;
+    BandedOutput output(m_photograph, {*fit, m_settings.filter, m_layout, m_colours},
+                        m_context.buffer, m_context.onStep);
+    Refusal refusal = exportRows(fit->size, [&output] { return output.next(); });
+    // The rest of the time is the encoder's.
+    for (const Step step : {Step::Decode, Step::Analyse, Step::Resample, Step::Join}) {
+        m_result.milliseconds[std::size_t(step)] += output.milliseconds(step);
+        m_result.milliseconds[std::size_t(Step::Write)] -= output.milliseconds(step);
+    }
+    if (output.isUndecodable())
+        m_result.failedStep = Step::Decode;
+    if (!refusal && m_photograph.samples.empty()) {
+        m_result.isGrey = output.examination().isGrey();
+        m_result.isLumaNoise = output.examination().isLumaNoise();
+    }
+    return refusal;
+}
+
+Refusal Job::exportRows(QSize size, const NextRows& nextRows)
 {
     if (!m_result.output.isEmpty())
         return {}; // it was kept
     const QString record = recordOf(m_picture);
     const OIIO::ImageSpec header =
-        headerFor(*m_writer, m_photograph, m_layout, m_colours, m_image.size(), m_settings, record);
-    const MetadataBlocks blocks = exportedBlocks(m_photograph.blocks, m_settings.metadata,
-                                                 {m_image.size(), m_colours.isSRgb, record});
-    return publish(exportPicture(m_image, header, blocks, m_picture.wantedPath), m_picture,
+        headerFor(*m_writer, m_photograph, m_layout, m_colours, size, m_settings, record);
+    const MetadataBlocks blocks =
+        exportedBlocks(m_photograph.blocks, m_settings.metadata, {size, m_colours.isSRgb, record});
+    for (const QString& title : leftOutBlocks(m_writer->format_name(), blocks))
+        m_result.warnings.append(
+            QStringLiteral("its %1 is left out, as JPEG has 64 KB for it").arg(title));
+    return publish(exportPicture(nextRows, header, blocks, m_picture.wantedPath), m_picture,
                    m_result.output);
 }
 

@@ -15,13 +15,11 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QLibrary>
 #include <QtCore/QStringDecoder>
 #include <QtGui/QGuiApplication>
 
 #include <cstdio>
 #include <memory>
-#include <string_view>
 
 namespace {
 
@@ -59,18 +57,6 @@ void replaceList(QStringList& paths, char separator, QSet<QString>& undecodable)
     if (!input.open(stdin, QIODevice::ReadOnly))
         return;
     paths = paths.mid(0, at) + namesIn(input.readAll(), separator, undecodable) + paths.mid(at + 1);
-}
-
-/// Works for another process of this program; worker.h says what for.
-int runWorker(int argc, char** argv)
-{
-    const QCoreApplication application(argc, argv);
-    QLibrary module(QCoreApplication::applicationDirPath() + QLatin1String("/" WORKBENCH_MODULE));
-    const auto run = reinterpret_cast<int (*)()>(module.resolve("runWorkerProcess"));
-    if (run)
-        return run();
-    Terminal::printError(module.errorString());
-    return 1;
 }
 
 /// The first folder above `path` that exists, or `path` itself.
@@ -146,8 +132,6 @@ int runTable(const Options& options, const QList<Source>& sources)
 int main(int argc, char** argv)
 {
     Interruption::ignoreWriteSignals();
-    if (argc == 2 && std::string_view(argv[1]) == "--worker")
-        return runWorker(argc, argv);
     Arguments arguments = readArguments(argc, argv);
     const CommandLine line = readCommandLine(arguments.all);
     Messages::install(line.options.verbose, Terminal::printError);

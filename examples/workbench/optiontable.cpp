@@ -282,7 +282,7 @@ const OptionRow table[] = {
      }},
     {"Files", "max-megapixels", "", "N", "",
      "Refuse files whose header claims more than N megapixels (default: 250). A photograph takes "
-     "some 20 bytes of memory per pixel.",
+     "2 to 20 bytes of memory per pixel, by its format and by what is done.",
      [](Text t, Line l) {
          return readAmount(t, 1, 1'000'000, 1'000'000, l.options.settings.maxPixels);
      }},

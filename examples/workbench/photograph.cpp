@@ -52,6 +52,21 @@ int depthOf(const OIIO::ImageSpec& spec)
     return spec.channelformats.empty() && spec.format == OIIO::TypeUInt16 ? CV_16U : CV_32F;
 }
 
+/// The type that OpenImageIO is asked for: that of the file where it is kept, which copies nothing.
+OIIO::TypeDesc formatOf(int depth)
+{
+    return depth == CV_32F ? OIIO::TypeDesc(OIIO::TypeFloat) : OIIO::TypeDesc(OIIO::TypeUnknown);
+}
+
+/// Why what `input` has just read, if it has, is no picture.
+std::optional<Failure> failureToDecode(OIIO::ImageInput& input, bool isRead)
+{
+    const QString damage = damageReported(input);
+    if (!isRead || !damage.isEmpty())
+        return Failure{damage.isEmpty() ? QStringLiteral("cannot be decoded") : damage};
+    return {};
+}
+
 /// The largest value of a channel of this depth.
 double fullRange(int depth) { return depth == CV_8U ? 255.0 : depth == CV_16U ? 65535.0 : 1.0; }
 
@@ -151,19 +166,39 @@ std::optional<Failure> decodeInks(Photograph& photograph, const OIIO::ImageInput
 std::optional<Failure> decodeSamples(Photograph& photograph, OIIO::ImageInput& input)
 {
     const OIIO::ImageSpec& spec = photograph.spec;
-    const int channels = std::min(spec.nchannels, channelsPerPixel);
-    photograph.samples.create(spec.height, spec.width, CV_MAKETYPE(depthOf(spec), channels));
-    const bool isAsStored = photograph.samples.depth() != CV_32F; // then nothing is copied
-    const OIIO::TypeDesc type = isAsStored ? OIIO::TypeUnknown : OIIO::TypeFloat;
-    const bool isRead =
-        input.read_image(input.current_subimage(), 0, 0, channels, type, photograph.samples.data);
-    const QString damage = damageReported(input);
-    if (!isRead || !damage.isEmpty())
-        return Failure{damage.isEmpty() ? QStringLiteral("cannot be decoded") : damage};
-    return {};
+    const int type = sampleTypeOf(photograph);
+    photograph.samples.create(spec.height, spec.width, type);
+    const bool isRead = input.read_image(input.current_subimage(), 0, 0, CV_MAT_CN(type),
+                                         formatOf(CV_MAT_DEPTH(type)), photograph.samples.data);
+    return failureToDecode(input, isRead);
 }
 
-Result<Photograph> decode(OIIO::ImageInput& input, const QString& path, Intent intent)
+/// Whether the rows may be decoded while the output is written: they are stored as they are shown,
+/// and no transparency has to be looked for before.
+bool canBeInRows(const Photograph& photograph)
+{
+    return !photograph.hasAlpha && photograph.spec.tile_width == 0 &&
+           isUpright(photograph.spec.get_int_attribute("Orientation", 1));
+}
+
+/// Whether the alpha channel of any pixel is below its largest value.
+bool holdsTransparency(const Photograph& photograph)
+{
+    if (!photograph.hasAlpha)
+        return false;
+    const cv::Mat& samples = photograph.samples;
+    const double opaque = fullRange(samples.depth());
+    for (int y = 0; y < samples.rows; ++y) {
+        cv::Mat alpha;
+        cv::extractChannel(samples.row(y), alpha, samples.channels() - 1);
+        if (cv::countNonZero(alpha != opaque) != 0)
+            return true;
+    }
+    return false;
+}
+
+Result<Photograph> decode(OIIO::ImageInput& input, const QString& path,
+                          const ReadSettings& settings)
 {
     Photograph photograph;
     photograph.spec = input.spec();
@@ -171,9 +206,10 @@ Result<Photograph> decode(OIIO::ImageInput& input, const QString& path, Intent i
     readMetadataOf(photograph, path, input.format_name());
     const bool isInk = isCmyk(input, path.toStdString());
     if (isInk)
-        if (auto failure = decodeInks(photograph, input, path, intent))
+        if (auto failure = decodeInks(photograph, input, path, settings.intent))
             return *failure;
-    if (photograph.samples.empty())
+    const bool isInRows = settings.mayBeInRows && !isInk && canBeInRows(photograph);
+    if (photograph.samples.empty() && !isInRows)
         if (auto failure = decodeSamples(photograph, input))
             return *failure;
     if (!isInk)
@@ -181,6 +217,10 @@ Result<Photograph> decode(OIIO::ImageInput& input, const QString& path, Intent i
                                            photograph.isGrey, saysAdobeRgb(photograph.blocks.exif));
     if (!photograph.colours.warning.isEmpty())
         photograph.warnings.append(photograph.colours.warning);
+    photograph.isTransparent = !isInRows && holdsTransparency(photograph);
+    if (const int orientation = photograph.spec.get_int_attribute("Orientation", 1);
+        !isUpright(orientation))
+        photograph.samples = turnedUpright(photograph.samples, orientation);
     return photograph;
 }
 
@@ -206,11 +246,6 @@ int pagesOf(OIIO::ImageInput& input)
     return pages;
 }
 
-int orientationOf(const Photograph& photograph)
-{
-    return photograph.spec.get_int_attribute("Orientation", 1);
-}
-
 /// `samples` (grey, grey and alpha, RGB, RGB and alpha) as R, G, B and A, which is opaque where the
 /// file has none.
 cv::Mat arranged(const cv::Mat& samples, const Photograph& photograph)
@@ -228,18 +263,18 @@ cv::Mat arranged(const cv::Mat& samples, const Photograph& photograph)
     return pixels;
 }
 
-/// Splits its rows into planes, a few at a time, so that what lies between samples and planes does
-/// not leave the caches.
+/// Splits rows of the photograph into planes, a few at a time, so that what lies between samples
+/// and planes does not leave the caches.
 class ParallelSplit : public cv::ParallelLoopBody
 {
 public:
-    ParallelSplit(const Photograph& photograph, Planes& planes)
-        : m_photograph(photograph), m_planes(planes), m_orientation(orientationOf(photograph))
+    ParallelSplit(const Photograph& photograph, const cv::Mat& samples, Planes& planes)
+        : m_photograph(photograph), m_samples(samples), m_planes(planes)
     {}
 
     void operator()(const cv::Range& rows) const override
     {
-        const int step = std::max(1, pixelsAtOnce / m_photograph.samples.cols);
+        const int step = std::max(1, pixelsAtOnce / m_samples.cols);
         for (int y = rows.start; y < rows.end; y += step)
             split(cv::Range(y, std::min(y + step, rows.end)));
     }
@@ -248,18 +283,17 @@ public:
 
 private:
     void split(const cv::Range& rows) const;
-    void place(const cv::Mat& band, const cv::Range& rows, cv::Mat& whole) const;
 
     static constexpr int pixelsAtOnce = 1 << 14;
     const Photograph& m_photograph;
+    const cv::Mat& m_samples;
     Planes& m_planes;
-    const int m_orientation;
     mutable std::atomic<bool> m_isRefused = false;
 };
 
 void ParallelSplit::split(const cv::Range& rows) const
 {
-    const cv::Mat samples = arranged(m_photograph.samples.rowRange(rows), m_photograph);
+    const cv::Mat samples = arranged(m_samples.rowRange(rows), m_photograph);
     QImage image(samples.cols, samples.rows, QImage::Format_RGBA32FPx4);
     if (image.isNull())
         throw std::bad_alloc();
@@ -270,19 +304,9 @@ void ParallelSplit::split(const cv::Range& rows) const
         m_isRefused = true;
         return;
     }
-    place(band.chroma, rows, m_planes.chroma);
-    if (m_photograph.hasAlpha)
-        place(band.alpha, rows, m_planes.alpha);
-}
-
-/// Puts the `rows` of the stored picture where they stand in the upright one.
-void ParallelSplit::place(const cv::Mat& band, const cv::Range& rows, cv::Mat& whole) const
-{
-    cv::Mat part = whole(uprightPlace(rows, m_photograph.samples.size(), m_orientation));
-    if (isUpright(m_orientation))
-        band.copyTo(part);
-    else
-        turnedUpright(band, m_orientation).copyTo(part);
+    band.chroma.copyTo(m_planes.chroma.rowRange(rows));
+    if (!m_planes.alpha.empty())
+        band.alpha.copyTo(m_planes.alpha.rowRange(rows));
 }
 
 /// Why the picture that `spec` describes is not decoded. `ImageInput::read_image` writes all slices
@@ -309,24 +333,50 @@ std::optional<Failure> refuseHeader(const OIIO::ImageSpec& spec, qint64 maxPixel
 
 } // namespace
 
-QSize uprightSize(const Photograph& photograph)
+QSize sizeOf(const Photograph& photograph)
 {
-    const cv::Size size = uprightSize(photograph.samples.size(), orientationOf(photograph));
-    return {size.width, size.height};
+    const cv::Mat& samples = photograph.samples;
+    return samples.empty() ? QSize(photograph.spec.width, photograph.spec.height)
+                           : QSize(samples.cols, samples.rows);
 }
 
-Result<Planes> splitPhotograph(const Photograph& photograph, PixelBuffer& buffer)
+int sampleTypeOf(const Photograph& photograph)
 {
-    const cv::Size size = uprightSize(photograph.samples.size(), orientationOf(photograph));
-    Planes planes{buffer.colours(size), {}, photograph.isAssociated};
-    if (photograph.hasAlpha)
-        planes.alpha.create(size, CV_32FC1);
-    const ParallelSplit split(photograph, planes);
-    cv::parallel_for_(cv::Range(0, photograph.samples.rows), split);
+    const OIIO::ImageSpec& spec = photograph.spec;
+    return CV_MAKETYPE(depthOf(spec), std::min(spec.nchannels, channelsPerPixel));
+}
+
+std::optional<Failure> decodeRows(const Photograph& photograph, int firstRow, cv::Mat& samples)
+{
+    OIIO::ImageInput& input = *photograph.input;
+    const int begin = photograph.spec.y + firstRow;
+    const bool isRead = input.read_scanlines(
+        input.current_subimage(), 0, begin, begin + samples.rows, photograph.spec.z, 0,
+        samples.channels(), formatOf(samples.depth()), samples.data);
+    return failureToDecode(input, isRead);
+}
+
+cv::Mat coloursOf(const Photograph& photograph, const cv::Mat& samples)
+{
+    if (!photograph.isGrey && samples.channels() == 3)
+        return samples;
+    const int step = photograph.isGrey ? 0 : 1;
+    const int places[] = {0, 0, step, 1, 2 * step, 2};
+    cv::Mat colours(samples.size(), CV_MAKETYPE(samples.depth(), 3));
+    cv::mixChannels(&samples, 1, &colours, 1, places, 3);
+    return colours;
+}
+
+Result<Planes> splitSamples(const Photograph& photograph, const cv::Mat& samples,
+                            PixelBuffer& buffer)
+{
+    Planes planes{buffer.colours(samples.size()), {}, photograph.isAssociated};
+    if (photograph.isTransparent)
+        planes.alpha.create(samples.size(), CV_32FC1);
+    const ParallelSplit split(photograph, samples, planes);
+    cv::parallel_for_(cv::Range(0, samples.rows), split);
     if (split.isRefused())
         return Failure{QStringLiteral("the library refused the picture")};
-    if (isOpaque(planes.alpha))
-        planes.alpha.release();
     return planes;
 }
 
@@ -355,9 +405,11 @@ Result<Photograph> readPhotograph(const QString& path, const ReadSettings& setti
         return Failure{QStringLiteral("has no page %1").arg(settings.page)};
     if (const auto refusal = refuseHeader(input->spec(), settings.maxPixels))
         return *refusal;
-    Result<Photograph> photograph = decode(*input, path, settings.intent);
+    Result<Photograph> photograph = decode(*input, path, settings);
     if (photograph && pages > 1 && settings.page == 1)
         photograph->warnings.append(
             QStringLiteral("has %1 pages, of which the first is taken (--page)").arg(pages));
+    if (photograph && photograph->samples.empty())
+        photograph->input = std::move(input);
     return photograph;
 }

@@ -1,18 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "planes.h"
 
-#include <algorithm>
 #include <vector>
-
-bool isOpaque(const cv::Mat& alpha)
-{
-    for (int y = 0; y < alpha.rows; ++y) {
-        const float* const row = alpha.ptr<float>(y);
-        if (!std::all_of(row, row + alpha.cols, [](float value) { return value == 1.0F; }))
-            return false;
-    }
-    return true;
-}
 
 cv::Mat alphaAsColours(const cv::Mat& alpha)
 {

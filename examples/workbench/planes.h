@@ -17,9 +17,6 @@ struct Planes
 /// The size of the picture.
 inline QSize sizeOf(const Planes& planes) { return {planes.chroma.cols, planes.chroma.rows}; }
 
-/// Whether every sample of `alpha` is 1.
-bool isOpaque(const cv::Mat& alpha);
-
 /// `alpha` copied into three channels, for functions that take colours only.
 cv::Mat alphaAsColours(const cv::Mat& alpha);
 

@@ -215,7 +215,8 @@ std::optional<Preview::Decoded> Preview::decode(const Request& request, JobResul
                                                           request.options.settings.intent});
     Decoded result{request.path, {}, std::make_unique<PixelBuffer>(), {}, {}, facts};
     const Result<Planes> planes =
-        photograph ? splitPhotograph(*photograph, *result.buffer) : photograph.failure();
+        photograph ? splitSamples(*photograph, photograph->samples, *result.buffer)
+                   : photograph.failure();
     if (!planes) {
         facts.failure = planes.failure().reason;
         return {};
@@ -223,7 +224,7 @@ std::optional<Preview::Decoded> Preview::decode(const Request& request, JobResul
     result.planes = *planes;
     result.toDisplay = toSRgb(photograph->colours, request.options.settings.intent);
     result.facts.storedSize = QSize(photograph->spec.width, photograph->spec.height);
-    result.facts.size = uprightSize(*photograph);
+    result.facts.size = sizeOf(*photograph);
     result.facts.metadata = tagsOf(request.path);
     result.facts.warnings = photograph->warnings;
     return result;

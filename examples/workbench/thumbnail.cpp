@@ -2,10 +2,8 @@
 #include "thumbnail.h"
 
 #include "atomicfile.h"
-#include "exporter.h"
-#include "resample.h"
+#include "bands.h"
 
-#include <imageutils/cvutils.h>
 #include <imageutils/imageutils.h>
 
 #include <QtCore/QDir>
@@ -44,28 +42,29 @@ bool isThumbnailDue(const QString& path, const NExifToolMetadata& metadata)
     return !thumbnail.isEmpty() && NImageUtils::shouldGenerateThumbnail(path, thumbnail, metadata);
 }
 
-Result<QString> writeThumbnail(const Planes& planes, const ColourTransform& toSRgb,
+Result<QString> writeThumbnail(const Photograph& photograph, Intent intent, PixelBuffer& buffer,
                                const QString& path, int quality)
 {
     const QString thumbnail = thumbnailPath(path);
     ExportSettings settings;
     settings.maxWidth = settings.maxHeight = longestSide;
-    const Result<Fit> fit = fitFor(sizeOf(planes), settings);
+    const Result<Fit> fit = fitFor(sizeOf(photograph), settings);
     if (!fit)
         return fit.failure();
-    Result<Planes> small = resampled(planes, *fit, {});
+    const Result<Planes> small = resampledInBands(photograph, *fit, {}, buffer);
     if (!small)
         return small.failure();
-    cv::Mat opaque;
-    QImage image = CvUtils::matToQImage(overWhite(toSRgb.converted(*small)).chroma, opaque);
-    if (image.isNull())
-        return Failure{QStringLiteral("the library refused the planes")};
-    OIIO::ImageSpec header(image.width(), image.height(), 3, OIIO::TypeUInt8);
+    const ColourPlan colours{toSRgb(photograph.colours, intent), {}, true, false};
+    const Result<QImage> image = joined(*small, colours, Layout{});
+    if (!image)
+        return image.failure();
+    OIIO::ImageSpec header(image->width(), image->height(), 3, OIIO::TypeUInt8);
     header.attribute("CompressionQuality", quality);
     if (!makeWay(thumbnail))
         return Failure{QStringLiteral("%1 is in the way").arg(thumbnail)};
     AtomicFile::sweep(QFileInfo(thumbnail).path());
     // Every user can list the temporary folder, so only the owner may read the thumbnail.
-    auto file = exportPicture(image, header, {}, thumbnail, AtomicFile::Access::OwnerOnly);
+    auto file = exportPicture([&image] { return image; }, header, {}, thumbnail,
+                              AtomicFile::Access::OwnerOnly);
     return file ? (*file)->publish(thumbnail) : file.failure();
 }

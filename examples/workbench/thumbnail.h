@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "colours.h"
+#include "photograph.h"
 #include "result.h"
 
 #include <metadata/nexiftoolmetadata.h>
@@ -14,7 +14,7 @@ QString thumbnailPath(const QString& path);
 /// should have one.
 bool isThumbnailDue(const QString& path, const NExifToolMetadata& metadata);
 
-/// Writes the thumbnail of the picture in `planes`, which `toSRgb` makes sRGB, at most 512 pixels
-/// on its longer side, in the place of an older one of ours. Returns its name.
-Result<QString> writeThumbnail(const Planes& planes, const ColourTransform& toSRgb,
+/// Writes the thumbnail of `photograph`, at most 512 pixels on its longer side, as sRGB in the
+/// place of an older one of ours. Returns its name.
+Result<QString> writeThumbnail(const Photograph& photograph, Intent intent, PixelBuffer& buffer,
                                const QString& path, int quality);

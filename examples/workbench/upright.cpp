@@ -19,23 +19,7 @@ cv::Mat transposed(const cv::Mat& pixels)
     return result;
 }
 
-bool isTransposed(int orientation) { return orientation >= 5 && orientation <= 8; }
-
 } // namespace
-
-cv::Size uprightSize(const cv::Size& size, int orientation)
-{
-    return isTransposed(orientation) ? cv::Size(size.height, size.width) : size;
-}
-
-cv::Rect uprightPlace(const cv::Range& rows, const cv::Size& size, int orientation)
-{
-    const bool isFromTheEnd =
-        orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
-    const int first = isFromTheEnd ? size.height - rows.end : rows.start;
-    return isTransposed(orientation) ? cv::Rect(first, 0, rows.size(), size.width)
-                                     : cv::Rect(0, first, size.width, rows.size());
-}
 
 bool isUpright(int orientation) { return orientation < 2 || orientation > 8; }
 

@@ -7,12 +7,5 @@
 /// Exif does not define.
 bool isUpright(int orientation);
 
-/// The size of a picture that is stored in `size` with this Exif orientation, as a viewer shows it.
-cv::Size uprightSize(const cv::Size& size, int orientation);
-
-/// Where `rows` of a picture that is stored in `size` with this Exif orientation stand in the one
-/// that a viewer shows.
-cv::Rect uprightPlace(const cv::Range& rows, const cv::Size& size, int orientation);
-
 /// `pixels`, stored with the Exif `orientation` 2 to 8, as a viewer shows them; a new matrix.
 cv::Mat turnedUpright(const cv::Mat& pixels, int orientation);

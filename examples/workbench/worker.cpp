@@ -61,8 +61,8 @@ QList<Worker*>& living()
 Worker::Worker(QObject* parent) : QObject(parent)
 {
     living().append(this);
-    m_process->setProgram(program());
-    m_process->setArguments({QStringLiteral("--worker")});
+    m_process->setProgram(QFileInfo(program()).absolutePath() +
+                          QLatin1String("/" WORKBENCH_WORKER));
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Worker::readOutput);
     connect(m_process.get(), &QProcess::readyReadStandardError, this, &Worker::readErrors);
     connect(m_process.get(), &QProcess::errorOccurred, this, &Worker::showFailure);

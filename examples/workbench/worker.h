@@ -20,7 +20,7 @@ struct Shown
 };
 
 /// One worker process, in which foreign code decodes, computes and encodes one photograph after
-/// another: this program, started with `--worker`. When the process dies, the photograph in it
+/// another, the program `imageutils-workbench-worker`. When the process dies, the photograph in it
 /// fails, its unfinished file is removed, and the next one gets a new process. Needs an event loop.
 class Worker : public QObject
 {

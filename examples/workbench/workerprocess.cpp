@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "workerprocess.h"
-
 #include "addressspace.h"
 #include "atomicfile.h"
 #include "console.h"
@@ -10,6 +8,7 @@
 #include "messages.h"
 #include "preview.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 
 #include <opencv2/core/utils/logger.hpp>
@@ -194,9 +193,12 @@ void Process::takeMemory(qint64 bytes, qint64 share)
 
 } // namespace
 
-int runWorkerProcess()
+/// A worker process of the workbench; jobmessage.h says what goes in and out.
+int main(int argc, char** argv)
 {
+    Interruption::ignoreWriteSignals();
     Interruption::ignore(); // the program ends its workers
+    const QCoreApplication application(argc, argv);
     cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT); // reported by its caller
     return Process().run();
 }

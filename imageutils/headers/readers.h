@@ -31,6 +31,10 @@ std::optional<FoundHeader> readJpegHeader(FileBytes& bytes);
 std::optional<FoundHeader> readHeifHeader(FileBytes& bytes);
 std::optional<FoundHeader> readJpeg2000Header(FileBytes& bytes);
 
+/// Whether the Exif block of a WebP file turns its picture by a quarter. OpenImageIO gives the size
+/// of such files and overlooks the block.
+bool isWebpTurned(FileBytes& bytes);
+
 /// The answer of the reader whose format the first bytes name; without a value where there is none.
 std::optional<FoundHeader> readKnownHeader(FileBytes& bytes);
 

@@ -111,6 +111,7 @@ that claims 4 gigapixels cost one photograph each:
   > END
   $ imageutils-workbench --headless caption.png wide.png claim.jpg good.png -o one --format jpg --jobs 1 \
   >   --max-memory 1000 --max-megapixels 9999 > table
+  caption.png: its Exif is left out, as JPEG has 64 KB for it
   wide.png: 66000 x 8 pixels are too many for JPEG, whose sides have at most 65500
   claim.jpg: ?* (glob)
   [1]
@@ -142,7 +143,7 @@ Folders that cannot be written:
 A full disk, for writers that fail at once, in the middle, and with the last bytes only: nothing is left of the picture.
 
   $ noise 256x256 large.png && cp large.png before.png
-  $ for options in "8 tiff" "8 png" "8 jpg" "8 exr" "8 sgi" "8 webp" "8 bmp" "8 fits" "1 tiff" "8 jpg --bitmap"; do
+  $ for options in "8 tiff" "8 png" "8 jpg" "8 exr" "8 sgi" "8 webp" "8 bmp" "1 tiff" "8 jpg --bitmap"; do
   >   set -- $options
   >   (ulimit -f $1; imageutils-workbench --headless large.png good.png -o full --format $2 $3 2>&1 > table)
   >   echo "$options: $?, left: $(find full \( -name 'large*' -o -name '.?*' \))"
@@ -161,8 +162,6 @@ A full disk, for writers that fail at once, in the middle, and with the last byt
   8 webp: 1, left: 
   large.png: cannot be written* (glob)
   8 bmp: 1, left: 
-  large.png: cannot be written* (glob)
-  8 fits: 1, left: 
   large.png: cannot be written* (glob)
   1 tiff: 1, left: 
   large.png: cannot be written* (glob)

@@ -234,6 +234,8 @@ several pages one is taken.
   888x592
   $ convert half2.png -define webp:lossless=true turned.webp && exiftool -q -overwrite_original -n -Orientation=6 turned.webp
   $ export_it turned.webp -o out --format png && oiiotool half2.png --rotate90 -o expected.png && same expected.png out/turned.png
+  $ imageutils-workbench --headless turned.webp -o out --format png | grep -o '40x60 .*kept'
+  40x60 *kept (glob)
   $ oiiotool half2.png half.png --siappend -o pages.tif
   $ for page in 1 2 3; do export_it pages.tif -o page$page --page $page; done
   pages.tif: has 2 pages, of which the first is taken (--page)
