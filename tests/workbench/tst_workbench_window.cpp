@@ -216,8 +216,9 @@ void WorkbenchWindowTest::listIsUsedWithTheKeyboard()
     QSet<QObject*> reached; // by Tab, until the focus is where it began
     QObject* const first = m_window->window()->activeFocusItem();
     for (int i = 0; i < 100 && (i == 0 || m_window->window()->activeFocusItem() != first); ++i) {
-        for (QQuickItem* i = m_window->window()->activeFocusItem(); i; i = i->parentItem())
-            reached.insert(i);
+        for (QQuickItem* focused = m_window->window()->activeFocusItem(); focused;
+             focused = focused->parentItem())
+            reached.insert(focused);
         press(Qt::Key_Tab);
     }
     for (const char* const name : {"list", "open", "export", "exportAll", "divider", "crop"})
