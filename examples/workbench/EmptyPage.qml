@@ -61,20 +61,25 @@ Item { // the window before there are photographs
             color: Style.mutedText
         }
 
-        Repeater {
-            model: root.photographs.recentFolders
+        // Not in the layout itself: hidden layouts of Qt 6.4 keep pointers to the items that a repeater destroys.
+        Column {
+            Layout.alignment: Qt.AlignHCenter
+            spacing: Style.gap
 
-            FlatButton {
-                id: folder
+            Repeater {
+                model: root.photographs.recentFolders
 
-                required property string modelData
+                FlatButton {
+                    id: folder
 
-                Layout.alignment: Qt.AlignHCenter
-                Layout.maximumWidth: root.width - 2 * Style.margin
-                Layout.topMargin: -Style.gap
-                flat: true
-                text: folder.modelData
-                onClicked: root.photographs.add([folder.modelData])
+                    required property string modelData
+
+                    anchors.horizontalCenter: parent?.horizontalCenter
+                    width: Math.min(folder.implicitWidth, root.width - 2 * Style.margin)
+                    flat: true
+                    text: folder.modelData
+                    onClicked: root.photographs.add([folder.modelData])
+                }
             }
         }
     }

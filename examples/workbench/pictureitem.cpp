@@ -271,7 +271,8 @@ void PictureItem::drawLayer(QSGNode* root, int index, Layer& layer)
 {
     auto* node = index < root->childCount() ? static_cast<QSGImageNode*>(root->childAtIndex(index))
                                             : nullptr;
-    if (!node) {
+    const bool isNewNode = !node;
+    if (isNewNode) {
         if (layer.image.isNull())
             return;
         if (index > 0 && root->childCount() == 0)
@@ -280,7 +281,6 @@ void PictureItem::drawLayer(QSGNode* root, int index, Layer& layer)
         node->setOwnsTexture(true);
         node->setFlag(QSGNode::OwnedByParent);
         layer.isNew = true;
-        root->appendChildNode(node);
     }
     if (layer.image.isNull()) {
         node->setRect(QRectF());
@@ -297,4 +297,6 @@ void PictureItem::drawLayer(QSGNode* root, int index, Layer& layer)
     node->setFiltering(magnification >= 1.9 ? QSGTexture::Nearest : QSGTexture::Linear);
     node->setMipmapFiltering(QSGTexture::Linear);
     node->setRect(place);
+    if (isNewNode) // last, as the software renderer reads the texture of every node of the scene
+        root->appendChildNode(node);
 }
