@@ -39,6 +39,7 @@ int nextBegin(int wanted, const Fit& fit)
 std::vector<cv::Range> sourcesOf(const std::vector<Band>& bands)
 {
     std::vector<cv::Range> sources;
+    sources.reserve(bands.size());
     for (const Band& band : bands)
         sources.push_back(band.source);
     return sources;
