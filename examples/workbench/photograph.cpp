@@ -5,7 +5,9 @@
 #include "upright.h"
 
 #include <imageutils/cvutils.h>
+#include <imageutils/imageutils.h>
 
+#include <QtCore/QFile>
 #include <QtGui/QImage>
 
 #include <OpenImageIO/tiffutils.h>
@@ -309,6 +311,26 @@ void ParallelSplit::split(const cv::Range& rows) const
         band.alpha.copyTo(m_planes.alpha.rowRange(rows));
 }
 
+/// Why the file is not opened. A block of 64 pixels takes one bit of a JPEG file at least, or a
+/// little less with arithmetic coding. A large picture in a file with less than an eighth of these
+/// bits is cut off. libjpeg would fill it with grey when it is opened, in gigabytes of memory.
+std::optional<Failure> refuseShortJpeg(const QString& path)
+{
+    constexpr double mostPixelsPerByte = 8 * 64 * 8;
+    constexpr double harmlessPixels = 64'000'000;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.peek(3) != QByteArrayView("\xff\xd8\xff"))
+        return {};
+    const QSize size = NImageUtils::imageSize(path);
+    const double pixels = double(size.width()) * size.height();
+    if (pixels <= std::max(harmlessPixels, mostPixelsPerByte * double(file.size())))
+        return {};
+    return Failure{QStringLiteral("is cut off: %1 bytes are too few for %2 x %3 pixels")
+                       .arg(file.size())
+                       .arg(size.width())
+                       .arg(size.height())};
+}
+
 /// Why the picture that `spec` describes is not decoded. `ImageInput::read_image` writes all slices
 /// of a volume, for which the caller's pixels have no space, and readers allocate what a header
 /// claims: all channels, however many they are, and whole tiles, however large they are.
@@ -393,6 +415,8 @@ std::optional<Failure> refuseSize(double width, double height, qint64 maxPixels)
 
 Result<Photograph> readPhotograph(const QString& path, const ReadSettings& settings)
 {
+    if (const auto refusal = refuseShortJpeg(path))
+        return *refusal;
     auto input = openInput(path);
     if (!input)
         return Failure{oneLine(OIIO::geterror(true))};

@@ -113,7 +113,7 @@ that claims 4 gigapixels cost one photograph each:
   >   --max-memory 1000 --max-megapixels 9999 > table
   caption.png: its Exif is left out, as JPEG has 64 KB for it
   wide.png: 66000 x 8 pixels are too many for JPEG, whose sides have at most 65500
-  claim.jpg: ?* (glob)
+  claim.jpg: is cut off: * bytes are too few for 64250 x 64250 pixels (glob)
   [1]
   $ ls -A one
   caption.jpg
