@@ -221,13 +221,13 @@ std::optional<JpegHead> jpegHead(QIODevice& file)
 
 /// What OpenImageIO says about a picture, and its name of the format; empty when it cannot open the
 /// picture.
-struct Specification
+struct Description
 {
     OIIO::ImageSpec spec;
     std::string format;
 };
 
-Specification specificationOf(const std::unique_ptr<OIIO::ImageInput>& input)
+Description descriptionOf(const std::unique_ptr<OIIO::ImageInput>& input)
 {
     if (!input)
         return {};
@@ -235,14 +235,14 @@ Specification specificationOf(const std::unique_ptr<OIIO::ImageInput>& input)
 }
 
 /// The same about the JPEG file in `file`.
-Specification specificationOfJpeg(QIODevice& file)
+Description descriptionOfJpeg(QIODevice& file)
 {
     const std::optional<JpegHead> head = jpegHead(file);
     if (!head)
         return {};
     OIIO::Filesystem::IOMemReader memory(const_cast<char*>(head->file.constData()),
                                          std::size_t(head->file.size()));
-    Specification found = specificationOf(OIIO::ImageInput::open("head.jpg", nullptr, &memory));
+    Description found = descriptionOf(OIIO::ImageInput::open("head.jpg", nullptr, &memory));
     found.spec.width = head->width;
     found.spec.height = head->height;
     return found;
@@ -250,9 +250,9 @@ Specification specificationOfJpeg(QIODevice& file)
 
 /// What OpenImageIO says about the file at `path`, by an absolute path: some readers take a name
 /// like "pipe:0.mov" for an address.
-Specification specificationOfFile(const QString& path)
+Description descriptionOfFile(const QString& path)
 {
-    return specificationOf(OpenFile::open(QFileInfo(path).absoluteFilePath().toStdString()));
+    return descriptionOf(OpenFile::open(QFileInfo(path).absoluteFilePath().toStdString()));
 }
 
 struct UnrefExif
@@ -308,7 +308,7 @@ QString previewOf(const ExifData* exif)
     QBuffer file(&bytes);
     if (!bytes.startsWith("\xFF\xD8") || !file.open(QIODevice::ReadOnly))
         return {};
-    const auto [spec, format] = specificationOfJpeg(file);
+    const auto [spec, format] = descriptionOfJpeg(file);
     if (format.empty()) {
         OIIO::geterror(); // a preview that cannot be read is no error of the file
         return {};
@@ -346,7 +346,7 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
         error = QString::fromLatin1(found->refusal);
         return {};
     }
-    const auto [spec, format] = isJpeg ? specificationOfJpeg(file) : specificationOfFile(path);
+    const auto [spec, format] = isJpeg ? descriptionOfJpeg(file) : descriptionOfFile(path);
     if (format.empty()) {
         error = QString::fromStdString(OIIO::geterror()); // each thread has an error of its own
         if (error.isEmpty())

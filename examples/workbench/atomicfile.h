@@ -38,8 +38,8 @@ public:
     /// as nothing that exists is replaced, the first free one beside it. Returns the name.
     Result<QString> publish(const QString& wantedPath);
 
-    /// As `publish`, but replaces a file that has the name, in one step: whoever opens the name
-    /// gets the old file or the new one, whole. A link is replaced and not followed.
+    /// As `publish`, but replaces a file that has the name, in one step: a program that opens
+    /// the name gets the old file or the new one, whole. A link is replaced and not followed.
     Result<QString> replace(const QString& path);
 
     /// Removes temporary files that are older than a day from `folder`: their run was killed.
