@@ -102,7 +102,7 @@ void ExportQueue::fill()
     }
 }
 
-void ExportQueue::complete(Slot& slot, JobResult result)
+void ExportQueue::complete(Slot& slot, const JobResult& result)
 {
     m_memory.giveBack(slot.worker.get());
     const int number = std::exchange(slot.task, {})->number;
@@ -117,5 +117,5 @@ void ExportQueue::giveUp(Slot& slot, const QString& reason)
     JobResult result;
     result.path = slot.task->request.path;
     result.failure = QStringLiteral("no process can be started for it: %1").arg(reason);
-    complete(slot, std::move(result));
+    complete(slot, result);
 }

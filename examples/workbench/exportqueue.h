@@ -59,7 +59,7 @@ private:
 
     void connectSlot(Slot& slot);
     void fill();
-    void complete(Slot& slot, JobResult result);
+    void complete(Slot& slot, const JobResult& result);
     void giveUp(Slot& slot, const QString& reason);
 
     MemoryBudget m_memory;

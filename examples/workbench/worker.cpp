@@ -56,6 +56,14 @@ QList<Worker*>& living()
     return workers;
 }
 
+/// Processes that the system did not end in time. The list is never destroyed, as ~QProcess would
+/// wait for them.
+QList<QProcess*>& abandoned()
+{
+    static auto* const processes = new QList<QProcess*>;
+    return *processes;
+}
+
 } // namespace
 
 Worker::Worker(QObject* parent) : QObject(parent)
@@ -105,8 +113,8 @@ void Worker::end(const QList<Worker*>& workers)
                               worker->m_process->waitForFinished(int(deadline.remainingTime()));
         worker->readOutput(); // it may name a file that was begun meanwhile
         worker->removeTemporaries();
-        if (!hasEnded) // it ends when the system lets it, for which ~QProcess would wait
-            static_cast<void>(worker->m_process.release());
+        if (!hasEnded)
+            abandoned().append(worker->m_process.release());
         worker->m_process = std::make_unique<QProcess>();
     }
 }
