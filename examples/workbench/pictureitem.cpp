@@ -247,7 +247,7 @@ void PictureItem::take(const Shown& shown, const QImage& image, bool isPart)
     Q_EMIT shownChanged();
 }
 
-/// Where the part of the picture stands in the item.
+/// The rectangle that `part` of the picture covers, in coordinates of the item.
 QRectF PictureItem::placeOf(const QRectF& part) const
 {
     const double across = width() / m_part.width();

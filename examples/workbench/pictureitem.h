@@ -5,9 +5,9 @@
 
 #include <QtQuick/QQuickItem>
 
-/// Shows a photograph, before or after its export, or its thumbnail: the part of it that is visible
-/// fills the item. The whole picture is asked for first, at the item's size, and a part of it in
-/// its own pixels after that; until a new picture comes, the old one stays where it belongs.
+/// An item that shows a photograph before or after its export, or its thumbnail. It requests the
+/// whole picture at the item's size first, and then the visible region at full resolution. The old
+/// image stays in place until the new one arrives.
 class PictureItem : public QQuickItem
 {
     Q_OBJECT
