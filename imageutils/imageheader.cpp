@@ -2,29 +2,13 @@
 #include <imageutils/imageheader.h>
 
 #include <imageutils/headers/readers.h>
+#include <imageutils/headers/regularfile.h>
 #include <imageutils/plugins/headerplugin.h>
-#include <platform/filestate.h>
 #include <platform/plugin.h>
 
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 
 namespace {
-
-bool openForReading(QFile& file, const std::string& utf8Path, std::string& error)
-{
-    const Platform::OpenedFile opened = Platform::openRegularFile(utf8Path.c_str());
-    error = opened.error;
-    if (opened.descriptor >= 0)
-        return file.open(opened.descriptor, QFile::ReadOnly | QFile::Unbuffered,
-                         QFile::AutoCloseHandle);
-    if (!error.empty())
-        return false;
-    file.setFileName(QString::fromStdString(utf8Path));
-    if (!QFileInfo(file).isFile() || !file.open(QFile::ReadOnly | QFile::Unbuffered))
-        error = file.errorString().toStdString();
-    return file.isOpen();
-}
 
 bool isWebpFile(FileBytes& bytes)
 {
@@ -32,9 +16,10 @@ bool isWebpFile(FileBytes& bytes)
     return start.starts_with("RIFF") && start.ends_with("WEBP");
 }
 
-/// The answer of OpenImageIO about the file at `utf8Path`, or about the JPEG file `jpeg`.
-bool askOpenImageIO(const std::string& utf8Path, const std::string& jpeg, ImageHeader& header,
-                    std::string& error)
+/// The answer of OpenImageIO about the file at `utf8Path`, which it opens by `name`, or about the
+/// JPEG file `jpeg`.
+bool askOpenImageIO(const std::string& utf8Path, const std::string& name, const std::string& jpeg,
+                    ImageHeader& header, std::string& error)
 {
     static constinit Platform::Plugin plugin("imageutils-header-openimageio");
     const Platform::PluginFunction opened = plugin.function();
@@ -42,10 +27,8 @@ bool askOpenImageIO(const std::string& utf8Path, const std::string& jpeg, ImageH
         error = opened.error;
         return false;
     }
-    // An absolute path, because some readers take a name like "pipe:0.mov" for an address.
-    const QString path = QFileInfo(QString::fromStdString(utf8Path)).absoluteFilePath();
     const auto read = reinterpret_cast<OpenHeaderFunction*>(opened.function);
-    if (read(path.toStdString(), jpeg, header, error))
+    if (read(utf8Path, name, jpeg, header, error))
         return true;
     if (error.empty())
         error = "not enough memory";
@@ -54,10 +37,11 @@ bool askOpenImageIO(const std::string& utf8Path, const std::string& jpeg, ImageH
 
 /// The answer about a file that no reader of ours knows. A side below 1 is no answer: OpenImageIO
 /// opens files that say so.
-std::optional<ImageHeader> readByOpenImageIO(const std::string& utf8Path, std::string& error)
+std::optional<ImageHeader> readByOpenImageIO(const std::string& utf8Path, const std::string& name,
+                                             std::string& error)
 {
     ImageHeader header;
-    if (!askOpenImageIO(utf8Path, {}, header, error))
+    if (!askOpenImageIO(utf8Path, name, {}, header, error))
         return {};
     if (header.width >= 1 && header.height >= 1)
         return header;
@@ -70,7 +54,7 @@ std::optional<ImageHeader> readByOpenImageIO(const std::string& utf8Path, std::s
 std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::string& error)
 {
     QFile file;
-    if (!openForReading(file, utf8Path, error)) {
+    if (!RegularFile::open(file, utf8Path, QFile::ReadOnly | QFile::Unbuffered, error)) {
         error = utf8Path + ": " + error;
         return {};
     }
@@ -85,14 +69,15 @@ std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::str
     }
     if (!found) {
         const bool isWebp = isWebpFile(bytes);
-        std::optional<ImageHeader> header = readByOpenImageIO(utf8Path, error);
+        std::optional<ImageHeader> header =
+            readByOpenImageIO(utf8Path, RegularFile::nameFor(file, utf8Path), error);
         if (header && isWebp)
             header->turned = isWebpTurned(bytes);
         return header;
     }
     ImageHeader oriented;
     if (!found->unclearTurn.empty()) {
-        if (!askOpenImageIO(utf8Path, found->unclearTurn, oriented, error))
+        if (!askOpenImageIO(utf8Path, {}, found->unclearTurn, oriented, error))
             return {};
         found->header.turned = oriented.turned;
     }

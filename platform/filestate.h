@@ -36,4 +36,8 @@ struct OpenedFile
 /// may have taken the name since its state was read, and opening one waits for a writer.
 OpenedFile openRegularFile(const char* path);
 
+/// A name by which a library opens the file of `descriptor` once more, even if another file, or a
+/// pipe, has taken the name of that file since. Empty on a system without such names.
+std::string nameOfDescriptor(int descriptor);
+
 } // namespace Platform

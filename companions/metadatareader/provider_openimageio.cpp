@@ -5,10 +5,10 @@
 
 #include <imageutils/headers/openfile.h>
 #include <imageutils/headers/readers.h>
+#include <imageutils/headers/regularfile.h>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 #include <QtCore/QtEndian>
 
 #include <libexif/exif-data.h>
@@ -248,11 +248,11 @@ Description descriptionOfJpeg(QIODevice& file)
     return found;
 }
 
-/// What OpenImageIO says about the file at `path`, by an absolute path: some readers take a name
-/// like "pipe:0.mov" for an address.
-Description descriptionOfFile(const QString& path)
+/// The same about the file at `utf8Path` that is open in `file`; `error` says why nothing was
+/// found.
+Description descriptionOfFile(const QFile& file, const std::string& utf8Path, std::string& error)
 {
-    return descriptionOf(OpenFile::open(QFileInfo(path).absoluteFilePath().toStdString()));
+    return descriptionOf(OpenFile::open(utf8Path, RegularFile::nameFor(file, utf8Path), error));
 }
 
 struct UnrefExif
@@ -333,9 +333,11 @@ std::optional<FoundHeader> headerOf(QFile& file)
 
 std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = file.errorString();
+    const std::string utf8Path = path.toStdString();
+    std::string reason;
+    QFile file;
+    if (!RegularFile::open(file, utf8Path, QFile::ReadOnly, reason)) {
+        error = QString::fromStdString(reason);
         return {};
     }
     const bool isJpeg = file.peek(3) == "\xFF\xD8\xFF";
@@ -346,9 +348,12 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
         error = QString::fromLatin1(found->refusal);
         return {};
     }
-    const auto [spec, format] = isJpeg ? descriptionOfJpeg(file) : descriptionOfFile(path);
+    const auto [spec, format] =
+        isJpeg ? descriptionOfJpeg(file) : descriptionOfFile(file, utf8Path, reason);
     if (format.empty()) {
-        error = QString::fromStdString(OIIO::geterror()); // each thread has an error of its own
+        error =
+            isJpeg ? QString::fromStdString(OIIO::geterror()) // each thread has an error of its own
+                   : QString::fromStdString(reason);
         if (error.isEmpty())
             error = QStringLiteral("the header is damaged or of an unsupported kind");
         return {};

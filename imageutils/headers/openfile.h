@@ -5,7 +5,6 @@
 #include <OpenImageIO/imageio.h>
 #include <OpenImageIO/strutil.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,41 +15,53 @@ namespace OpenFile {
 
 using Input = std::unique_ptr<OIIO::ImageInput>;
 
-/// Whether the reader of OpenImageIO named `format` is tried for the file at `path`. Two readers
-/// read no file, and three read files of any kind to their end in search of a mark.
-inline bool isTried(const std::string& format, const std::string& path)
+/// Whether the reader of OpenImageIO named `format` is tried for the file that is opened by `name`.
+/// Two readers read no file, and three read files of any kind to their end in search of a mark.
+inline bool isTried(const std::string& format, const std::string& name)
 {
     const bool isDicom = format == "dicom";
     const std::string_view mark = isDicom ? "DICM" : format == "iff" ? "FOR4" : "P";
     if (!isDicom && format != "iff" && format != "pnm")
         return format != "null" && format != "term";
     std::string found(mark.size(), '\0');
-    OIIO::Filesystem::read_bytes(path, found.data(), found.size(), isDicom ? 128 : 0);
+    OIIO::Filesystem::read_bytes(name, found.data(), found.size(), isDicom ? 128 : 0);
     return found == mark;
 }
 
-/// The file at `path`, by the first reader that opens it: that of the extension, then all others in
-/// the order in which `ImageInput::open` tries them.
-inline Input byEachReader(const std::string& path)
+/// What a reader says about a file that it does not open, with `path` in place of the name by which
+/// it was opened.
+inline std::string errorOf(const OIIO::ImageInput& input, const std::string& name,
+                           const std::string& path)
 {
-    const std::string list = OIIO::get_string_attribute("format_list");
-    for (const std::string& format :
-         OIIO::Strutil::splits(OIIO::Filesystem::extension(path, false) + "," + list, ",")) {
-        Input input(isTried(format, path) ? OIIO::ImageInput::create(format) : nullptr);
-        OIIO::ImageSpec spec;
-        if (input && input->open(path, spec))
-            return input;
-    }
-    return {};
+    return OIIO::Strutil::replace(input.geterror(), name, path, true);
 }
 
-/// The file at the absolute path `path`; null if no reader opens it. `ImageInput::open` expects
-/// settings of a reader behind a '?', and some of its readers take minutes for large files.
-inline Input open(const std::string& path)
+/// The file at `path`, which is opened by the absolute path `name`, by the first reader that opens
+/// it: that of the extension, then all others in the order in which `ImageInput::open` tries them.
+/// Null if none does; then `error` holds what the reader of the extension said.
+///
+/// `ImageInput::open` is not called: it expects settings of a reader behind a '?', and a name of a
+/// descriptor has no extension.
+inline Input open(const std::string& path, const std::string& name, std::string& error)
 {
-    constexpr std::uint64_t large = 1 << 26;
-    const bool isSpecial = path.find('?') != path.npos || OIIO::Filesystem::file_size(path) > large;
-    return isSpecial ? byEachReader(path) : OIIO::ImageInput::open(path);
+    const std::string list = OIIO::get_string_attribute("format_list");
+    const std::string extension = OIIO::Filesystem::extension(path, false);
+    std::string usual; // the format of the extension
+    for (const std::string& format : OIIO::Strutil::splits(extension + "," + list, ",")) {
+        if (format == usual || !isTried(format, name))
+            continue;
+        Input input = OIIO::ImageInput::create(format);
+        OIIO::geterror(); // an extension that names no reader
+        OIIO::ImageSpec spec;
+        if (input && input->open(name, spec))
+            return input;
+        const std::string said = input ? errorOf(*input, name, path) : std::string();
+        if (input && format == extension) {
+            usual = input->format_name();
+            error = said;
+        }
+    }
+    return {};
 }
 
 } // namespace OpenFile

@@ -13,14 +13,15 @@ namespace {
 
 using OpenFile::Input;
 
-bool openHeader(const std::string& utf8Path, const std::string& jpeg, ImageHeader& header,
-                std::string& error)
+bool openHeader(const std::string& utf8Path, const std::string& name, const std::string& jpeg,
+                ImageHeader& header, std::string& error)
 {
     OIIO::Filesystem::IOMemReader memory(const_cast<char*>(jpeg.data()), jpeg.size());
-    const Input input = jpeg.empty() ? OpenFile::open(utf8Path)
+    const Input input = jpeg.empty() ? OpenFile::open(utf8Path, name, error)
                                      : OIIO::ImageInput::open("header.jpg", nullptr, &memory);
     if (!input) {
-        error = OIIO::geterror(true); // on the same thread, because each has an error of its own
+        if (!jpeg.empty())
+            error = OIIO::geterror(); // on the same thread, because each has an error of its own
         if (error.empty())
             error = utf8Path + ": no reader of OpenImageIO opens this file";
         return false;
@@ -38,12 +39,12 @@ bool openHeader(const std::string& utf8Path, const std::string& jpeg, ImageHeade
 
 extern "C" IMAGEUTILS_EXPORT OpenHeaderFunction imageutilsPlugin;
 
-bool imageutilsPlugin(const std::string& utf8Path, const std::string& jpeg, ImageHeader& header,
-                      std::string& error) noexcept
+bool imageutilsPlugin(const std::string& utf8Path, const std::string& name, const std::string& jpeg,
+                      ImageHeader& header, std::string& error) noexcept
 {
     const char* reason = nullptr;
     try { // damaged files make some readers throw
-        return openHeader(utf8Path, jpeg, header, error);
+        return openHeader(utf8Path, name, jpeg, header, error);
     } catch (...) {
         reason = exceptionReason();
     }

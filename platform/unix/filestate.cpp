@@ -28,3 +28,9 @@ Platform::OpenedFile Platform::openRegularFile(const char* path)
     close(descriptor);
     return {-1, "not a regular file"};
 }
+
+std::string Platform::nameOfDescriptor(int descriptor)
+{
+    const std::string name = "/proc/self/fd/" + std::to_string(descriptor);
+    return access(name.c_str(), R_OK) == 0 ? name : std::string();
+}

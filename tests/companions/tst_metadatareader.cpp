@@ -2,6 +2,7 @@
 #include <metadatareader/metadatareader.h>
 
 #include <support/files.h>
+#include <support/log.h>
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
@@ -95,6 +96,7 @@ private Q_SLOTS:
     void tagsComeInTheirUnits();
     void photographsAgreeWithExiftool();
     void whatIsNoPictureHasAName();
+    void isNotHeldUpByAPipe();
 
 private:
     QTemporaryDir m_folder;
@@ -221,6 +223,17 @@ void MetadataReaderTest::whatIsNoPictureHasAName()
         QVERIFY2(record.fileType().isEmpty() && record.imageWidth() == 0 &&
                      record.imageHeight() == 0,
                  qPrintable(name));
+    }
+}
+
+// Between the check and the moment when the file is opened, a pipe may take its name.
+void MetadataReaderTest::isNotHeldUpByAPipe()
+{
+    for (const char* const name : {"swapped.png", "swapped.jpg"}) {
+        const QString path = m_folder.filePath(name);
+        QVERIFY(writePicture(path));
+        const TestSupport::LogCapture log;
+        QCOMPARE(TestSupport::callsHeldUpByPipe(path, [&] { readMetadata(path); }), 0);
     }
 }
 

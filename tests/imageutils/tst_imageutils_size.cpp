@@ -32,6 +32,7 @@ private Q_SLOTS:
     void keepsAHundred();
     void refuses_data();
     void refuses();
+    void isNotHeldUpByAPipe();
     void answersManyThreads();
 
 private:
@@ -206,6 +207,22 @@ void ImageUtilsSizeTest::refuses()
     }
     std::string error; // a pipe may take the name after its state was read
     QVERIFY(!readImageHeader(path("pipe.jpg").toStdString(), error) && !error.empty());
+}
+
+// Between the check and the moment when OpenImageIO opens the file, a pipe may take its name.
+void ImageUtilsSizeTest::isNotHeldUpByAPipe()
+{
+    writePicture(path("a.png"), 40, 30, 0, "png");
+    const std::string name = path("a.png").toStdString();
+    int read = 0;
+    const int heldUp = callsHeldUpByPipe(path("a.png"), [&] {
+        std::string error;
+        const std::optional<ImageHeader> header = readImageHeader(name, error);
+        read += header && header->width == 40 ? 1 : 0;
+        QVERIFY(header || error == name + ": not a regular file");
+    });
+    QCOMPARE(heldUp, 0);
+    QVERIFY(read > 0);
 }
 
 void ImageUtilsSizeTest::answersManyThreads()

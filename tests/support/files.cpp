@@ -8,11 +8,16 @@
 #include <OpenImageIO/imageio.h>
 
 #if defined(Q_OS_UNIX)
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
 
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <thread>
 #include <vector>
 
 void TestSupport::writePicture(const QString& path, int width, int height, int orientation,
@@ -56,6 +61,42 @@ bool TestSupport::makePipe(const QString& path)
     Q_UNUSED(path)
     return false;
 #endif
+}
+
+int TestSupport::callsHeldUpByPipe(const QString& path, const std::function<void()>& call)
+{
+    int heldUp = 0;
+#if defined(Q_OS_LINUX)
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::seconds(1);
+    const QByteArray file = QFile::encodeName(path), pipe = file + ".pipe";
+    std::atomic<int> done = 0;
+    std::atomic<bool> isOver = !makePipe(QFile::decodeName(pipe));
+    std::thread swapper([&] {
+        auto lastChange = Clock::now();
+        for (int seen = 0; !isOver; seen = done) {
+            renameat2(AT_FDCWD, file.constData(), AT_FDCWD, pipe.constData(), RENAME_EXCHANGE);
+            const auto now = Clock::now();
+            if (done != seen)
+                lastChange = now;
+            if (now - lastChange < std::chrono::seconds(10))
+                continue;
+            for (const QByteArray& name : {file, pipe}) // which of them is the pipe is not known
+                close(open(name.constData(), O_WRONLY | O_NONBLOCK | O_APPEND));
+            ++heldUp;
+            lastChange = now;
+        }
+    });
+    for (; !isOver; ++done) {
+        call();
+        isOver = Clock::now() > end;
+    }
+    swapper.join();
+#else
+    Q_UNUSED(path)
+    Q_UNUSED(call)
+#endif
+    return heldUp;
 }
 
 bool TestSupport::linkEndlessDevice(const QString& path)

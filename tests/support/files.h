@@ -4,6 +4,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <functional>
+
 namespace TestSupport {
 
 /// Writes a grey ramp of the given size with OpenImageIO, as the format that it calls `format`,
@@ -19,6 +21,11 @@ QByteArray lyingTiff();
 
 /// Makes a named pipe; false where the system has none.
 bool makePipe(const QString& path);
+
+/// Calls `call` again and again for a second, while another thread exchanges the file at `path` for
+/// a pipe and back. Gives how many of the calls waited for a writer of the pipe; each such call is
+/// released after ten seconds. 0 where the system has no pipes.
+int callsHeldUpByPipe(const QString& path, const std::function<void()>& call);
 
 /// Makes a link to a device that never ends; false where the system has none.
 bool linkEndlessDevice(const QString& path);
