@@ -15,7 +15,7 @@ Item { // one bar per level of lightness; the tallest fills the height
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("Histogram of the exported picture")
 
-    Row {
+    Item { // not a Row, which leaves no place for bars without a height
         anchors.fill: parent
         anchors.bottomMargin: 1
 
@@ -25,8 +25,10 @@ Item { // one bar per level of lightness; the tallest fills the height
             Rectangle {
                 id: bar
 
+                required property int index
                 required property int modelData
 
+                x: bar.index * bar.width
                 y: parent.height - bar.height
                 width: root.width / root.counts.length
                 height: parent.height * Math.sqrt(bar.modelData / root.tallest) // small counts can be seen

@@ -60,6 +60,7 @@ Panel { // the machine, which is asked while it is shown
         }
 
         Text {
+            objectName: "estimate"
             Layout.preferredWidth: 420
             visible: root.isKnown
             text: qsTr("A restoration by a neural network would take about %1 for this photograph on this device. This program does not restore; its exports take seconds.").arg(root.duration(root.seconds))

@@ -123,8 +123,15 @@ ApplicationWindow {
     FolderDialog {
         id: folderDialog
 
-        title: qsTr("Open a folder")
-        onAccepted: root.photographs.addUrls([folderDialog.selectedFolder])
+        property bool isRecursive: false
+
+        function ask(isRecursive: bool): void {
+            folderDialog.isRecursive = isRecursive;
+            folderDialog.open();
+        }
+
+        title: folderDialog.isRecursive ? qsTr("Open a folder with its subfolders") : qsTr("Open a folder")
+        onAccepted: root.photographs.addUrls([folderDialog.selectedFolder], folderDialog.isRecursive)
     }
 
     KeyList {
@@ -156,7 +163,7 @@ ApplicationWindow {
         hasPhotographs: root.photographs.count > 0
         showsSettings: root.width >= 1000
         onFilesWanted: fileDialog.open()
-        onFolderWanted: folderDialog.open()
+        onFolderWanted: isRecursive => folderDialog.ask(isRecursive)
         onPasteWanted: root.paste()
         onExportWanted: root.exportSelected()
         onExportAllWanted: root.photographs.exportAll()
@@ -188,7 +195,7 @@ ApplicationWindow {
             visible: root.photographs.count === 0
             photographs: root.photographs
             onFilesWanted: fileDialog.open()
-            onFolderWanted: folderDialog.open()
+            onFolderWanted: folderDialog.ask(false)
         }
 
         Rectangle {
@@ -220,6 +227,7 @@ ApplicationWindow {
             number: list.number
             failure: root.selected?.failure ?? ""
             degrees: root.selected?.degrees ?? 0
+            crop: root.selected?.crop ?? Qt.rect(0, 0, 0, 0)
         }
 
         Item { // below the picture
@@ -240,6 +248,8 @@ ApplicationWindow {
                 photographs: root.photographs
                 number: list.number
                 degrees: view.degrees
+                crop: view.crop
+                kept: Qt.size(view.keptCrop.width, view.keptCrop.height)
                 onDone: view.isCropping = false
             }
 
@@ -319,7 +329,7 @@ ApplicationWindow {
 
     Shortcut {
         sequences: ["Ctrl+Shift+O"]
-        onActivated: folderDialog.open()
+        onActivated: folderDialog.ask(false)
     }
 
     Shortcut {

@@ -155,19 +155,33 @@ ColumnLayout { // the photographs, filtered and sorted
         }
     }
 
-    Text {
+    RowLayout {
         Layout.fillWidth: true
         Layout.margins: Style.gap
-        text: {
-            const counts = [root.photographs.isListing ? qsTr("Reading folders …") : root.photographs.count === 1 ? qsTr("1 photograph") : qsTr("%1 photographs").arg(root.photographs.count)];
-            if (root.photographs.exported > 0)
-                counts.push(qsTr("%1 exported").arg(root.photographs.exported));
-            if (root.photographs.failed > 0)
-                counts.push(qsTr("%1 failed").arg(root.photographs.failed));
-            return counts.join(" · ");
+        spacing: Style.gap
+
+        Text {
+            Layout.fillWidth: true
+            text: {
+                const counts = [root.photographs.isListing ? qsTr("Reading folders …") : root.photographs.count === 1 ? qsTr("1 photograph") : qsTr("%1 photographs").arg(root.photographs.count)];
+                if (root.photographs.exported > 0)
+                    counts.push(qsTr("%1 exported").arg(root.photographs.exported));
+                if (root.photographs.failed > 0)
+                    counts.push(qsTr("%1 failed").arg(root.photographs.failed));
+                return counts.join(" · ");
+            }
+            elide: Text.ElideRight
+            font.pixelSize: Style.smallTextSize
+            color: Style.mutedText
         }
-        elide: Text.ElideRight
-        font.pixelSize: Style.smallTextSize
-        color: Style.mutedText
+
+        FlatButton {
+            objectName: "retryFailed"
+            visible: root.photographs.failed > 0
+            text: qsTr("Try again")
+            help: qsTr("Exports every photograph that failed once more")
+            Accessible.name: qsTr("Try all that failed again")
+            onClicked: root.photographs.retryFailed()
+        }
     }
 }

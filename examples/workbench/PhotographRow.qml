@@ -22,6 +22,7 @@ ItemDelegate { // one photograph in the list, and everything known about it
     required property list<string> factValues
     required property size pixels
     required property real degrees
+    required property rect crop
 
     readonly property bool isFailed: root.stage === WorkbenchModel.Failed
     readonly property bool isInQueue: root.stage === WorkbenchModel.Waiting || root.stage === WorkbenchModel.Exporting

@@ -20,6 +20,7 @@ FocusScope { // a photograph before and after its export
     required property int number
     required property string failure // of the export
     required property real degrees
+    required property rect crop
     property int mode: PictureView.Split
     property bool isCropping: false
     property real zoom: 0 // pixels of the screen for one of the exported picture; 0 fits it in
@@ -31,7 +32,9 @@ FocusScope { // a photograph before and after its export
     readonly property real ratio: Screen.devicePixelRatio
     readonly property real paneWidth: root.hasSides ? (root.width - Style.gap) / 2 : root.width
     readonly property size whole: root.isCropping || after.picture.pixels.width <= 0 ? before.picture.pixels : after.picture.pixels
-    readonly property real fitting: root.whole.width > 0 ? Math.min(1, root.paneWidth * root.ratio / root.whole.width, root.height * root.ratio / root.whole.height) : 1
+    readonly property int surround: root.isCropping ? 40 : 0 // beside a photograph with a frame, from where it can be turned
+    readonly property real fitting: root.whole.width > 0 ? Math.min(1, Math.max(40, root.paneWidth - 2 * root.surround) * root.ratio / root.whole.width, Math.max(40, root.height - 2 * root.surround) * root.ratio / root.whole.height) : 1
+    readonly property rect keptCrop: cropFrame.shown
     readonly property real shownZoom: root.zoom > 0 ? root.zoom : root.fitting
     readonly property real scaling: root.shownZoom / root.ratio
     readonly property bool isBusy: before.picture.isBusy || after.picture.isBusy
@@ -240,12 +243,17 @@ FocusScope { // a photograph before and after its export
     }
 
     CropFrame {
+        id: cropFrame
+
+        objectName: "cropFrame"
         anchors.fill: parent
         visible: root.isCropping && before.picture.isReady
         pixels: before.picture.pixels.width > 0 ? before.picture.pixels : Qt.size(1, 1)
         degrees: root.degrees
+        crop: root.crop
         place: Qt.rect(before.paintedLeft, before.paintedTop, before.paintedWidth, before.paintedHeight)
         onTurned: degrees => root.photographs.setDegrees(root.number, degrees)
+        onCropped: crop => root.photographs.setCrop(root.number, crop)
     }
 
     Repeater {
@@ -275,7 +283,7 @@ FocusScope { // a photograph before and after its export
                 id: captionText
 
                 anchors.centerIn: parent
-                text: caption.modelData
+                text: !caption.isBefore && after.picture.isEncoded ? qsTr("After, as its file will hold it") : caption.modelData
                 font.pixelSize: Style.smallTextSize
                 color: "white"
             }

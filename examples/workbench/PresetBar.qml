@@ -36,7 +36,7 @@ RowLayout { // settings that are kept under a name
     FlatButton {
         text: qsTr("Delete")
         help: qsTr("Forgets the preset of this name")
-        enabled: presets.find(presets.editText) >= 0
+        enabled: Array.from(root.settings.presets).includes(presets.editText)
         onClicked: root.settings.removePreset(presets.editText)
     }
 }

@@ -226,6 +226,42 @@ ScrollView { // how photographs are exported
         }
 
         SettingRow {
+            name: qsTr("Bits per channel")
+            help: qsTr("More than 8 leave room for later changes. Floats have 32, in OpenEXR also 16.")
+            visible: root.settings.bitDepths.length > 2
+            onReset: root.settings.reset("bitDepth")
+
+            ComboBox {
+                objectName: "bitDepth"
+                Layout.fillWidth: true
+                implicitHeight: Style.controlHeight
+                font.pixelSize: Style.textSize
+                model: Array.from(root.settings.bitDepths).map(bits => bits === 0 ? qsTr("as the original") : qsTr("%1 bits").arg(bits))
+                currentIndex: Array.from(root.settings.bitDepths).indexOf(root.settings.bitDepth)
+                Accessible.name: qsTr("Bits per channel")
+                onActivated: index => root.settings.bitDepth = root.settings.bitDepths[index]
+            }
+        }
+
+        SettingRow {
+            name: qsTr("Compression")
+            help: qsTr("All of them lose nothing. ZIP is small, none is fast.")
+            visible: root.settings.compressions.length > 2
+            onReset: root.settings.reset("compression")
+
+            ComboBox {
+                objectName: "compression"
+                Layout.fillWidth: true
+                implicitHeight: Style.controlHeight
+                font.pixelSize: Style.textSize
+                model: Array.from(root.settings.compressions).map(name => name === "" ? qsTr("usual") : name === "none" ? qsTr("none") : name.toUpperCase())
+                currentIndex: Array.from(root.settings.compressions).indexOf(root.settings.compression)
+                Accessible.name: qsTr("Compression")
+                onActivated: index => root.settings.compression = root.settings.compressions[index]
+            }
+        }
+
+        SettingRow {
             name: qsTr("Colours")
             help: qsTr("Web pages and most programs expect sRGB.")
             onReset: root.settings.reset("profile")
@@ -244,6 +280,22 @@ ScrollView { // how photographs are exported
                     else
                         profileDialog.open();
                 }
+            }
+        }
+
+        SettingRow {
+            name: qsTr("Rendering intent")
+            help: qsTr("What becomes of colours that the profile cannot hold: all move together, or only they are clipped.")
+            onReset: root.settings.reset("intent")
+
+            ComboBox {
+                Layout.fillWidth: true
+                implicitHeight: Style.controlHeight
+                font.pixelSize: Style.textSize
+                model: [qsTr("perceptual"), qsTr("relative")]
+                currentIndex: root.settings.intent
+                Accessible.name: qsTr("Rendering intent")
+                onActivated: index => root.settings.intent = index
             }
         }
 

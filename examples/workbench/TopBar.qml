@@ -16,7 +16,7 @@ Rectangle { // what is done most
     readonly property bool isNarrow: root.width < 1000
 
     signal filesWanted
-    signal folderWanted
+    signal folderWanted(isRecursive: bool)
     signal pasteWanted
     signal exportWanted
     signal exportAllWanted
@@ -59,7 +59,12 @@ Rectangle { // what is done most
 
                 MenuItem {
                     text: qsTr("Folder …")
-                    onTriggered: root.folderWanted()
+                    onTriggered: root.folderWanted(false)
+                }
+
+                MenuItem {
+                    text: qsTr("Folder with its subfolders …")
+                    onTriggered: root.folderWanted(true)
                 }
 
                 MenuItem {

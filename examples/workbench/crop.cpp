@@ -1,36 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "crop.h"
 
+#include "croparea.h"
 #include "upright.h"
 
 #include <imageutils/cvutils.h>
 #include <imageutils/imageutils.h>
 
-#include <QtCore/QRect>
-
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 
 namespace {
 
-/// The largest rectangle of the picture's shape that, turned about the picture's centre, lies in
-/// it.
-QRect largestCrop(const cv::Size& size, double radians)
-{
-    const double sine = std::abs(std::sin(radians));
-    const double cosine = std::abs(std::cos(radians));
-    const double factor = std::min(size.width / (size.width * cosine + size.height * sine),
-                                   size.height / (size.width * sine + size.height * cosine));
-    const int width = int(size.width * factor);
-    const int height = int(size.height * factor);
-    return {(size.width - width) / 2, (size.height - height) / 2, width, height};
-}
+using CropArea::border;
 
-/// The library rounds the corners of a turned rectangle outwards and counts them at both ends, so a
-/// crop that reaches the edges needs this many more pixels around the picture.
-constexpr int border = 4;
-
+/// `plane` with the pixels around it that a crop which reaches the edges needs.
 cv::Mat bordered(const cv::Mat& plane)
 {
     cv::Mat result;
@@ -62,21 +46,26 @@ Planes turned(const Planes& planes, int orientation)
     return result;
 }
 
-Result<Planes> turnedAndCropped(const Planes& planes, double degrees)
+Result<Planes> turnedAndCropped(const Planes& planes, double degrees, const QRect& crop)
 {
     // Whole turns are removed first: the library's angle is in single precision, and a large one
     // would have fewer digits after the point.
     const double turn = std::remainder(degrees, 360.0);
-    if (const int orientation = orientationForTurn(turn); orientation != 0)
+    const int orientation = orientationForTurn(turn);
+    if (crop.isNull() && orientation != 0)
         return turned(planes, orientation);
-    const double radians = turn * std::numbers::pi / 180.0;
-    const QRect crop = largestCrop(planes.chroma.size(), radians).translated(border, border);
-    const QRect region = NImageUtils::getBoundingRect(crop, radians);
-    const QRect picture(0, 0, planes.chroma.cols + 2 * border, planes.chroma.rows + 2 * border);
-    if (crop.width() < 2 || crop.height() < 2 || !NImageUtils::doesRectCoverRect(picture, region))
+    const QSize size = sizeOf(planes);
+    if (const QString reason = CropArea::refusalOf(size, crop, turn); !reason.isEmpty())
+        return Failure{reason};
+    const QRect kept = crop.isNull() ? CropArea::largest(size, turn) : crop;
+    if (turn == 0.0)
+        return cut(planes, kept);
+    if (!CropArea::isWithin(size, kept, turn))
         return Failure{QStringLiteral("is too small to be turned by %1 degrees").arg(degrees)};
-
-    const cv::RotatedRect rectangle = CvUtils::getRotatedRect(crop, radians);
+    const double radians = turn * std::numbers::pi / 180.0;
+    const QRect moved = kept.translated(border, border);
+    const QRect region = NImageUtils::getBoundingRect(moved, radians);
+    const cv::RotatedRect rectangle = CvUtils::getRotatedRect(moved, radians);
     const cv::Rect part(region.x(), region.y(), region.width(), region.height());
     // Transparent pixels may hold any colour; multiplied by alpha it does not reach their
     // neighbours.

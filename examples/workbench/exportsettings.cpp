@@ -31,6 +31,9 @@ QJsonObject pixelsOf(const ExportSettings& settings)
                        {"bitDepth", settings.bitDepth}};
     if (settings.filter)
         object.insert("filter", QJsonArray{double(settings.filter->b), double(settings.filter->c)});
+    if (!settings.crop.isNull())
+        object.insert("crop", QJsonArray{settings.crop.x(), settings.crop.y(),
+                                         settings.crop.width(), settings.crop.height()});
     if (settings.sharpening)
         object.insert("sharpening",
                       QJsonArray{settings.sharpening->amount, settings.sharpening->radius});
@@ -60,6 +63,9 @@ void readPixels(const QJsonObject& json, ExportSettings& settings)
     const QJsonValue filter = json["filter"];
     if (filter.isArray())
         settings.filter = FilterShape{float(filter[0].toDouble()), float(filter[1].toDouble())};
+    const QJsonValue crop = json["crop"];
+    if (crop.isArray())
+        settings.crop = {crop[0].toInt(), crop[1].toInt(), crop[2].toInt(), crop[3].toInt()};
     const QJsonValue sharpening = json["sharpening"];
     if (sharpening.isArray())
         settings.sharpening = Sharpening{sharpening[0].toDouble(), sharpening[1].toDouble()};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QtCore/QJsonObject>
+#include <QtCore/QRect>
 #include <QtCore/QSize>
 #include <QtCore/QString>
 
@@ -47,6 +48,7 @@ struct ExportSettings
     int maxHeight = 0;      ///< 0: no limit
     bool mayEnlarge = true; ///< otherwise a picture that is small already keeps its size
     double rotate = 0.0;    ///< degrees, clockwise
+    QRect crop;             ///< in pixels after `turn`, as croparea.h describes it; null: none
     int page = 1;           ///< of a file of several pictures
     int turn = 1;           ///< as an Exif orientation
     std::optional<FilterShape> filter;

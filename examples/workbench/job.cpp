@@ -3,6 +3,7 @@
 
 #include "bands.h"
 #include "crop.h"
+#include "croparea.h"
 #include "exporter.h"
 #include "exportrecord.h"
 #include "folderlock.h"
@@ -145,6 +146,7 @@ private:
     Refusal writeBitmap();
     Refusal exportRows(QSize size, const NextRows& nextRows);
     bool isMadeInBands() const;
+    bool isOutputSizeKnown() const;
     void writeThumbnailBeside();
     ExportRecord::Output find(const Output& output) const;
     QString recordOf(const Output& output) const;
@@ -224,8 +226,15 @@ Refusal Job::take(std::initializer_list<Stage> stages)
 /// Whether each row of the output needs only some rows of the photograph.
 bool Job::isMadeInBands() const
 {
-    return m_settings.rotate == 0.0 && !m_settings.bitmap && !m_settings.sharpening &&
-           !m_settings.isLossless && m_settings.sizeChoice != SizeChoice::Fill;
+    return m_settings.rotate == 0.0 && m_settings.crop.isNull() && !m_settings.bitmap &&
+           !m_settings.sharpening && !m_settings.isLossless &&
+           m_settings.sizeChoice != SizeChoice::Fill;
+}
+
+/// Before a turned photograph is decoded, only a crop of given size tells what is left of it.
+bool Job::isOutputSizeKnown() const
+{
+    return m_settings.rotate == 0.0 || !m_settings.crop.isNull();
 }
 
 Refusal Job::readHeader()
@@ -237,8 +246,12 @@ Refusal Job::readHeader()
             refuseSize(m_result.size.width(), m_result.size.height(), m_settings.maxPixels))
         return refusal;
     const bool isTransposed = m_settings.turn > 4; // as Exif orientations are numbered
+    const QSize turned = isTransposed ? m_result.size.transposed() : m_result.size;
+    const QString reason = CropArea::refusalOf(turned, m_settings.crop, m_settings.rotate);
+    if (!reason.isEmpty())
+        return Failure{reason};
     const Result<Fit> fit =
-        fitFor(isTransposed ? m_result.size.transposed() : m_result.size, m_settings);
+        fitFor(m_settings.crop.isNull() ? turned : m_settings.crop.size(), m_settings);
     if (!fit)
         return fit.failure();
     m_outputSize = fit->size;
@@ -258,7 +271,7 @@ Refusal Job::planOutputs()
             FailureCode::Format};
     if (const QString refusal = Formats::refusalOf(extension, m_settings); !refusal.isEmpty())
         return Failure{refusal, FailureCode::Format};
-    if (m_settings.rotate == 0.0) // what a crop leaves is looked at when it is known
+    if (isOutputSizeKnown())
         if (Refusal refusal = refuseForFormat(extension, m_outputSize))
             return refusal;
     m_result.key = NImageUtils::hashParams(recordedSettings(m_settings, extension).toVariantMap());
@@ -306,7 +319,7 @@ void Job::plan()
         return m_settings.mayOverwrite ? output.wantedPath : freeName(output.wantedPath);
     };
     m_result.isPlanned = true;
-    if (m_settings.rotate == 0.0) // what a crop leaves is known when it is made
+    if (isOutputSizeKnown())
         m_result.outputSize = m_outputSize;
     if (m_result.output.isEmpty())
         m_result.output = name(m_picture);
@@ -360,7 +373,7 @@ Refusal Job::analyse()
 
 Refusal Job::resample()
 {
-    const Result<Planes> cropped = turnedAndCropped(m_planes, m_settings.rotate);
+    const Result<Planes> cropped = turnedAndCropped(m_planes, m_settings.rotate, m_settings.crop);
     if (!cropped)
         return cropped.failure();
     m_planes = *cropped;

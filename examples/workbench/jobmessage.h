@@ -20,6 +20,7 @@ struct View
         Thumbnail, ///< the whole photograph, small
         Before,    ///< the photograph, turned as its export is
         After,     ///< the pixels that the export would have
+        Encoded,   ///< the same, as they are read back from the exported file
         Prepare    ///< nothing yet; the photograph is decoded for a later view
     };
     Kind kind = Kind::None;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "library.h"
 
+#include "croparea.h"
 #include "messages.h"
 
 #include <imageutils/cvutils.h>
@@ -38,36 +39,24 @@ double Library::filterWeight(double b, double c, double distance)
     return 0;
 }
 
-QRectF Library::cropOf(QSizeF pixels, double degrees)
+QRectF Library::largestCrop(QSizeF pixels, double degrees)
 {
-    const double sine = std::abs(std::sin(radiansOf(degrees)));
-    const double cosine = std::abs(std::cos(radiansOf(degrees)));
-    const double width = pixels.width();
-    const double height = pixels.height();
-    if (width <= 0 || height <= 0)
-        return {};
-    const double factor = std::min(width / (width * cosine + height * sine),
-                                   height / (width * sine + height * cosine));
-    const QSize size(int(width * factor), int(height * factor));
-    return QRect(QPoint((int(width) - size.width()) / 2, (int(height) - size.height()) / 2), size);
+    return CropArea::largest(pixels.toSize(), degrees);
 }
 
-double Library::cropAngle(QSizeF pixels, double degrees)
+double Library::cropAngle(QRectF crop, double degrees)
 {
-    return double(CvUtils::getRotatedRect(cropOf(pixels, degrees).toRect(), radiansOf(degrees))
-                      .angle) -
-           360;
+    return double(CvUtils::getRotatedRect(crop.toRect(), radiansOf(degrees)).angle) - 360;
 }
 
-bool Library::canCrop(QSizeF pixels, double degrees)
+bool Library::canCrop(QSizeF pixels, QRectF crop, double degrees)
 {
-    constexpr int border = 4; // the library rounds the corners of a turned rectangle outwards
-    const QRect crop = cropOf(pixels, degrees).toRect();
-    const QRect picture =
-        QRect(QPoint(), pixels.toSize()).adjusted(-border, -border, border, border);
-    return crop.width() > 1 && crop.height() > 1 &&
-           NImageUtils::doesRectCoverRect(picture,
-                                          NImageUtils::getBoundingRect(crop, radiansOf(degrees)));
+    return CropArea::isWithin(pixels.toSize(), crop.toRect(), degrees);
+}
+
+QRectF Library::nearestCrop(QSizeF pixels, QRectF from, QRectF to, double degrees)
+{
+    return CropArea::nearest(pixels.toSize(), from.toRect(), to.toRect(), degrees);
 }
 
 QString Library::pathOf(const QUrl& url) { return url.toLocalFile(); }

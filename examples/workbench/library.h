@@ -22,15 +22,18 @@ public:
     /// `distance` samples away.
     Q_INVOKABLE static double filterWeight(double b, double c, double distance);
 
-    /// What is left of a picture of `pixels` that is turned by `degrees` and cropped to its shape,
-    /// in the pixels of the picture, before it is turned about its centre by `cropAngle`.
-    Q_INVOKABLE static QRectF cropOf(QSizeF pixels, double degrees);
+    /// The largest crop of a picture of `pixels` that is turned by `degrees`; croparea.h describes
+    /// crops.
+    Q_INVOKABLE static QRectF largestCrop(QSizeF pixels, double degrees);
 
-    /// How far the crop stands turned in the picture, in degrees clockwise.
-    Q_INVOKABLE static double cropAngle(QSizeF pixels, double degrees);
+    /// How far `crop` stands turned in the picture, in degrees clockwise.
+    Q_INVOKABLE static double cropAngle(QRectF crop, double degrees);
 
     /// Whether the turned crop lies within the picture; false for one that is too small.
-    Q_INVOKABLE static bool canCrop(QSizeF pixels, double degrees);
+    Q_INVOKABLE static bool canCrop(QSizeF pixels, QRectF crop, double degrees);
+
+    /// The crop nearest to `to` that lies within the picture, on the way from the crop `from`.
+    Q_INVOKABLE static QRectF nearestCrop(QSizeF pixels, QRectF from, QRectF to, double degrees);
 
     /// The local path of `url`.
     Q_INVOKABLE static QString pathOf(const QUrl& url);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "optiontable.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -81,6 +83,19 @@ QString readBox(const QString& text, SizeChoice choice, ExportSettings& settings
         return QStringLiteral("a width and a height as in 800x600");
     settings.sizeChoice = choice;
     settings.box = {width, height};
+    return {};
+}
+
+/// A width, a height, and the place of the upper left corner.
+QString readCrop(const QString& text, QRect& value)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^([0-9]{1,9})x([0-9]{1,9})\\+([0-9]{1,9})\\+([0-9]{1,9})$"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    const auto number = [&match](int group) { return match.captured(group).toInt(); };
+    if (!match.hasMatch() || number(1) < 2 || number(2) < 2)
+        return QStringLiteral("a width, a height and a place as in 800x600+20+10");
+    value = {number(3), number(4), number(1), number(2)};
     return {};
 }
 
@@ -177,6 +192,11 @@ const OptionRow table[] = {
      "Turn clockwise by DEGREES and crop to the largest picture of the same shape without empty "
      "corners (default: 0).",
      [](Text t, Line l) { return readNumber(t, anyNumber, l.options.settings.rotate); }},
+    {"Picture", "crop", "", "WxH+X+Y", "",
+     "Keep the W x H pixels that begin at the column X and the row Y of the picture after --turn. "
+     "With --rotate the picture is turned about the middle of this rectangle, which must leave no "
+     "empty corners.",
+     [](Text t, Line l) { return readCrop(t, l.options.settings.crop); }},
     {"Picture", "sharpen", "", "A[,R]", "",
      "Sharpen the luminance of the resampled picture with an unsharp mask of the amount A and the "
      "radius R, in pixels (default radius: 0.7).",

@@ -72,7 +72,11 @@ QList<int> histogramOf(const QImage& image)
 
 PictureItem::PictureItem(QQuickItem* parent) : QQuickItem(parent)
 {
+    using namespace std::chrono_literals;
     setFlag(ItemHasContents);
+    m_encoding.setSingleShot(true);
+    m_encoding.setInterval(250ms);
+    connect(&m_encoding, &QTimer::timeout, this, &PictureItem::askEncoded);
     connect(this, &PictureItem::askedFor, this, &PictureItem::scheduleAsk);
 }
 
@@ -106,6 +110,7 @@ void PictureItem::clear()
     m_whole = {};
     m_detail = {};
     m_pixels = {};
+    m_shown = View::Kind::None;
     m_failure.clear();
     m_histogram.clear();
     update();
@@ -160,17 +165,15 @@ QSize PictureItem::pixelBounds() const
 void PictureItem::ask()
 {
     m_isScheduled = false;
+    m_encoding.stop();
     if (!m_photographs || !isComponentComplete() || !isVisible() || pixelBounds().isEmpty())
         return;
     ++m_generation;
-    if (m_number < 0) {
+    m_isDetailCurrent = isWhole();
+    if (m_number < 0)
         m_photographs->store()->withdraw(this);
-        return;
-    }
-    if (m_isWholeCurrent)
-        askPart();
     else
-        request(everything);
+        askNext();
 }
 
 void PictureItem::setUncropped(bool isUncropped)
@@ -179,72 +182,114 @@ void PictureItem::setUncropped(bool isUncropped)
         return;
     m_isUncropped = isUncropped;
     m_isWholeCurrent = false;
+    clear(); // the frame of the crop is drawn on the whole photograph
     Q_EMIT askedFor();
 }
 
-void PictureItem::askPart()
+/// Whether the whole picture is visible.
+bool PictureItem::isWhole() const { return m_part == everything || m_kind == Thumbnail; }
+
+/// Requests what is still missing, the visible region first.
+void PictureItem::askNext()
 {
-    if (m_part != everything && m_kind != Thumbnail)
-        request(m_part);
+    constexpr std::array kinds{View::Kind::Thumbnail, View::Kind::Before, View::Kind::After};
+    const View::Kind kind = kinds[std::size_t(m_kind)];
+    const bool isMissing = !m_isWholeCurrent || (!m_isDetailCurrent && isReady());
+    setBusy(isMissing);
+    if (!m_isDetailCurrent && isReady())
+        request(kind, m_part);
+    else if (!m_isWholeCurrent)
+        request(kind, everything);
+    else if (losesPixels())
+        m_encoding.start();
 }
 
-void PictureItem::request(const QRectF& part)
+/// Whether a pixel of the exported picture takes one of the screen or more, and may have changed in
+/// the exported file.
+bool PictureItem::losesPixels() const
+{
+    const double magnification = pixelBounds().width() / (m_part.width() * m_pixels.width());
+    return m_kind == After && m_failure.isEmpty() && m_pixels.width() > 0 && magnification > 0.99 &&
+           m_photographs->losesPixels(m_number);
+}
+
+void PictureItem::askEncoded() { request(View::Kind::Encoded, m_part); }
+
+void PictureItem::setBusy(bool isBusy)
+{
+    if (m_isBusy == isBusy)
+        return;
+    m_isBusy = isBusy;
+    Q_EMIT shownChanged();
+}
+
+void PictureItem::request(View::Kind kind, const QRectF& part)
 {
     auto request = m_photographs->requestFor(m_number);
-    if (!request)
+    if (!request) { // it has been removed
+        setBusy(false);
         return;
-    constexpr std::array kinds{View::Kind::Thumbnail, View::Kind::Before, View::Kind::After};
-    request->view = {kinds[std::size_t(m_kind)], pixelBounds(), part};
-    if (m_isUncropped)
-        request->options.settings.rotate = 0;
-    const bool isPart = part != everything;
-    if (!m_isBusy) {
-        m_isBusy = true;
-        Q_EMIT shownChanged();
     }
-    m_photographs->store()->ask(this, *request,
-                                [this, isPart, generation = m_generation](const Shown& shown) {
-                                    if (generation == m_generation)
-                                        show(shown, isPart);
-                                });
+    request->view = {kind, pixelBounds(), part};
+    if (m_isUncropped) {
+        request->options.settings.rotate = 0;
+        request->options.settings.crop = {};
+    }
+    m_photographs->store()->ask(
+        this, *request,
+        [this, view = request->view, generation = m_generation](const Shown& shown) {
+            if (generation == m_generation)
+                show(shown, view);
+        });
 }
 
 /// The colours of the monitor take a while for a large picture, so another thread converts them.
-void PictureItem::show(const Shown& shown, bool isPart)
+void PictureItem::show(const Shown& shown, const View& view)
 {
     const auto convert = [shown, colours = MonitorColours::current()] {
         const QImage image = isTransparent(shown.image) ? overChequers(shown.image) : shown.image;
         return colours.converted(image);
     };
     if (m_kind == Thumbnail || shown.image.isNull()) {
-        take(shown, convert(), isPart);
+        take(shown, convert(), view);
         return;
     }
     QThreadPool::globalInstance()->start(
-        [item = QPointer(this), convert, shown, isPart, generation = m_generation] {
+        [item = QPointer(this), convert, shown, view, generation = m_generation] {
             const QImage image = convert();
             QMetaObject::invokeMethod(qApp, [=] {
                 if (item && generation == item->m_generation)
-                    item->take(shown, image, isPart);
+                    item->take(shown, image, view);
             });
         });
 }
 
-void PictureItem::take(const Shown& shown, const QImage& image, bool isPart)
+void PictureItem::take(const Shown& shown, const QImage& image, const View& view)
 {
-    m_isBusy = false;
+    if (view.kind == View::Kind::Encoded && image.isNull())
+        return; // the export itself will say why
     m_failure = shown.image.isNull() ? Facts::failureText(shown.facts.failure) : QString();
-    Layer& layer = isPart ? m_detail : m_whole;
-    layer = {image, shareOf(shown.part, shown.whole), true};
-    if (!isPart) {
-        m_isWholeCurrent = true;
-        m_detail = {};
-        m_pixels = shown.whole;
-        m_histogram = m_kind == After ? histogramOf(shown.image) : QList<int>();
-        askPart();
-    }
+    const bool isDetail = view.kind == View::Kind::Encoded || view.part != everything;
+    (isDetail ? m_detail : m_whole) = {image, shareOf(shown.part, shown.whole), true};
+    m_pixels = shown.whole;
+    m_shown = view.kind;
+    if (!isDetail)
+        takeWhole(shown);
+    if (isDetail)
+        m_isDetailCurrent = true;
     update();
     Q_EMIT shownChanged();
+    if (view.kind != View::Kind::Encoded)
+        askNext();
+}
+
+/// The whole picture is current. A detail that came before it stays.
+void PictureItem::takeWhole(const Shown& shown)
+{
+    m_isWholeCurrent = true;
+    if (!m_isDetailCurrent || isWhole())
+        m_detail = {};
+    m_histogram = m_kind == After ? histogramOf(shown.image) : QList<int>();
 }
 
 /// The rectangle that `part` of the picture covers, in coordinates of the item.

@@ -3,11 +3,14 @@
 
 #include "workbenchmodel.h"
 
+#include <QtCore/QTimer>
 #include <QtQuick/QQuickItem>
 
-/// An item that shows a photograph before or after its export, or its thumbnail. It requests the
-/// whole picture at the item's size first, and then the visible region at full resolution. The old
-/// image stays in place until the new one arrives.
+/// An item that shows a photograph before or after its export, or its thumbnail. It first requests
+/// the whole picture at the item's size, and then the visible region at full resolution; when there
+/// is a picture already, and only its settings have changed, the visible region comes first. Where
+/// the pixels of an exported picture can be told apart, and its format loses some of them, it is
+/// then requested as its file gives it back. The old image stays until the new one arrives.
 class PictureItem : public QQuickItem
 {
     Q_OBJECT
@@ -19,6 +22,7 @@ class PictureItem : public QQuickItem
     Q_PROPERTY(QRectF part READ part WRITE setPart NOTIFY askedFor)
     Q_PROPERTY(bool isReady READ isReady NOTIFY shownChanged)
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY shownChanged)
+    Q_PROPERTY(bool isEncoded READ isEncoded NOTIFY shownChanged)
     Q_PROPERTY(QString failure READ failure NOTIFY shownChanged)
     Q_PROPERTY(QSizeF pixels READ pixels NOTIFY shownChanged)
     Q_PROPERTY(QList<int> histogram READ histogram NOTIFY shownChanged)
@@ -35,11 +39,16 @@ public:
     QRectF part() const { return m_part; }
     void setPart(const QRectF& part); ///< in widths and heights of the picture
 
-    bool isUncropped() const { return m_isUncropped; } ///< the turn by degrees is left out
+    bool isUncropped() const
+    {
+        return m_isUncropped;
+    } ///< the turn by degrees and the crop are left out
     void setUncropped(bool isUncropped);
 
     bool isReady() const { return !m_whole.image.isNull(); }
     bool isBusy() const { return m_isBusy; } ///< the picture that is shown is not yet the right one
+    /// The picture that is shown was read back from the exported file.
+    bool isEncoded() const { return m_shown == View::Kind::Encoded; }
     QString failure() const { return m_failure; } ///< a sentence; empty when there is none
     QSizeF pixels() const { return m_pixels; }    ///< of the whole picture; empty while unknown
 
@@ -67,11 +76,16 @@ private:
 
     void scheduleAsk();
     void ask();
-    void askPart();
-    void request(const QRectF& part);
-    void show(const Shown& shown, bool isPart);
-    void take(const Shown& shown, const QImage& image, bool isPart);
+    void askNext();
+    void askEncoded();
+    void request(View::Kind kind, const QRectF& part);
+    void show(const Shown& shown, const View& view);
+    void take(const Shown& shown, const QImage& image, const View& view);
+    void takeWhole(const Shown& shown);
+    void setBusy(bool isBusy);
     void clear();
+    bool isWhole() const;
+    bool losesPixels() const;
     QSize pixelBounds() const;
     QRectF placeOf(const QRectF& part) const;
     void drawLayer(QSGNode* root, int index, Layer& layer);
@@ -80,7 +94,9 @@ private:
     int m_number = -1;
     Kind m_kind = Before;
     bool m_isUncropped = false;
-    bool m_isWholeCurrent = false; ///< the whole picture shows what is wanted now
+    bool m_isWholeCurrent = false;         ///< the whole picture shows what is wanted now
+    bool m_isDetailCurrent = false;        ///< the visible region does
+    View::Kind m_shown = View::Kind::None; ///< what the visible region came as
     QRectF m_part{0, 0, 1, 1};
     Layer m_whole;
     Layer m_detail;
@@ -89,5 +105,6 @@ private:
     QList<int> m_histogram;
     bool m_isBusy = false;
     bool m_isScheduled = false;
-    int m_generation = 0; ///< of the wish; pictures for older ones are dropped
+    int m_generation = 0; ///< of the request; pictures for older ones are dropped
+    QTimer m_encoding;    ///< while settings are being changed, nothing is encoded
 };

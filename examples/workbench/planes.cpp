@@ -3,6 +3,13 @@
 
 #include <vector>
 
+Planes cut(const Planes& planes, const QRect& part)
+{
+    const cv::Rect rect(part.x(), part.y(), part.width(), part.height());
+    return {planes.chroma(rect), planes.alpha.empty() ? cv::Mat() : planes.alpha(rect),
+            planes.isAssociated};
+}
+
 cv::Mat alphaAsColours(const cv::Mat& alpha)
 {
     cv::Mat colours;

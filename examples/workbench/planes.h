@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtCore/QRect>
 #include <QtCore/QSize>
 
 #include <opencv2/core.hpp>
@@ -16,6 +17,9 @@ struct Planes
 
 /// The size of the picture.
 inline QSize sizeOf(const Planes& planes) { return {planes.chroma.cols, planes.chroma.rows}; }
+
+/// The rectangle `part` of `planes`, whose samples it shares.
+Planes cut(const Planes& planes, const QRect& part);
 
 /// `alpha` copied into three channels, for functions that take colours only.
 cv::Mat alphaAsColours(const cv::Mat& alpha);

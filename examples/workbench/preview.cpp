@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "preview.h"
 
+#include "atomicfile.h"
+#include "bands.h"
 #include "crop.h"
+#include "exporter.h"
+#include "formats.h"
 #include "job.h"
 #include "messages.h"
+#include "naming.h"
 #include "photograph.h"
 #include "resample.h"
 #include "sharpen.h"
@@ -13,6 +18,7 @@
 #include <imageutils/imageutils.h>
 #include <metadatareader/metadatareader.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
 #include <QtGui/QColorSpace>
@@ -39,7 +45,11 @@ QString versionOf(const Request& request)
 
 QString geometryText(const ExportSettings& settings)
 {
-    return QStringLiteral("%1 %2").arg(settings.turn).arg(settings.rotate, 0, 'g', 17);
+    ExportSettings geometry;
+    geometry.turn = settings.turn;
+    geometry.rotate = settings.rotate;
+    geometry.crop = settings.crop;
+    return QString::fromUtf8(QJsonDocument(jsonOf(geometry)).toJson(QJsonDocument::Compact));
 }
 
 /// What the pixels of an export depend on, beside the photograph.
@@ -55,15 +65,10 @@ QByteArray pixelsText(const ExportSettings& settings)
     pixels.mayEnlarge = settings.mayEnlarge;
     pixels.rotate = settings.rotate;
     pixels.turn = settings.turn;
+    pixels.crop = settings.crop;
     pixels.filter = settings.filter;
     pixels.sharpening = settings.sharpening;
     return QJsonDocument(jsonOf(pixels)).toJson(QJsonDocument::Compact);
-}
-
-qint64 bytesOf(const Planes& planes)
-{
-    return qint64(planes.chroma.total() * planes.chroma.elemSize() +
-                  planes.alpha.total() * planes.alpha.elemSize());
 }
 
 /// The pixels of a picture of `size` that `part` touches.
@@ -76,13 +81,6 @@ QRect pixelsOf(const QRectF& part, QSize size)
     return QRect(QPoint(left, top), QPoint(right - 1, bottom - 1)) & QRect(QPoint(), size);
 }
 
-Planes cut(const Planes& planes, const QRect& part)
-{
-    const cv::Rect rect(part.x(), part.y(), part.width(), part.height());
-    return {planes.chroma(rect), planes.alpha.empty() ? cv::Mat() : planes.alpha(rect),
-            planes.isAssociated};
-}
-
 /// `planes` reduced to `bounds`; a picture that fits stays as it is.
 Result<Planes> reduced(const Planes& planes, QSize bounds)
 {
@@ -91,6 +89,32 @@ Result<Planes> reduced(const Planes& planes, QSize bounds)
     settings.maxHeight = bounds.height();
     const Result<Fit> fit = fitFor(sizeOf(planes), settings);
     return fit ? resampled(planes, *fit, {}) : fit.failure();
+}
+
+/// The exported file of `after`, a picture made of `photograph`, in the temporary folder. The file
+/// is removed with the result.
+Result<std::unique_ptr<AtomicFile>> encodedFile(const Photograph& photograph, const Planes& after,
+                                                const Request& request)
+{
+    const ExportSettings& settings = request.options.settings;
+    const QString extension = Naming::extensionOf(request.path, settings);
+    const auto writer = writerFor(extension);
+    if (const QString reason = Formats::refusalOf(extension, settings);
+        !writer || !reason.isEmpty())
+        return Failure{reason};
+    Layout layout = layoutFor(*writer, photograph, settings.bitDepth);
+    const Result<ColourPlan> plan =
+        planColours(*writer, photograph, layout, settings.profile, settings.intent);
+    if (!plan)
+        return plan.failure();
+    const Result<QImage> image = joined(after, *plan, layout);
+    if (!image)
+        return image.failure();
+    const OIIO::ImageSpec header =
+        headerFor(*writer, photograph, layout, *plan, image->size(), settings, {});
+    return exportPicture([&image] { return image; }, header, {},
+                         QDir::temp().filePath(QStringLiteral("view.") + extension),
+                         AtomicFile::Access::OwnerOnly);
 }
 
 /// A small picture of the file at `path` by Qt's reader, which reads JPEG files in an eighth of the
@@ -150,18 +174,32 @@ void Preview::show(const Request& request, Message& message)
     Decoded* const photograph = decoded(request, message.result);
     if (!photograph || request.view.kind == View::Kind::Prepare)
         return;
-    const bool isAfter = request.view.kind == View::Kind::After;
-    const ExportSettings& settings = request.options.settings;
-    message.result.failure =
-        isAfter ? updateAfter(*photograph, settings) : updateBefore(*photograph, settings);
+    message.result.failure = update(*photograph, request);
     if (!message.result.failure.isEmpty())
         return;
+    if (request.view.kind == View::Kind::Encoded) {
+        const Encoded& encoded = photograph->encoded;
+        message.result.outputSize = sizeOf(encoded.planes);
+        showPart(encoded.planes, encoded.toDisplay, request.view, message);
+        return;
+    }
+    const bool isAfter = request.view.kind == View::Kind::After;
     Planes planes = isAfter ? photograph->after.planes : photograph->before.planes;
-    const Result<Fit> fit = fitFor(sizeOf(planes), settings);
+    const Result<Fit> fit = fitFor(sizeOf(planes), request.options.settings);
     if (!isAfter && fit) // without what sticks out of a box that is to be filled
         planes = cut(planes, fit->crop);
     message.result.outputSize = isAfter ? sizeOf(planes) : QSize();
-    showPart(*photograph, planes, request.view, message);
+    showPart(planes, photograph->toDisplay, request.view, message);
+}
+
+/// Makes what `request` shows. Returns why this is not possible; empty when it is.
+QString Preview::update(Decoded& photograph, const Request& request) const
+{
+    const ExportSettings& settings = request.options.settings;
+    if (request.view.kind == View::Kind::Encoded)
+        return updateEncoded(photograph, request);
+    return request.view.kind == View::Kind::After ? updateAfter(photograph, settings)
+                                                  : updateBefore(photograph, settings);
 }
 
 /// The library decides whether the photograph needs a thumbnail of its own. It needs none when one
@@ -210,10 +248,10 @@ Preview::Decoded* Preview::decoded(const Request& request, JobResult& facts)
 
 std::optional<Preview::Decoded> Preview::decode(const Request& request, JobResult& facts) const
 {
-    const auto photograph = readPhotograph(request.path, {request.options.settings.maxPixels,
-                                                          request.options.settings.page,
-                                                          request.options.settings.intent});
-    Decoded result{request.path, {}, std::make_unique<PixelBuffer>(), {}, {}, facts};
+    Result<Photograph> photograph = readPhotograph(
+        request.path, {request.options.settings.maxPixels, request.options.settings.page,
+                       request.options.settings.intent});
+    Decoded result{request.path, {}, std::make_unique<PixelBuffer>(), {}, {}, facts, {}};
     const Result<Planes> planes =
         photograph ? splitSamples(*photograph, photograph->samples, *result.buffer)
                    : photograph.failure();
@@ -227,6 +265,8 @@ std::optional<Preview::Decoded> Preview::decode(const Request& request, JobResul
     result.facts.size = sizeOf(*photograph);
     result.facts.metadata = tagsOf(request.path);
     result.facts.warnings = photograph->warnings;
+    photograph->samples.release();
+    result.file = std::move(*photograph);
     return result;
 }
 
@@ -237,7 +277,7 @@ QString Preview::updateBefore(Decoded& photograph, const ExportSettings& setting
     if (photograph.before.settings == made)
         return {};
     const Result<Planes> planes =
-        turnedAndCropped(turned(photograph.planes, settings.turn), settings.rotate);
+        turnedAndCropped(turned(photograph.planes, settings.turn), settings.rotate, settings.crop);
     if (!planes)
         return planes.failure().reason;
     photograph.before = {made, *planes};
@@ -262,7 +302,36 @@ QString Preview::updateAfter(Decoded& photograph, const ExportSettings& settings
     return {};
 }
 
-void Preview::showPart(const Decoded& photograph, const Planes& planes, const View& view,
+/// Encodes the exported picture and reads it back. Returns why this is not possible; empty when it
+/// is.
+QString Preview::updateEncoded(Decoded& photograph, const Request& request) const
+{
+    const ExportSettings& settings = request.options.settings;
+    const QString made =
+        QString::fromUtf8(QJsonDocument(jsonOf(settings)).toJson(QJsonDocument::Compact));
+    if (photograph.encoded.settings == made)
+        return {};
+    if (QString failure = updateAfter(photograph, settings); !failure.isEmpty())
+        return failure;
+    const auto file = encodedFile(photograph.file, photograph.after.planes, request);
+    if (!file)
+        return file.failure().reason;
+    const auto decoded =
+        readPhotograph((*file)->file().fileName(), {settings.maxPixels, 1, settings.intent});
+    if (!decoded)
+        return decoded.failure().reason;
+    Encoded& encoded = photograph.encoded;
+    encoded.settings.clear(); // the planes change now
+    const Result<Planes> planes = splitSamples(*decoded, decoded->samples, *encoded.buffer);
+    if (!planes)
+        return planes.failure().reason;
+    encoded.settings = made;
+    encoded.planes = *planes;
+    encoded.toDisplay = toSRgb(decoded->colours, settings.intent);
+    return {};
+}
+
+void Preview::showPart(const Planes& planes, const ColourTransform& toDisplay, const View& view,
                        Message& message)
 {
     message.whole = sizeOf(planes);
@@ -274,9 +343,22 @@ void Preview::showPart(const Decoded& photograph, const Planes& planes, const Vi
         message.result.failure = small.failure().reason;
         return;
     }
-    Planes shown = associated(photograph.toDisplay.converted(*small), false);
+    Planes shown = associated(toDisplay.converted(*small), false);
     m_image = CvUtils::matToQImage(shown.chroma, shown.alpha);
     m_image.convertTo(QImage::Format_RGBA8888);
+}
+
+/// The bytes of the samples that a photograph keeps; those that two pictures share count once.
+qint64 Preview::bytesOf(const Decoded& photograph)
+{
+    qint64 bytes = 0;
+    for (const Planes* const planes : {&photograph.planes, &photograph.before.planes,
+                                       &photograph.after.planes, &photograph.encoded.planes})
+        if (planes == &photograph.planes ||
+            planes->chroma.datastart != photograph.planes.chroma.datastart)
+            bytes += qint64(planes->chroma.total() * planes->chroma.elemSize() +
+                            planes->alpha.total() * planes->alpha.elemSize());
+    return bytes;
 }
 
 /// The photograph that is shown stays, however large it is.
@@ -284,7 +366,7 @@ void Preview::dropOldest()
 {
     qint64 bytes = 0;
     for (auto photograph = m_decoded.begin(); photograph != m_decoded.end();) {
-        bytes += bytesOf(photograph->planes);
+        bytes += bytesOf(*photograph);
         const bool isTooMuch = photograph != m_decoded.begin() && bytes > m_bytes;
         photograph = isTooMuch ? m_decoded.erase(photograph) : std::next(photograph);
     }

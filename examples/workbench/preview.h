@@ -3,6 +3,7 @@
 
 #include "colours.h"
 #include "jobmessage.h"
+#include "photograph.h"
 #include "pixelbuffer.h"
 #include "planes.h"
 
@@ -35,6 +36,14 @@ private:
         QString settings;
         Planes planes;
     };
+    /// The exported picture, read back from its file.
+    struct Encoded
+    {
+        QString settings;
+        Planes planes;
+        ColourTransform toDisplay;
+        std::unique_ptr<PixelBuffer> buffer = std::make_unique<PixelBuffer>();
+    };
     struct Decoded
     {
         QString path;
@@ -43,18 +52,23 @@ private:
         Planes planes;
         ColourTransform toDisplay;
         JobResult facts;
+        Photograph file; ///< without its samples
         Picture before{};
         Picture after{};
+        Encoded encoded{};
     };
 
     void show(const Request& request, Message& message);
     bool showThumbnail(const Request& request, Message& message);
     Decoded* decoded(const Request& request, JobResult& facts);
     std::optional<Decoded> decode(const Request& request, JobResult& facts) const;
+    QString update(Decoded& photograph, const Request& request) const;
     QString updateBefore(Decoded& photograph, const ExportSettings& settings) const;
     QString updateAfter(Decoded& photograph, const ExportSettings& settings) const;
-    void showPart(const Decoded& photograph, const Planes& planes, const View& view,
+    QString updateEncoded(Decoded& photograph, const Request& request) const;
+    void showPart(const Planes& planes, const ColourTransform& toDisplay, const View& view,
                   Message& message);
+    static qint64 bytesOf(const Decoded& photograph);
     void dropOldest();
 
     const qint64 m_bytes;

@@ -9,6 +9,7 @@ namespace {
 constexpr qsizetype thumbnailBytes = 64 << 20; // some 1,200 of them
 
 bool isThumbnail(const Request& request) { return request.view.kind == View::Kind::Thumbnail; }
+bool isEncoded(const Request& request) { return request.view.kind == View::Kind::Encoded; }
 
 } // namespace
 
@@ -16,12 +17,13 @@ PreviewStore::PreviewStore(qint64 memoryShare) : m_memoryShare(memoryShare), m_c
 {
     connectLane(m_views);
     connectLane(m_thumbnails);
+    connectLane(m_encodings);
 }
 
 /// Workers may report what they have finished while they are ended.
 PreviewStore::~PreviewStore()
 {
-    for (Lane* const lane : {&m_views, &m_thumbnails})
+    for (Lane* const lane : lanes())
         lane->worker.disconnect(this);
 }
 
@@ -44,7 +46,7 @@ void PreviewStore::ask(const QObject* owner, const Request& request, Take take)
             take(*known);
             return;
         }
-    Lane& lane = isThumbnail(request) ? m_thumbnails : m_views;
+    Lane& lane = isThumbnail(request) ? m_thumbnails : isEncoded(request) ? m_encodings : m_views;
     lane.wishes.push_front({owner, request, std::move(take)}); // the last wish is what is visible
     lane.wishes.front().request.memoryShare = m_memoryShare;
     startNext(lane);
@@ -52,7 +54,7 @@ void PreviewStore::ask(const QObject* owner, const Request& request, Take take)
 
 void PreviewStore::withdraw(const QObject* owner)
 {
-    for (Lane* const lane : {&m_views, &m_thumbnails}) {
+    for (Lane* const lane : lanes()) {
         std::erase_if(lane->wishes,
                       [owner](const Wish& wish) { return !wish.owner || wish.owner == owner; });
         if (lane->current && lane->current->owner == owner)

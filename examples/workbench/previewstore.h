@@ -6,12 +6,14 @@
 #include <QtCore/QCache>
 #include <QtCore/QPointer>
 
+#include <array>
 #include <functional>
 #include <list>
 #include <optional>
 
 /// Gets pictures from worker processes for whatever shows them. One process decodes photographs for
-/// the views, another one makes thumbnails, so that neither waits for the other.
+/// the views, another one makes thumbnails, and a third one encodes exported pictures and reads
+/// them back, which may take seconds, so that none waits for another.
 class PreviewStore : public QObject
 {
     Q_OBJECT
@@ -51,6 +53,7 @@ private:
         std::optional<Wish> current; ///< in work
     };
 
+    std::array<Lane*, 3> lanes() { return {&m_views, &m_thumbnails, &m_encodings}; }
     void connectLane(Lane& lane);
     void startNext(Lane& lane);
     void take(Lane& lane, const Shown& shown);
@@ -58,6 +61,7 @@ private:
     const qint64 m_memoryShare;
     Lane m_views;
     Lane m_thumbnails;
+    Lane m_encodings;
     QList<Request> m_preparations;
     QCache<QString, Shown> m_cache; ///< of thumbnails
 };

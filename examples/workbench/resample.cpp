@@ -55,15 +55,6 @@ Fit fillFor(QSize size, const ExportSettings& settings)
             settings.box, crop};
 }
 
-Planes cropped(const Planes& planes, const QRect& crop)
-{
-    if (crop.size() == sizeOf(planes))
-        return planes;
-    const cv::Rect part(crop.x(), crop.y(), crop.width(), crop.height());
-    return {planes.chroma(part), planes.alpha.empty() ? cv::Mat() : planes.alpha(part),
-            planes.isAssociated};
-}
-
 /// The library rounds sizes up and crops to its caps. With the exact size as the cap, it crops only
 /// the column or row that rounding up may have added.
 cv::Mat resampledColours(const cv::Mat& colours, const Fit& fit, FilterShape filter)
@@ -99,7 +90,7 @@ Result<Fit> fitFor(QSize size, const ExportSettings& settings)
 Result<Planes> resampled(const Planes& whole, const Fit& fit,
                          const std::optional<FilterShape>& filter)
 {
-    const Planes planes = cropped(whole, fit.crop);
+    const Planes planes = cut(whole, fit.crop);
     const FilterShape shape = filter.value_or(fit.factor == 1.0 ? unchanged : smooth);
     const bool mixesPixels = fit.factor != 1.0 || shape.b != 0.0F || shape.c != 0.0F;
     // The filter would multiply by 0, which makes NaN of infinite samples and of their neighbours.

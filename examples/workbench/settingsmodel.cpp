@@ -17,9 +17,17 @@ QString presetsKey() { return QStringLiteral("export/presets"); }
 
 /// The settings that are kept, by the names of their properties. The folder is none of them: a
 /// program that is started elsewhere would write where the user does not look.
-constexpr std::array keptNames{"sizing",  "longEdge", "width",    "height",
-                               "percent", "filterB",  "filterC",  "format",
-                               "quality", "profile",  "metadata", "nameTemplate"};
+constexpr std::array keptNames{"sizing",  "longEdge", "width",    "height",      "percent",
+                               "filterB", "filterC",  "format",   "quality",     "bitDepth",
+                               "intent",  "profile",  "metadata", "compression", "nameTemplate"};
+
+/// Whether files of the format of `settings` can be written as these say. Of "preserve" nothing is
+/// known before there is a photograph.
+bool isTaken(const ExportSettings& settings)
+{
+    return settings.format != QLatin1String("preserve") &&
+           Formats::refusalOf(settings.format, settings).isEmpty();
+}
 
 /// Whether the command line says nothing about what is kept.
 bool isUntouched(const ExportSettings& settings)
@@ -95,6 +103,42 @@ bool SettingsModel::hasQuality() const
     return m_base.settings.format == QLatin1String("preserve") ||
            Formats::encodingOf(m_base.settings, m_base.settings.format)
                .contains(QLatin1String("quality"));
+}
+
+void SettingsModel::setFormat(const QString& format)
+{
+    if (m_base.settings.format == format)
+        return;
+    m_base.settings.format = format;
+    if (!bitDepths().contains(bitDepth()))
+        m_base.settings.bitDepth = 0;
+    if (!compressions().contains(compression()))
+        m_base.settings.compression.clear();
+    Q_EMIT changed();
+}
+
+QList<int> SettingsModel::bitDepths() const
+{
+    QList<int> depths{0};
+    ExportSettings settings = m_base.settings;
+    for (const int bits : {8, 16, 32}) {
+        settings.bitDepth = bits;
+        if (isTaken(settings))
+            depths.append(bits);
+    }
+    return depths;
+}
+
+QStringList SettingsModel::compressions() const
+{
+    QStringList names{QString()};
+    ExportSettings settings = m_base.settings;
+    for (const char* const name : {"zip", "zips", "piz", "lzw", "rle", "packbits", "none"}) {
+        settings.compression = QLatin1String(name);
+        if (isTaken(settings))
+            names.append(settings.compression);
+    }
+    return names;
 }
 
 QString SettingsModel::folder() const

@@ -24,6 +24,11 @@ class SettingsModel : public QObject
     Q_PROPERTY(bool hasQuality READ hasQuality NOTIFY changed)
     Q_PROPERTY(int quality READ quality WRITE setQuality NOTIFY changed)
     Q_PROPERTY(QString profile READ profile WRITE setProfile NOTIFY changed)
+    Q_PROPERTY(int intent READ intent WRITE setIntent NOTIFY changed)
+    Q_PROPERTY(int bitDepth READ bitDepth WRITE setBitDepth NOTIFY changed)
+    Q_PROPERTY(QList<int> bitDepths READ bitDepths NOTIFY changed)
+    Q_PROPERTY(QString compression READ compression WRITE setCompression NOTIFY changed)
+    Q_PROPERTY(QStringList compressions READ compressions NOTIFY changed)
     Q_PROPERTY(int metadata READ metadata WRITE setMetadata NOTIFY changed)
     Q_PROPERTY(QString nameTemplate READ nameTemplate WRITE setNameTemplate NOTIFY changed)
     Q_PROPERTY(QString nameProblem READ nameProblem NOTIFY changed)
@@ -58,12 +63,20 @@ public:
     double filterC() const { return m_filterC; }
     void setFilterC(double c) { set(m_filterC, c); }
     QString format() const { return m_base.settings.format; }
-    void setFormat(const QString& format) { set(m_base.settings.format, format); }
-    bool hasQuality() const; ///< whether files of the format depend on `quality`
+    void setFormat(const QString& format); ///< settings that it does not take become the usual ones
+    bool hasQuality() const;               ///< whether files of the format depend on `quality`
     int quality() const { return m_base.settings.quality; }
     void setQuality(int quality) { set(m_base.settings.quality, quality); }
     QString profile() const { return m_base.settings.profile; }
     void setProfile(const QString& profile) { set(m_base.settings.profile, profile); }
+    int intent() const { return int(m_base.settings.intent); }
+    void setIntent(int intent) { set(m_base.settings.intent, Intent(intent)); }
+    int bitDepth() const { return m_base.settings.bitDepth; }
+    void setBitDepth(int bits) { set(m_base.settings.bitDepth, bits); }
+    QList<int> bitDepths() const; ///< that the format takes; 0 is that of the photograph
+    QString compression() const { return m_base.settings.compression; }
+    void setCompression(const QString& name) { set(m_base.settings.compression, name); }
+    QStringList compressions() const; ///< that the format takes; empty names the usual one
     int metadata() const { return int(m_base.settings.metadata); }
     void setMetadata(int choice) { set(m_base.settings.metadata, MetadataChoice(choice)); }
     QString nameTemplate() const { return m_base.settings.nameTemplate; }

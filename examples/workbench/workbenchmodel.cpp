@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "workbenchmodel.h"
 
+#include "croparea.h"
 #include "facts.h"
+#include "formats.h"
 #include "headless.h"
+#include "naming.h"
 #include "terminal.h"
 
 #include <imageutils/imageutils.h>
@@ -43,7 +46,7 @@ bool isInQueue(WorkbenchModel::State state)
 } // namespace
 
 WorkbenchModel::WorkbenchModel(const Options& options, const QList<Source>& sources, qint64 memory)
-    : m_settings(options), m_store(memory / 2), m_queue(jobsFor(options), memory)
+    : m_settings(options), m_store(memory / 3), m_queue(jobsFor(options), memory)
 {
     append(sources);
     connect(&m_queue, &ExportQueue::stepped, this, &WorkbenchModel::showStep);
@@ -56,9 +59,14 @@ WorkbenchModel::~WorkbenchModel() { m_pool.waitForDone(); }
 
 void WorkbenchModel::append(const QList<Source>& sources)
 {
+    const ExportSettings settings = m_settings.options().settings;
+    m_entries.reserve(m_entries.size() + sources.size());
     for (const Source& source : sources) {
         Entry entry{m_nextNumber++, source};
         entry.source.number = entry.number + 1;
+        entry.turn = settings.turn;
+        entry.degrees = settings.rotate;
+        entry.crop = settings.crop;
         if (!source.refusal.isEmpty()) {
             entry.state = State::Failed;
             entry.facts.failure = source.refusal;
@@ -70,7 +78,7 @@ void WorkbenchModel::append(const QList<Source>& sources)
     }
 }
 
-void WorkbenchModel::add(const QStringList& paths)
+void WorkbenchModel::add(const QStringList& paths, bool isRecursive)
 {
     if (paths.isEmpty())
         return;
@@ -78,8 +86,9 @@ void WorkbenchModel::add(const QStringList& paths)
         rememberFolder(path);
     ++m_listings;
     Q_EMIT progressed();
-    m_pool.start([this, paths, folder = m_settings.folder()] {
-        const QList<Source> sources = findSources(paths, {}, folder);
+    const bool isDeep = isRecursive || m_settings.options().isRecursive;
+    m_pool.start([this, paths, isDeep, folder = m_settings.folder()] {
+        const QList<Source> sources = findSources(paths, {}, folder, isDeep);
         QMetaObject::invokeMethod(this, [this, sources] {
             --m_listings;
             beginInsertRows({}, count(), count() + int(sources.size()) - 1);
@@ -92,13 +101,13 @@ void WorkbenchModel::add(const QStringList& paths)
     });
 }
 
-void WorkbenchModel::addUrls(const QList<QUrl>& urls)
+void WorkbenchModel::addUrls(const QList<QUrl>& urls, bool isRecursive)
 {
     QStringList paths;
     for (const QUrl& url : urls)
         if (url.isLocalFile())
             paths.append(url.toLocalFile());
-    add(paths);
+    add(paths, isRecursive);
 }
 
 void WorkbenchModel::remove(int number)
@@ -188,30 +197,57 @@ void WorkbenchModel::turn(int number, int quarters)
     Entry* const entry = find(number);
     if (!entry)
         return;
-    for (int i = 0; i < (quarters % 4 + 4) % 4; ++i)
-        entry->turn = turnedRight(entry->turn);
-    changed(*entry);
-    Q_EMIT viewChanged(number);
+    for (int i = 0; i < (quarters % 4 + 4) % 4; ++i) {
+        const QRect& crop = entry->crop;
+        const QRect turned(turnedSize(*entry).height() - crop.y() - crop.height(), crop.x(),
+                           crop.height(), crop.width());
+        setShape(*entry, turnedRight(entry->turn), entry->degrees,
+                 crop.isNull() ? QRect() : turned);
+    }
 }
 
+/// The mirrored picture is turned the other way, so that it shows the same as before.
 void WorkbenchModel::mirror(int number)
 {
     Entry* const entry = find(number);
     if (!entry)
         return;
-    entry->turn = mirrored(entry->turn);
-    changed(*entry);
-    Q_EMIT viewChanged(number);
+    QRect crop = entry->crop;
+    if (!crop.isNull())
+        crop.moveLeft(turnedSize(*entry).width() - crop.x() - crop.width());
+    setShape(*entry, mirrored(entry->turn), -entry->degrees, crop);
 }
 
 void WorkbenchModel::setDegrees(int number, double degrees)
 {
-    Entry* const entry = find(number);
-    if (!entry || entry->degrees == degrees)
+    if (Entry* const entry = find(number)) {
+        const QRect crop = CropArea::shrunk(turnedSize(*entry), entry->crop, degrees);
+        setShape(*entry, entry->turn, degrees, entry->crop.isNull() ? QRect() : crop);
+    }
+}
+
+void WorkbenchModel::setCrop(int number, const QRectF& crop)
+{
+    if (Entry* const entry = find(number))
+        setShape(*entry, entry->turn, entry->degrees, crop.isEmpty() ? QRect() : crop.toRect());
+}
+
+void WorkbenchModel::setShape(Entry& entry, int turn, double degrees, const QRect& crop)
+{
+    if (entry.turn == turn && entry.degrees == degrees && entry.crop == crop)
         return;
-    entry->degrees = degrees;
-    changed(*entry);
-    Q_EMIT viewChanged(number);
+    entry.turn = turn;
+    entry.degrees = degrees;
+    entry.crop = crop;
+    changed(entry);
+    Q_EMIT viewChanged(entry.number);
+}
+
+/// The size of the photograph as its crop counts it; empty while it is unknown.
+QSize WorkbenchModel::turnedSize(const Entry& entry)
+{
+    const QSize size = entry.facts.size;
+    return entry.turn > 4 ? size.transposed() : size; // as Exif orientations are numbered
 }
 
 void WorkbenchModel::prepare(const QList<int>& numbers)
@@ -241,11 +277,20 @@ std::optional<Request> WorkbenchModel::requestFor(int number) const
         return {};
     const Entry& entry = m_entries.at(row);
     Request request = ::requestFor(entry.source, m_settings.options(), 0);
-    if (entry.turn != 1)
-        request.options.settings.turn = entry.turn;
-    if (entry.degrees != 0)
-        request.options.settings.rotate = entry.degrees;
+    request.options.settings.turn = entry.turn;
+    request.options.settings.rotate = entry.degrees;
+    request.options.settings.crop = entry.crop;
     return request;
+}
+
+bool WorkbenchModel::losesPixels(int number) const
+{
+    const int row = m_rows.value(number, -1);
+    if (row < 0)
+        return false;
+    const ExportSettings settings = m_settings.options().settings;
+    const QString extension = Naming::extensionOf(m_entries.at(row).source.path, settings);
+    return Formats::encodingOf(settings, extension).contains(QLatin1String("quality"));
 }
 
 void WorkbenchModel::showStep(int number, Step)
@@ -381,6 +426,8 @@ QVariant WorkbenchModel::data(const QModelIndex& index, int role) const
         return entry.turn;
     case DegreesRole:
         return entry.degrees;
+    case CropRole:
+        return QRectF(entry.crop);
     case DateRole:
         return facts.metadata.value(QLatin1String("DateTimeOriginal")).toString();
     case BytesRole:
@@ -396,5 +443,5 @@ QHash<int, QByteArray> WorkbenchModel::roleNames() const
             {StateRole, "stage"},   {FailureRole, "failure"},     {OutputRole, "output"},
             {SizesRole, "sizes"},   {FactNamesRole, "factNames"}, {FactValuesRole, "factValues"},
             {PixelsRole, "pixels"}, {TurnRole, "turned"},         {DegreesRole, "degrees"},
-            {DateRole, "date"},     {BytesRole, "bytes"}};
+            {CropRole, "crop"},     {DateRole, "date"},           {BytesRole, "bytes"}};
 }

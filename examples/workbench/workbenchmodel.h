@@ -46,6 +46,7 @@ public:
         PixelsRole,
         TurnRole,
         DegreesRole,
+        CropRole,
         DateRole,
         BytesRole
     };
@@ -54,9 +55,10 @@ public:
     WorkbenchModel(const Options& options, const QList<Source>& sources, qint64 memory);
     ~WorkbenchModel() override;
 
-    /// Appends the photographs that `paths` name. Folders are read on another thread.
-    Q_INVOKABLE void add(const QStringList& paths);
-    Q_INVOKABLE void addUrls(const QList<QUrl>& urls);
+    /// Appends the photographs that `paths` name, also those of folders inside of folders if
+    /// `isRecursive`. Folders are read on another thread.
+    Q_INVOKABLE void add(const QStringList& paths, bool isRecursive = false);
+    Q_INVOKABLE void addUrls(const QList<QUrl>& urls, bool isRecursive = false);
     Q_INVOKABLE void remove(int number);
     Q_INVOKABLE void clear();
 
@@ -70,8 +72,11 @@ public:
     Q_INVOKABLE void turn(int number, int quarters);
     Q_INVOKABLE void mirror(int number);
 
-    /// Turns it by `degrees` and crops it to its shape.
+    /// Turns it by `degrees`. A crop that would reach beyond the picture then becomes smaller.
     Q_INVOKABLE void setDegrees(int number, double degrees);
+
+    /// Crops it to `crop`, in pixels of the turned picture; an empty one keeps as much as possible.
+    Q_INVOKABLE void setCrop(int number, const QRectF& crop);
 
     /// Decodes the photographs, which the user may look at next.
     Q_INVOKABLE void prepare(const QList<int>& numbers);
@@ -92,6 +97,9 @@ public:
     /// The request for the photograph with the settings of now; nothing when it has been removed,
     /// or is none.
     std::optional<Request> requestFor(int number) const;
+
+    /// Whether the format that the photograph is exported in stores other pixels than it is given.
+    bool losesPixels(int number) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -119,12 +127,15 @@ private:
         JobResult facts{};
         int turn = 1; ///< as an Exif orientation
         double degrees = 0;
+        QRect crop{};            ///< as in ExportSettings
         qint64 bytes = -1;       ///< of the file; -1 while unknown
         qint64 outputBytes = -1; ///< of the exported file
     };
 
     void append(const QList<Source>& sources);
     void enqueue(Entry& entry);
+    static QSize turnedSize(const Entry& entry);
+    void setShape(Entry& entry, int turn, double degrees, const QRect& crop);
     void showStep(int number, Step step);
     void showResult(int number, const JobResult& result);
     void showFacts(const JobResult& facts);

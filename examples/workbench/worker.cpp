@@ -135,6 +135,7 @@ bool Worker::readPreview()
     if (m_process->bytesAvailable() < m_preview->bytes)
         return false;
     const Message preview = *std::exchange(m_preview, {});
+    m_temporaries.clear();
     const QImage image = imageOf(preview.size, m_process->read(preview.bytes));
     m_isBusy = false;
     Q_EMIT viewed({image, preview.part, preview.whole, preview.result});

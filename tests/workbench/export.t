@@ -229,7 +229,10 @@ several pages one is taken.
   > --turn=horizontal --flop
   > --turn=vertical --flip
   > --rotate=-90 --rotate270
+  > --crop=20x10+5+7 --cut 20x10+5+7
   > END
+  $ imageutils-workbench --headless half2.png -o out --crop 50x10+20+0 2>&1 | grep -o 'has 60x40.*+20+0'
+  has 60x40 pixels, which do not hold the crop 50x10+20+0
   $ noise 900x600 3 -d uint8 -o wide.png && export_it wide.png -o out --rotate 0.5 && exiftool -s3 -ImageSize out/wide.tiff
   888x592
   $ convert half2.png -define webp:lossless=true turned.webp && exiftool -q -overwrite_original -n -Orientation=6 turned.webp

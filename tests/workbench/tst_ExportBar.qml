@@ -1,38 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick
-import QtTest
 import Workbench
 
-Item {
-    id: root
+ComponentTest {
+    id: test
 
-    width: 800
-    height: 100
+    name: "ExportBar"
+    component: ExportBar {}
 
-    ExportBar {
-        id: bar
-
-        width: 800
-        finished: 3
-        remaining: 9
-        secondsLeft: 150
-        isPaused: false
-        onPauseWanted: isPaused => bar.isPaused = isPaused
-    }
-
-    TestCase {
-        name: "ExportBar"
-        when: windowShown
-
-        function test_timeAndPause(): void {
-            compare(bar.timeText(), "about 3 min left");
-            bar.pauseWanted(!bar.isPaused);
-            compare(bar.timeText(), "paused");
-            bar.pauseWanted(false);
-            bar.secondsLeft = 0; // unknown
-            compare(bar.timeText(), "");
-            bar.remaining = 0;
-            verify(!bar.visible);
-        }
+    function test_timeAndPause(): void {
+        const bar = test.make({
+            finished: 3,
+            remaining: 9,
+            secondsLeft: 150,
+            isPaused: false,
+            width: 800
+        });
+        bar.pauseWanted.connect(isPaused => bar.isPaused = isPaused);
+        compare(bar.timeText(), "about 3 min left");
+        test.press(bar, "Pause");
+        compare(bar.timeText(), "paused");
+        test.press(bar, "Continue");
+        bar.secondsLeft = 0; // unknown
+        compare(bar.timeText(), "");
+        const cancelled = test.spyOn(bar, "cancelWanted");
+        test.press(bar, "Cancel");
+        compare(cancelled.count, 1);
+        bar.remaining = 0;
+        verify(!bar.visible);
     }
 }
