@@ -78,6 +78,7 @@ void CvUtilsBytesTest::bytesAreTheHeaderAndTheElements()
              header({16, 2, 3, 3}, 18));
     const cv::Mat empty = CvUtils::deserializeMat(header({4094, 0, INT_MAX, 512}));
     QVERIFY(empty.type() == CV_64FC(512) && empty.size() == cv::Size(INT_MAX, 0));
+    QCOMPARE(CvUtils::deserializeMat(header({0, 5, 0, 1})).rows, 5);
 }
 
 void CvUtilsBytesTest::readerRefusesWhatItCannotBack()

@@ -311,6 +311,7 @@ void ImageUtilsClaimsTest::addOthers()
     row("PNM larger width", pnm("2147483648 1"), Refused, mostBytes + 1);
     row("PNM vast width", pnm("18446744073709551617 1"), Refused, mostBytes + 1);
     row("PNM without width", pnm("0 30"), Refused, mostBytes + 1);
+    row("PNM without height", pnm("40 0"), Refused, mostBytes + 1);
     row("PNM text", pnm("40#" + QByteArray(65522, ' ') + "\n30"), "40 x 30", mostBytes + 1);
     row("PNM longer text", pnm("40#" + QByteArray(65523, ' ') + "\n30"), Refused, mostBytes + 1);
 }

@@ -2,6 +2,7 @@
 #include <imageutils/imageheader.h>
 #include <imageutils/imageutils.h>
 #include <platform/filestate.h>
+#include <platform/plugin.h>
 
 #include <support/files.h>
 #include <support/log.h>
@@ -60,6 +61,9 @@ void ImageUtilsSizeTest::recoversFromAMomentWithoutDescriptors()
     }
 #endif
     QCOMPARE(sizeOf("a.png"), QSize(40, 30));
+    // A name without a folder would be searched for in the system's folders.
+    const std::string error = Platform::openPlugin("none", "none").error;
+    QVERIFY(error == "none.so: not installed" || error.starts_with("none: "));
 }
 
 void ImageUtilsSizeTest::takesNamesLiterally()
