@@ -41,6 +41,8 @@ Column { // what is known about a photograph; its texts can be selected
                 wrapMode: TextEdit.Wrap
                 readOnly: true
                 selectByMouse: true
+                activeFocusOnTab: true
+                onActiveFocusChanged: value.activeFocus ? value.selectAll() : value.deselect() // to be copied
                 font.pixelSize: Style.smallTextSize
                 color: Style.text
                 selectionColor: Style.accent

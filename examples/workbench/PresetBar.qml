@@ -23,6 +23,15 @@ RowLayout { // settings that are kept under a name
         model: root.settings.presets
         currentIndex: -1
         Accessible.name: qsTr("Preset")
+        contentItem: TextField {
+            leftPadding: Style.gap
+            text: presets.editText
+            font: presets.font
+            color: Style.text
+            selectByMouse: true
+            Accessible.name: qsTr("Name of the preset")
+            background: null
+        }
         onActivated: index => root.settings.usePreset(presets.textAt(index))
     }
 

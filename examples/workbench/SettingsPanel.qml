@@ -5,6 +5,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import QtQuick.Dialogs
+import QtQuick.Window
 import Workbench
 
 ScrollView { // how photographs are exported
@@ -14,8 +15,24 @@ ScrollView { // how photographs are exported
     readonly property list<string> formats: ["tiff", "jpg", "png", "webp", "avif", "heic", "jp2", "exr", "preserve"]
     readonly property list<string> formatNames: ["TIFF", "JPEG", "PNG", "WebP", "AVIF", "HEIF", "JPEG 2000", "OpenEXR", qsTr("as the original")]
     readonly property list<string> profiles: ["keep", "srgb"]
+    readonly property Item focused: root.Window.activeFocusItem
+
+    // Scrolls to what the keyboard has reached in the panel.
+    function reveal(item: Item): void {
+        let ancestor = item;
+        while (ancestor && ancestor !== column)
+            ancestor = ancestor.parent;
+        if (!ancestor)
+            return;
+        const view = root.contentItem as Flickable;
+        const top = item.mapToItem(column, 0, 0).y;
+        view.contentY = Math.max(0, Math.min(top - Style.margin, Math.max(view.contentY, top + item.height + Style.margin - view.height)));
+    }
 
     contentWidth: availableWidth
+    onFocusedChanged: root.reveal(root.focused)
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Settings")
     padding: Style.margin
     background: Rectangle {
         color: Style.surface
@@ -37,6 +54,8 @@ ScrollView { // how photographs are exported
     }
 
     ColumnLayout {
+        id: column
+
         width: root.availableWidth
         spacing: Style.margin
 

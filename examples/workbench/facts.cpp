@@ -134,6 +134,8 @@ constexpr std::array advices{
     Advice{"cannot be written", QT_TRANSLATE_NOOP("Facts", "Choose another format.")},
     Advice{"No space left", QT_TRANSLATE_NOOP("Facts", "The disk is full. Make room, or choose another folder.")},
     Advice{"Permission denied", QT_TRANSLATE_NOOP("Facts", "You may not read the file or write into the folder. Choose another folder.")},
+    Advice{"make the folder", QT_TRANSLATE_NOOP("Facts", "The folder cannot be made. Choose another folder.")},
+    Advice{"hold the crop", QT_TRANSLATE_NOOP("Facts", "The crop reaches beyond the picture. Crop it anew.")},
     Advice{"turned by", QT_TRANSLATE_NOOP("Facts", "The picture is too small to be turned by that much.")},
     Advice{"", QT_TRANSLATE_NOOP("Facts", "The file seems to be damaged. Open it in the program that wrote it, or copy it again.")},
 };

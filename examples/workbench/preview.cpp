@@ -111,7 +111,7 @@ Result<std::unique_ptr<AtomicFile>> encodedFile(const Photograph& photograph, co
     if (!image)
         return image.failure();
     const OIIO::ImageSpec header =
-        headerFor(*writer, photograph, layout, *plan, image->size(), settings, {});
+        headerFor(*writer, photograph, layout, *plan, image->size(), settings, "view");
     return exportPicture([&image] { return image; }, header, {},
                          QDir::temp().filePath(QStringLiteral("view.") + extension),
                          AtomicFile::Access::OwnerOnly);

@@ -8,6 +8,7 @@
 #include <QtCore/QMimeData>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QtEndian>
 #include <QtCore/QUrl>
 #include <QtGui/QClipboard>
 #include <QtGui/QDropEvent>
@@ -16,6 +17,8 @@
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -37,6 +40,61 @@ void xdotool(const QStringList& commands)
     QProcess::execute(QStringLiteral("xdotool"), commands);
 }
 
+QStringList linesOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+/// The checksum of a PNG chunk.
+QByteArray crcOf(const QByteArray& chunk)
+{
+    quint32 crc = ~0U;
+    for (const char byte : chunk) {
+        crc ^= quint8(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc & 1 ? crc >> 1 ^ 0xEDB88320U : crc >> 1;
+    }
+    QByteArray result(4, '\0');
+    qToBigEndian(~crc, result.data());
+    return result;
+}
+
+constexpr qint64 muchTooLong = 1000; // milliseconds; 100 where nothing else runs
+
+/// How long the event loop and the frames of a window let others wait, since this was made. Frames
+/// count only while something moves.
+class Pauses
+{
+public:
+    explicit Pauses(QQuickWindow* window)
+    {
+        QObject::connect(&m_beat, &QTimer::timeout, &m_beat, [this] { note(m_turn, m_longest); });
+        QObject::connect(window, &QQuickWindow::frameSwapped, &m_beat,
+                         [this] { note(m_frame, m_longestBetweenFrames); });
+        m_turn.start();
+        m_frame.start();
+        m_beat.start(5);
+    }
+
+    qint64 longest() const { return m_longest; }
+    qint64 longestBetweenFrames() const { return m_longestBetweenFrames; }
+
+private:
+    static void note(QElapsedTimer& since, qint64& longest)
+    {
+        longest = std::max(longest, since.restart());
+    }
+
+    QTimer m_beat;
+    QElapsedTimer m_turn;
+    QElapsedTimer m_frame;
+    qint64 m_longest = 0;
+    qint64 m_longestBetweenFrames = 0;
+};
+
 } // namespace
 
 class WorkbenchWindowTest : public QObject
@@ -55,9 +113,13 @@ private Q_SLOTS:
     void writesNothingAndRestsUntilAsked();
     void listIsUsedWithTheKeyboard();
     void manyFilesFreezeNothing();
+    void largePhotographsFreezeNothing();
     void cancelLeavesNoFile();
     void opensAsItWasClosed();
+    void interruptionLeavesNothing_data();
     void interruptionLeavesNothing();
+    void badInputIsTold_data();
+    void badInputIsTold();
 
 private:
     void open(const QStringList& paths = {});
@@ -245,20 +307,56 @@ void WorkbenchWindowTest::manyFilesFreezeNothing()
         QVERIFY(i % 100 == 0 ? QFile(name).open(QIODevice::WriteOnly)
                              : QFile::link(at("good.png"), name));
     }
-    open();
-    QElapsedTimer since;
-    qint64 longest = 0; // between two turns of the event loop
-    QTimer beat;
-    connect(&beat, &QTimer::timeout, this, [&] { longest = std::max(longest, since.restart()); });
-    since.start();
-    beat.start(5);
+    open({at("good.png")});
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    const Pauses pauses(m_window->window());
     m_window->photographs().add({at("many")});
-    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().count(), 10'000, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().count(), 10'001, patience);
     QTRY_VERIFY_WITH_TIMEOUT(m_window->photographs().failed() > 0, patience);
     QTest::keyClick(m_window->window(), Qt::Key_End);
     QTest::qWait(1000);
-    qWarning() << "longest pause of the window in milliseconds:" << longest;
-    QVERIFY(longest < 1000); // 100 on a machine that does nothing else
+    qWarning() << "10,000 files are listed: longest pause of the window in ms" << pauses.longest();
+    QVERIFY(pauses.longest() < muchTooLong);
+}
+
+/// While an 18-megapixel photograph is shown and exported, the divider follows the mouse, and each
+/// change of the settings shows.
+void WorkbenchWindowTest::largePhotographsFreezeNothing()
+{
+    QVERIFY(pattern({5640, 3172}).save(at("a.jpg")));
+    open({at("a.jpg")});
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    SettingsModel* const settings = m_window->photographs().settings();
+    settings->setSizing(SettingsModel::Scale);
+    QList<qint64> times;
+    for (const int percent : {40, 37, 35, 33, 31, 29, 27}) {
+        QSignalSpy size(item("view"), SIGNAL(wholeChanged()));
+        QElapsedTimer clock;
+        clock.start();
+        settings->setPercent(percent);
+        QVERIFY(size.wait(patience));
+        times.append(clock.elapsed());
+        QCOMPARE(item("view")->property("whole").toSizeF().toSize().width(),
+                 qRound(5640 * percent / 100.0));
+        QTRY_VERIFY(isShown());
+    }
+    std::sort(times.begin(), times.end());
+    qWarning() << "18 megapixels: a change of the size shows after ms" << times[times.size() / 2];
+
+    QTest::qWait(300);
+    const Pauses pauses(m_window->window());
+    QTest::keyClick(m_window->window(), Qt::Key_E, Qt::ControlModifier);
+    QElapsedTimer clock;
+    clock.start();
+    while (m_window->photographs().remaining() > 0 || clock.elapsed() < 500) {
+        item("view")->setProperty("divider", 0.3 + double(clock.elapsed() % 400) / 1000);
+        QTest::qWait(5);
+        QVERIFY(clock.elapsed() < patience);
+    }
+    QCOMPARE(m_window->photographs().exported(), 1);
+    qWarning() << "18 megapixels are exported: longest pause in ms" << pauses.longest()
+               << "between frames" << pauses.longestBetweenFrames();
+    QVERIFY(pauses.longestBetweenFrames() < muchTooLong);
 }
 
 void WorkbenchWindowTest::cancelLeavesNoFile()
@@ -300,9 +398,18 @@ void WorkbenchWindowTest::opensAsItWasClosed()
     m_window->photographs().settings()->reset("longEdge");
 }
 
+void WorkbenchWindowTest::interruptionLeavesNothing_data()
+{
+    QTest::addColumn<QStringList>("command");
+    QTest::newRow("SIGTERM") << QStringList{"kill", "-TERM", "PID"};
+    QTest::newRow("SIGINT") << QStringList{"kill", "-INT", "PID"};
+    QTest::newRow("closed") << QStringList{"xdotool", "key", "ctrl+q"};
+}
+
 /// The program itself, in the middle of an export.
 void WorkbenchWindowTest::interruptionLeavesNothing()
 {
+    QFETCH(QStringList, command);
     QVERIFY(pattern({3000, 2000}).save(at("a.png")));
     QProcess program;
     program.setProcessChannelMode(QProcess::MergedChannels);
@@ -314,10 +421,66 @@ void WorkbenchWindowTest::interruptionLeavesNothing()
         patience);
     xdotool({"key", "ctrl+e"});
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(at("out")), patience);
-    program.terminate();
+    const QString pid = QString::number(program.processId());
+    const QStringList workers = linesOf("pgrep", {"-P", pid});
+    QVERIFY(!workers.isEmpty());
+    command.replaceInStrings("PID", pid);
+    QCOMPARE(QProcess::execute(command.first(), command.mid(1)), 0);
     QVERIFY(program.waitForFinished());
     QCOMPARE(program.readAll(), QByteArray()); // not a word from QML or the library
+    for (const QString& worker : workers)
+        QTRY_VERIFY2(linesOf("ps", {"-o", "stat=", "-p", worker}).join("").contains('Z') ||
+                         !QFile::exists("/proc/" + worker),
+                     qPrintable(worker));
     QVERIFY(QDir(at("out")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+void WorkbenchWindowTest::badInputIsTold_data()
+{
+    QTest::addColumn<QByteArray>("size"); // as a PNG header declares it
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<bool>("vanishes");
+    QTest::addColumn<QString>("sentence"); // empty: the photograph is exported
+    const QByteArray pixel("\0\0\0\1\0\0\0\1", 8);
+    QTest::newRow("one pixel") << pixel << "out" << false << "";
+    QTest::newRow("30,000 x 30,000 declared") << QByteArray("\0\0\x75\x30\0\0\x75\x30", 8) << "out"
+                                              << false << "The picture is too large.";
+    QTest::newRow("gone since it was listed") << pixel << "out" << true << "The file is gone.";
+    QTest::newRow("a folder that cannot be made")
+        << pixel << "a.png/out" << false << "Choose another folder.";
+}
+
+void WorkbenchWindowTest::badInputIsTold()
+{
+    QFETCH(QByteArray, size);
+    QFETCH(QString, folder);
+    QFETCH(bool, vanishes);
+    QFETCH(QString, sentence);
+    QVERIFY(pattern({1, 1}).save(at("a.png")));
+    QFile file(at("a.png"));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QByteArray bytes = file.readAll();
+    bytes.replace(16, 8, size);
+    bytes.replace(29, 4, crcOf(bytes.mid(12, 17)));
+    file.seek(0);
+    file.write(bytes);
+    file.close();
+    m_options.settings.outputFolder = at(folder);
+    m_options.settings.format = "png";
+    const QList<Source> sources = findSources({at("a.png")}, {}, {});
+    if (vanishes)
+        QVERIFY(file.remove());
+    m_window = std::make_unique<Window>(m_options, sources);
+    QVERIFY(QTest::qWaitForWindowActive(m_window->window()));
+    WorkbenchModel& photographs = m_window->photographs();
+    photographs.exportAll();
+    QTRY_COMPARE_WITH_TIMEOUT(photographs.exported() + photographs.failed(), 1, patience);
+    QTRY_COMPARE(photographs.remaining(), 0);
+    QCOMPARE(photographs.exported(), int(sentence.isEmpty()));
+    const QString told = photographs.index(0).data(WorkbenchModel::FailureRole).toString();
+    QVERIFY2(told.contains(sentence), qPrintable(told));
+    QCOMPARE(item("view")->property("trouble").toString().isEmpty(), sentence.isEmpty());
+    QCOMPARE(QFile::exists(at("out/a.png")), sentence.isEmpty());
 }
 
 QTEST_MAIN(WorkbenchWindowTest)
