@@ -3,6 +3,8 @@
 #include <aiengine/machine_unix.h>
 #include <aiengine/systeminfo.h>
 
+#include <support/log.h>
+
 #include <QtTest/QtTest>
 
 class AiEngineTest : public QObject
@@ -11,6 +13,7 @@ class AiEngineTest : public QObject
 
 private Q_SLOTS:
     void knowsNothingBeforeItIsCreated();
+    void summarisesTheMachine();
     void knowsOtherProcessors();
 };
 
@@ -26,6 +29,24 @@ void AiEngineTest::knowsNothingBeforeItIsCreated()
     const std::vector<char> used(64 << 20,
                                  'x'); // what is available changes, and the answer does not
     QCOMPARE(system.cpuMemory(false).second, available);
+}
+
+void AiEngineTest::summarisesTheMachine()
+{
+    for (const char* const name : {"VK_DRIVER_FILES", "VK_ICD_FILENAMES"})
+        qputenv(name, "/none/such.json");
+    auto& system = aiutils::SystemInfo::GetInstance(true);
+    TestSupport::LogCapture log;
+    system.logSystemInfo();
+    QStringList lines = log.takeTexts();
+    QVERIFY(lines.value(0).startsWith("info: System: ") &&
+            lines[0].endsWith(QSysInfo::kernelVersion()));
+    QString memory;
+    QDebug(&memory) << system.cpuMemory(false).first << system.cpuMemory(false).second;
+    QCOMPARE(lines.mid(1),
+             QStringList({"info: Processor: " + QString::fromStdString(system.cpuName()),
+                          "info: Memory in GiB, all and available: " + memory.trimmed(),
+                          "info: Graphics devices: none"}));
 }
 
 void AiEngineTest::knowsOtherProcessors()

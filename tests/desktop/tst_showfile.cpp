@@ -121,6 +121,15 @@ private Q_SLOTS:
                      modes.contains("unasked") ? "" : "OpenDirectory " + url);
     }
 
+    void exceptionCountsAsFailure()
+    {
+        QVERIFY(startServices({"answers", "unasked"}));
+        Platform::showItem(
+            m_file.toStdString(), 60s, []() -> bool { throw std::bad_alloc(); },
+            [this](bool answer) { m_answers.append(answer); });
+        QTRY_COMPARE_WITH_TIMEOUT(m_answers, QList{false}, 20000);
+    }
+
     void fallsBackOnPrograms()
     {
         QVERIFY(startServices({"errors", "errors"}));

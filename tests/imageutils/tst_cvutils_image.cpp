@@ -112,6 +112,10 @@ void CvUtilsImageTest::convertsDepths()
     QCOMPARE(converted(CV_32F, CV_16U, {1.0, 0.8}), cv::Scalar(65535, 52428));
     QCOMPARE(converted(CV_8U, CV_32F, {255, 51}), cv::Scalar(1, double(51 * (1 / 255.0f))));
     QCOMPARE(converted(CV_8S, CV_8U, {127, -1}), cv::Scalar(1, 0));
+    QCOMPARE(converted(CV_16S, CV_8U, {32767, -1}), cv::Scalar(255, 0));
+    QCOMPARE(converted(CV_8U, CV_16S, {255, 51}), cv::Scalar(32767, 6553));
+    QCOMPARE(converted(CV_64F, CV_16U, {1, 0.25}), cv::Scalar(65535, 16384));
+    QCOMPARE(converted(CV_32F, CV_16F, {0.5, 2}), cv::Scalar(0.5, 2));
     QCOMPARE(converted(CV_16U, CV_32S, {65535, 40000}), cv::Scalar(1, 1));
     QCOMPARE(converted(CV_32S, CV_32F, {7}), cv::Scalar(7));
     QCOMPARE(converted(CV_32F, -1, {0.5, 2}), cv::Scalar(0.5, 2)); // to halves
@@ -249,12 +253,17 @@ void CvUtilsImageTest::tellsLumaNoise()
         QVERIFY(!CvUtils::isLumaNoise(noise(64, 64, CV_MAKETYPE(depth, 3))));
         QVERIFY(!CvUtils::isLumaNoise(cv::Mat(9, 9, CV_MAKETYPE(depth, 4), cv::Scalar(1, 1, 1))));
     }
-    // One bright pixel, in Y and in blue: the ratio of the means lies on either side of 4.
+    // One bright pixel that lacks red or blue: where this changes Y as much as four times U and V
+    // together follows from the weights 0.299, 0.587, 0.114, 0.492 and 0.877.
     cv::Mat edge(9, 9, CV_32FC3, cv::Scalar::all(0.25));
-    edge.at<cv::Vec3f>(4, 4) = {1, 1, 0.85f};
-    QVERIFY(CvUtils::isLumaNoise(edge));
-    edge.at<cv::Vec3f>(4, 4) = {1, 1, 0.55f};
-    QVERIFY(!CvUtils::isLumaNoise(edge));
+    for (const auto& [channel, limit] : {std::pair(0, 0.2988f), std::pair(2, 0.4429f)}) {
+        for (const float beyond : {-0.002f, 0.002f}) {
+            cv::Vec3f pixel(1, 1, 1);
+            pixel[channel] -= 0.75f * (limit + beyond);
+            edge.at<cv::Vec3f>(4, 4) = pixel;
+            QCOMPARE(CvUtils::isLumaNoise(edge), beyond < 0);
+        }
+    }
 }
 
 void CvUtilsImageTest::detailDoesNotDependOnBands()
@@ -286,6 +295,15 @@ void CvUtilsImageTest::writesBitmapsOnly()
     QCOMPARE(image.size(), QSize(50, 50));
     QCOMPARE(image.pixel(49, 49), qRgb(255, 0, 128));
     QCOMPARE(file.size(), 54 + 50 * 152);
+
+    cv::Mat detail(2, 3, CV_32FC3);
+    for (int i = 0; i < 6; ++i)
+        detail.at<cv::Vec3f>(i) = cv::Vec3f(float(i % 3) / 4, float(i / 3) / 2, 1);
+    const QString path = folder.filePath("detail.bmp");
+    CvUtils::imwrite(path, detail, cv::COLOR_RGB2BGR, 100, 20, 1);
+    for (int i = 0; i < 6; ++i)
+        QCOMPARE(QImage(path).pixel(i % 3, i / 3), qRgb(20 + i % 3 * 25, 20 + i / 3 * 50, 120));
+    QVERIFY(QFile::remove(path));
 
     write("missing/a.bmp", 1); // says nothing
     QVERIFY_EXCEPTION_THROWN(write("b.bmp", 0), cv::Exception);

@@ -76,6 +76,10 @@ void CvUtilsRotationTest::cropIsTheTurnedRectangleOfTheImage_data()
         const cv::Point origin = rect.boundingRect().tl();
         QTest::newRow(name) << rect << QRect(QPoint(origin.x, origin.y), bounds);
     };
+    const cv::RotatedRect early({10.25f, 12.5f}, {60, 45}, 25);
+    const cv::Rect covered = early.boundingRect();
+    QTest::newRow("left of and above 0")
+        << early << QRect(covered.x, covered.y, covered.width, covered.height);
     row("cut at the right", {30, 21}, 25, {20, 60});
     row("cut below", {30, 21}, 205, {60, 24});
     row("fractions of pixels", {30.5f, 21.5f}, 300, {60, 60});
@@ -90,8 +94,10 @@ void CvUtilsRotationTest::cropIsTheTurnedRectangleOfTheImage()
     const cv::Rect region(bounds.x(), bounds.y(), bounds.width(), bounds.height());
     const cv::Point2d first = region.tl();
     const cv::Point2d last = region.br() - cv::Point(1, 1);
-    const cv::Mat image = numbered(200, 220, CV_32FC1); // exact between its pixels too
-    const cv::Mat crop = CvUtils::applyRotation(image(region), rect);
+    // Exact between its pixels too. What is left of and above 0 has negative numbers.
+    const cv::Mat image = numbered(300, 320, CV_32FC1);
+    const cv::Mat seen = image(region + cv::Point(100, 100)) - cv::Scalar(1100);
+    const cv::Mat crop = CvUtils::applyRotation(seen, rect);
     QCOMPARE(crop.size(), cv::Size(cvRound(rect.size.width), cvRound(rect.size.height)));
 
     cv::Point2f corners[4];

@@ -46,6 +46,7 @@ class ImageUtilsThumbnailTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(".*")); }
     void decides();
+    void comparesRectangles();
 };
 
 void ImageUtilsThumbnailTest::decides()
@@ -71,6 +72,23 @@ void ImageUtilsThumbnailTest::decides()
     QVERIFY(due({.imageSeconds = 1, .thumbnailSeconds = 0}));
     QVERIFY(due({.thumbnailSeconds = 0}));
     QVERIFY(!due({.name = "a.cr2", .thumbnailSeconds = 1}));
+}
+
+void ImageUtilsThumbnailTest::comparesRectangles()
+{
+    const QRect rect(2, 3, 10, 20);
+    for (const QMargins& smaller : {QMargins(), QMargins(1, 0, 0, 0), QMargins(0, 1, 0, 0),
+                                    QMargins(0, 0, 1, 0), QMargins(0, 0, 0, 1)}) {
+        const QRect inner = rect - smaller;
+        QVERIFY(NImageUtils::doesRectCoverRect(rect, inner));
+        QCOMPARE(NImageUtils::doesRectCoverRect(inner, rect), smaller.isNull());
+    }
+    for (const double side : {-1.0, 0.0, 0.5}) {
+        QCOMPARE(NImageUtils::isEmpty(QRectF(0, 0, side, 3)), side <= 0);
+        QCOMPARE(NImageUtils::isEmpty(QRectF(0, 0, 3, side)), side <= 0);
+    }
+    QVERIFY(!NImageUtils::doesRectCoverRect(rect, QRect()));
+    QVERIFY(!NImageUtils::doesRectCoverRect(QRect(), QRect()));
 }
 
 QTEST_GUILESS_MAIN(ImageUtilsThumbnailTest)
