@@ -22,6 +22,7 @@ struct Desktop
 {
     Desktop()
     {
+        QDir(folder.path()).mkdir(QStringLiteral("folder.png"));
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("TMPDIR", QFile::encodeName(folder.path()));
     }
@@ -42,8 +43,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     const QByteArray bytes(reinterpret_cast<const char*>(data + 1), qsizetype(size - 1));
     auto* const offered = new QMimeData; // the clipboard takes it
+    const QString subfolder = desktop.folder.filePath(QStringLiteral("folder.png"));
     if (data[0] & 1)
         offered->setData(QStringLiteral("text/uri-list"), bytes);
+    if (data[0] & 8) // no input can name what is in the temporary folder
+        offered->setUrls({QUrl::fromLocalFile(subfolder)});
     if (data[0] & 2)
         offered->setData(QStringLiteral("application/x-qt-image"), bytes);
     if (data[0] & 4)
