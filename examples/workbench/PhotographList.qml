@@ -178,7 +178,7 @@ ColumnLayout { // the photographs, filtered and sorted
         FlatButton {
             objectName: "retryFailed"
             visible: root.photographs.failed > 0
-            text: qsTr("Try again")
+            text: qsTr("Try all again")
             help: qsTr("Exports every photograph that failed once more")
             Accessible.name: qsTr("Try all that failed again")
             onClicked: root.photographs.retryFailed()

@@ -30,7 +30,12 @@ RowLayout { // settings that are kept under a name
             color: Style.text
             selectByMouse: true
             Accessible.name: qsTr("Name of the preset")
-            background: null
+            background: Rectangle {
+                radius: Style.radius
+                color: Style.window
+                border.width: presets.contentItem.activeFocus ? 2 : 1
+                border.color: presets.contentItem.activeFocus ? Style.accent : Style.line
+            }
         }
         onActivated: index => root.settings.usePreset(presets.textAt(index))
     }

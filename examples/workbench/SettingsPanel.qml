@@ -34,6 +34,7 @@ ScrollView { // how photographs are exported
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Settings")
     padding: Style.margin
+    bottomPadding: 0
     background: Rectangle {
         color: Style.surface
     }

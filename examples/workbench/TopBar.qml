@@ -119,8 +119,8 @@ Rectangle { // what is done most
 
         FlatButton {
             objectName: "crop"
-            text: qsTr("Straighten")
-            help: qsTr("Turn the picture by hand; it is cropped to its shape")
+            text: qsTr("Crop")
+            help: qsTr("Crop and straighten the picture by hand")
             enabled: root.hasPhotograph
             checkable: true
             checked: root.view.isCropping

@@ -335,10 +335,13 @@ void WorkbenchModel::showFacts(const JobResult& facts)
             continue;
         if (entry->bytes < 0)
             entry->bytes = QFileInfo(entry->source.path).size();
+        const QSize outputSize = entry->facts.outputSize;
         if (!facts.failure.isEmpty() || facts.storedSize.isValid())
             entry->facts = facts;
         else if (!entry->facts.storedSize.isValid())
             entry->facts.size = facts.size; // a thumbnail knows no more
+        if (facts.failure.isEmpty() && !facts.outputSize.isValid())
+            entry->facts.outputSize = outputSize; // a view of the photograph before knows none
         setState(*entry, facts.failure.isEmpty() ? State::Listed : State::Failed);
         changed(*entry);
     }

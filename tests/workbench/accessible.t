@@ -6,7 +6,6 @@ A screen reader finds every control of the window by its role and name, and Tab 
   list: Photographs
   image: Photograph before and after export, at 100 %
   slider: Divider between before and after
-  label: Size: 400 × 300 pixels (0.12 megapixels)
   text: Name of the preset
   button: Reset Size
   combo box: Kind of size
@@ -33,7 +32,7 @@ A screen reader finds every control of the window by its role and name, and Tab 
   combo box: How before and after are compared
   button: Fit
   button: 100 %
-  check box: Straighten
+  check box: Crop
   button: Export all
   button: Export
   check box: Settings

@@ -22,7 +22,7 @@ ComponentTest {
         test.press(bar, "Export");
         test.press(bar, "Export all");
         compare([one.count, all.count], [1, 1]);
-        test.press(bar, "Straighten");
+        test.press(bar, "Crop");
         verify(view.isCropping);
         test.press(bar, "Settings");
         verify(!bar.showsSettings);

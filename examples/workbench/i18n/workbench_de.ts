@@ -20,10 +20,6 @@
         <translation>Um ein Viertel nach rechts drehen</translation>
     </message>
     <message>
-        <source>Mirror</source>
-        <translation>Spiegeln</translation>
-    </message>
-    <message>
         <source>Reset</source>
         <translation>Zurücksetzen</translation>
     </message>
@@ -31,12 +27,28 @@
         <source>Done</source>
         <translation>Fertig</translation>
     </message>
+    <message>
+        <source>Mirror, left to right</source>
+        <translation>Spiegeln, links und rechts</translation>
+    </message>
+    <message>
+        <source>%1 × %2</source>
+        <translation>%1 × %2</translation>
+    </message>
+    <message>
+        <source>The crop keeps %1 × %2 pixels</source>
+        <translation>Der Ausschnitt behält %1 × %2 Pixel</translation>
+    </message>
 </context>
 <context>
     <name>CropFrame</name>
     <message>
-        <source>Crop, turned by %1 degrees</source>
-        <translation>Ausschnitt, um %1 Grad gedreht</translation>
+        <source>Crop of %1 × %2 pixels at %3, %4, turned by %5 degrees</source>
+        <translation>Ausschnitt von %1 × %2 Pixeln bei %3, %4, um %5 Grad gedreht</translation>
+    </message>
+    <message>
+        <source>Arrow keys move it, with Shift they change its size.</source>
+        <translation>Die Pfeiltasten verschieben ihn, mit der Umschalttaste ändern sie seine Größe.</translation>
     </message>
 </context>
 <context>
@@ -251,6 +263,14 @@
         <source>The file seems to be damaged. Open it in the program that wrote it, or copy it again.</source>
         <translation>Die Datei scheint beschädigt zu sein. Öffnen Sie sie in dem Programm, das sie geschrieben hat, oder kopieren Sie sie noch einmal.</translation>
     </message>
+    <message>
+        <source>The folder cannot be made. Choose another folder.</source>
+        <translation>Der Ordner lässt sich nicht anlegen. Wählen Sie einen anderen Ordner.</translation>
+    </message>
+    <message>
+        <source>The crop reaches beyond the picture. Crop it anew.</source>
+        <translation>Der Ausschnitt reicht über das Bild hinaus. Wählen Sie ihn neu.</translation>
+    </message>
 </context>
 <context>
     <name>FilterPlot</name>
@@ -341,10 +361,6 @@
         <translation>Nach links, nach rechts drehen</translation>
     </message>
     <message>
-        <source>Straighten and crop</source>
-        <translation>Gerade richten und zuschneiden</translation>
-    </message>
-    <message>
         <source>Show or hide the settings</source>
         <translation>Einstellungen zeigen oder verbergen</translation>
     </message>
@@ -367,6 +383,10 @@
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Crop and straighten; arrow keys move the frame, with Shift they resize it</source>
+        <translation>Zuschneiden und gerade richten; die Pfeiltasten verschieben den Rahmen, mit Umschalt ändern sie seine Größe</translation>
     </message>
 </context>
 <context>
@@ -490,6 +510,10 @@
         <source>Show in file manager</source>
         <translation>In der Dateiverwaltung zeigen</translation>
     </message>
+    <message>
+        <source>Open a folder with its subfolders</source>
+        <translation>Ordner mit Unterordnern öffnen</translation>
+    </message>
 </context>
 <context>
     <name>MessageBar</name>
@@ -568,6 +592,18 @@
         <source>%1 failed</source>
         <translation>%1 fehlgeschlagen</translation>
     </message>
+    <message>
+        <source>Try all again</source>
+        <translation>Alle wiederholen</translation>
+    </message>
+    <message>
+        <source>Exports every photograph that failed once more</source>
+        <translation>Exportiert alle fehlgeschlagenen Fotos noch einmal</translation>
+    </message>
+    <message>
+        <source>Try all that failed again</source>
+        <translation>Alle fehlgeschlagenen wiederholen</translation>
+    </message>
 </context>
 <context>
     <name>PhotographRow</name>
@@ -614,6 +650,10 @@
         <source>Reading the photograph …</source>
         <translation>Foto wird gelesen …</translation>
     </message>
+    <message>
+        <source>After, as its file will hold it</source>
+        <translation>Nachher, wie die Datei es enthalten wird</translation>
+    </message>
 </context>
 <context>
     <name>PresetBar</name>
@@ -636,6 +676,10 @@
     <message>
         <source>Forgets the preset of this name</source>
         <translation>Vergisst die Vorgabe dieses Namens</translation>
+    </message>
+    <message>
+        <source>Name of the preset</source>
+        <translation>Name der Vorgabe</translation>
     </message>
 </context>
 <context>
@@ -827,6 +871,50 @@
         <source>Choose …</source>
         <translation>Wählen …</translation>
     </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Bits per channel</source>
+        <translation>Bits je Kanal</translation>
+    </message>
+    <message>
+        <source>More than 8 leave room for later changes. Floats have 32, in OpenEXR also 16.</source>
+        <translation>Mehr als 8 lassen Spielraum für spätere Änderungen. Fließkommazahlen haben 32, in OpenEXR auch 16.</translation>
+    </message>
+    <message>
+        <source>%1 bits</source>
+        <translation>%1 Bits</translation>
+    </message>
+    <message>
+        <source>Compression</source>
+        <translation>Kompression</translation>
+    </message>
+    <message>
+        <source>All of them lose nothing. ZIP is small, none is fast.</source>
+        <translation>Keine verliert etwas. ZIP ist klein, ohne geht es schnell.</translation>
+    </message>
+    <message>
+        <source>usual</source>
+        <translation>die übliche</translation>
+    </message>
+    <message>
+        <source>Rendering intent</source>
+        <translation>Farbumwandlung</translation>
+    </message>
+    <message>
+        <source>What becomes of colours that the profile cannot hold: all move together, or only they are clipped.</source>
+        <translation>Was aus Farben wird, die das Profil nicht fasst: alle rücken zusammen, oder nur diese werden beschnitten.</translation>
+    </message>
+    <message>
+        <source>perceptual</source>
+        <translation>wahrnehmungsgetreu</translation>
+    </message>
+    <message>
+        <source>relative</source>
+        <translation>farbmetrisch</translation>
+    </message>
 </context>
 <context>
     <name>TopBar</name>
@@ -899,14 +987,6 @@
         <translation>Ein Pixel des exportierten Bildes für jeden des Bildschirms</translation>
     </message>
     <message>
-        <source>Straighten</source>
-        <translation>Ausrichten</translation>
-    </message>
-    <message>
-        <source>Turn the picture by hand; it is cropped to its shape</source>
-        <translation>Das Bild von Hand drehen; es wird auf seine Form zugeschnitten</translation>
-    </message>
-    <message>
         <source>Export all</source>
         <translation>Alle exportieren</translation>
     </message>
@@ -949,6 +1029,18 @@
     <message>
         <source>Quit</source>
         <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Folder with its subfolders …</source>
+        <translation>Ordner mit Unterordnern …</translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation>Zuschneiden</translation>
+    </message>
+    <message>
+        <source>Crop and straighten the picture by hand</source>
+        <translation>Das Bild von Hand zuschneiden und gerade richten</translation>
     </message>
 </context>
 </TS>
