@@ -4,9 +4,10 @@
 // service, if one runs, is asked by the name of the output.
 #include <platform/monitorprofile.h>
 
+#include <platform/filestate.h>
+
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 #include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
@@ -200,9 +201,12 @@ MonitorProfile checked(Bytes bytes)
 
 MonitorProfile profileOfFile(const QString& path)
 {
-    QFile file(path);
     // Only a regular file, because opening a pipe waits for its writer.
-    if (!QFileInfo(path).isFile() || !file.open(QFile::ReadOnly))
+    const Platform::OpenedFile opened =
+        Platform::openRegularFile(QFile::encodeName(path).constData());
+    QFile file;
+    if (opened.descriptor < 0 ||
+        !file.open(opened.descriptor, QFile::ReadOnly, QFile::AutoCloseHandle))
         return {MonitorProfileStep::CannotOpen, {}};
     // The size of some files, as in /proc, is not that of their contents.
     const QByteArray bytes = file.read(qint64(MaxProfileBytes) + 1);
