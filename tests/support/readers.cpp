@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // readers PATH [HELD]: prints the size of the picture by `imageSize`, then that of its metadata
-// record; with HELD while another thread asks the same about that picture, whose file system may
+// record, from the root folder, as a program that was started elsewhere may change its folder; with
+// HELD while another thread asks the same about that picture, whose file system may
 // never answer.
 #include <imageutils/imageutils.h>
 #include <metadatareader/metadatareader.h>
@@ -11,6 +12,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <thread>
 
 int main(int argc, char** argv)
@@ -18,6 +20,7 @@ int main(int argc, char** argv)
     if (argc < 2)
         return 2;
     const QString path = QFile::decodeName(argv[1]);
+    std::filesystem::current_path("/");
     if (argc > 2) {
         std::thread([held = QFile::decodeName(argv[2])] {
             NImageUtils::imageSize(held);
