@@ -28,6 +28,7 @@ ComponentTest {
         view.pan(10000, 0);
         fuzzyCompare(view.centre.x, 1 - 150 / 480, 0.01); // as far as the picture reaches
         view.fit();
+        compare(view.centre, Qt.point(0.5, 0.5));
         compare(view.shownZoom, 1);
         view.mode = PictureView.Sides;
         compare(view.paneWidth, (300 - Style.gap) / 2);

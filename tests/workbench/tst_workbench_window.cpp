@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "pictureitem.h"
 #include "window.h"
 #include "workbenchmodel.h"
 #include "worker.h"
@@ -19,6 +20,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -38,6 +40,20 @@ QImage pattern(QSize size)
 void xdotool(const QStringList& commands)
 {
     QProcess::execute(QStringLiteral("xdotool"), commands);
+}
+
+/// The mean difference of the samples of two images of the same size.
+double difference(const QImage& a, const QImage& b)
+{
+    double sum = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QColor first = a.pixelColor(x, y);
+            const QColor second = b.pixelColor(x, y);
+            sum += std::abs(first.red() - second.red()) + std::abs(first.green() - second.green()) +
+                   std::abs(first.blue() - second.blue());
+        }
+    return sum / (3.0 * a.width() * a.height());
 }
 
 QStringList linesOf(const QString& program, const QStringList& arguments)
@@ -110,6 +126,7 @@ private Q_SLOTS:
     void init();
     void cleanup() { m_window.reset(); }
     void exportsWhatItShows();
+    void showsWhatALossyFileHolds();
     void writesNothingAndRestsUntilAsked();
     void listIsUsedWithTheKeyboard();
     void manyFilesFreezeNothing();
@@ -211,6 +228,11 @@ void WorkbenchWindowTest::exportsWhatItShows()
     QTest::keyClick(m_window->window(), Qt::Key_Right, Qt::ShiftModifier);
     QTRY_VERIFY(kept().width() > 150);
     const QRect crop = kept();
+    QTest::keyClick(m_window->window(), Qt::Key_BracketRight); // keeps the same of the photograph
+    QTRY_COMPARE(kept(),
+                 QRect(300 - crop.y() - crop.height(), crop.x(), crop.height(), crop.width()));
+    QTest::keyClick(m_window->window(), Qt::Key_BracketLeft);
+    QTRY_COMPARE(kept(), crop);
     QTest::keyClick(m_window->window(), Qt::Key_Escape);
 
     m_window->photographs().settings()->setSizing(SettingsModel::Scale);
@@ -242,6 +264,32 @@ void WorkbenchWindowTest::exportsWhatItShows()
     QTest::keyClick(m_window->window(), Qt::Key_J, Qt::ControlModifier);
     const QStringList fileManager{"search", "--onlyvisible", "--name", "^out"}; // Thunar shows it
     QTRY_VERIFY_WITH_TIMEOUT(QProcess::execute("xdotool", fileManager) == 0, patience);
+}
+
+/// The pixels on the screen are those that the exported JPEG file holds, which the format changed.
+void WorkbenchWindowTest::showsWhatALossyFileHolds()
+{
+    const QImage source = pattern({200, 160});
+    QVERIFY(source.save(at("a.png")));
+    m_options.settings.format = "jpg";
+    m_options.settings.quality = 10;
+    open({at("a.png")});
+    QTest::keyClick(m_window->window(), Qt::Key_5); // after
+    const auto pictures = m_window->window()->findChildren<PictureItem*>();
+    const auto after = std::find_if(pictures.begin(), pictures.end(), [](PictureItem* picture) {
+        return picture->property("kind").toInt() == PictureItem::After;
+    });
+    QVERIFY(after != pictures.end());
+    QTRY_VERIFY_WITH_TIMEOUT((*after)->isEncoded(), patience);
+    QVERIFY(comesToRest());
+    const QRect place((*after)->mapToScene({0, 0}).toPoint(), source.size());
+    const QImage shown = m_window->window()->grabWindow().copy(place);
+    QTest::keyClick(m_window->window(), Qt::Key_E, Qt::ControlModifier);
+    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().exported(), 1, patience);
+    const QRect inside(20, 40, 160, 110); // without the captions
+    const QImage exported = QImage(at("out/a.jpg"));
+    QVERIFY(difference(shown.copy(inside), exported.copy(inside)) < 1);
+    QVERIFY(difference(source.copy(inside), exported.copy(inside)) > 5);
 }
 
 void WorkbenchWindowTest::writesNothingAndRestsUntilAsked()
