@@ -141,7 +141,7 @@ QString problemOf(const ExportSettings& settings)
          {problemOfFormat(settings), problemOfSize(settings), problemOfProfile(settings.profile)})
         if (!problem.isEmpty())
             return problem;
-    return Naming::problemOf(settings.nameTemplate);
+    return Naming::problemOf(settings);
 }
 
 QJsonObject recordedSettings(const ExportSettings& settings, const QString& extension)

@@ -21,6 +21,7 @@
 #include <timing/elapsedtime.h>
 
 #include <QtCore/QCryptographicHash>
+#include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
@@ -85,6 +86,15 @@ QString settingsText(const ExportSettings& settings, const QString& extension)
     return QString::fromUtf8(
         QJsonDocument(recordedSettings(settings, extension)).toJson(QJsonDocument::Compact) +
         digest);
+}
+
+/// The day when the photograph at `path` was taken, by the camera's clock; without it the day of
+/// the file's last change, in the time zone of the machine.
+QString dateOf(const QString& path, const QJsonObject& tags)
+{
+    const QString taken = tags[QLatin1String("DateTimeOriginal")].toString();
+    const QDate date = QDate::fromString(taken.left(10), QStringLiteral("yyyy:MM:dd"));
+    return (date.isValid() ? date : QFileInfo(path).lastModified().date()).toString(Qt::ISODate);
 }
 
 /// One file that a photograph gives.
@@ -282,7 +292,12 @@ Refusal Job::planOutputs()
 
 Output Job::outputOf(const QString& extension, bool isBitmap) const
 {
-    const Source source{m_result.path, {}, false, m_request.subfolder, m_request.number};
+    const Source source{m_result.path,
+                        {},
+                        false,
+                        m_request.subfolder,
+                        m_request.number,
+                        dateOf(m_result.path, m_result.metadata)};
     const QString text =
         settingsText(m_settings, extension) + (isBitmap ? QStringLiteral(" bitmap") : QString());
     return {Naming::pathOf(source, m_settings, extension),
@@ -512,11 +527,14 @@ JobResult runJob(const Request& request, const JobContext& context)
             result.failure = refusal->reason;
             result.code = refusal->code;
         }
-    } catch (const std::bad_alloc&) {
-        result.failure = QStringLiteral("needs more memory than --max-memory allows or there is");
-        result.code = FailureCode::Memory;
     } catch (const std::exception& exception) {
-        result.failure = QString::fromUtf8(exception.what()).simplified();
+        const auto* const error = dynamic_cast<const cv::Exception*>(&exception);
+        const bool isMemory = dynamic_cast<const std::bad_alloc*>(&exception) ||
+                              (error && error->code == cv::Error::StsNoMem);
+        result.failure =
+            isMemory ? QStringLiteral("needs more memory than --max-memory allows or there is")
+                     : QString::fromUtf8(exception.what()).simplified();
+        result.code = isMemory ? FailureCode::Memory : result.code;
     }
     const QStringList& said = collector.warnings();
     if (result.failure.isEmpty())

@@ -53,6 +53,7 @@ QStringList textsOf(const QJsonValue& value)
 QJsonObject jsonOf(const Options& options)
 {
     return {{"settings", jsonOf(options.settings)},
+            {"maxMemory", options.maxMemory},
             {"isDryRun", options.isDryRun},
             {"verbose", options.verbose}};
 }
@@ -61,6 +62,7 @@ Options optionsOf(const QJsonValue& json)
 {
     Options options;
     options.settings = settingsOf(json["settings"].toObject());
+    options.maxMemory = json["maxMemory"].toInteger();
     options.isDryRun = json["isDryRun"].toBool();
     options.verbose = json["verbose"].toBool();
     return options;

@@ -20,6 +20,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -72,7 +73,7 @@ QFileInfo existing(const QString& path)
 class OutputFolder
 {
 public:
-    OutputFolder(const QString& path, bool isDryRun)
+    OutputFolder(const QString& path, const QList<Source>& sources, bool isDryRun)
         : m_path(path), m_isNew(!isDryRun && !QFileInfo::exists(path))
     {
         if (isDryRun) {
@@ -82,7 +83,11 @@ public:
         }
         if (const auto file = AtomicFile::create(path, QStringLiteral("test")); !file)
             m_failure = file.failure().reason;
-        AtomicFile::sweep(path);
+        QSet<QString> subfolders{QString()};
+        for (const Source& source : sources)
+            subfolders.insert(source.subfolder);
+        for (const QString& subfolder : std::as_const(subfolders))
+            AtomicFile::sweep(QDir(path).filePath(subfolder));
     }
     ~OutputFolder()
     {
@@ -120,7 +125,7 @@ std::optional<int> answer(const CommandLine& line)
 /// Without a window the folder is tried before any work.
 int runTable(const Options& options, const QList<Source>& sources)
 {
-    const OutputFolder folder(options.settings.outputFolder, options.isDryRun);
+    const OutputFolder folder(options.settings.outputFolder, sources, options.isDryRun);
     if (folder.failure().isEmpty())
         return runHeadless(options, sources);
     Terminal::printError(QLatin1String("imageutils-workbench: ") + folder.failure());

@@ -28,6 +28,8 @@ QString valueOf(const QString& name, const Source& source)
         return NImageUtils::getBaseName(source.path);
     if (name == QLatin1String("folder"))
         return QFileInfo(source.path).absoluteDir().dirName();
+    if (name == QLatin1String("date"))
+        return source.date;
     return QString::number(source.number).rightJustified(digitsOfNumber, QLatin1Char('0'));
 }
 
@@ -47,19 +49,24 @@ QString nameOf(const Source& source, const QString& nameTemplate)
 
 } // namespace
 
-QString Naming::problemOf(const QString& nameTemplate)
+QString Naming::problemOf(const ExportSettings& settings)
 {
-    static const QRegularExpression known(QStringLiteral("\\{(name|folder|number)\\}"));
+    const QString& nameTemplate = settings.nameTemplate;
+    static const QRegularExpression known(QStringLiteral("\\{(name|folder|date|number)\\}"));
     static const QRegularExpression foreign(QStringLiteral("[{}/\\\\\\x00-\\x1f]"));
     if (QString(nameTemplate).remove(known).contains(foreign))
-        return QStringLiteral("a name may have the fields {name}, {folder} and {number}, and "
-                              "neither slashes nor other braces, unlike \"%1\"")
+        return QStringLiteral("a name may have the fields {name}, {folder}, {date} and {number}, "
+                              "and neither slashes nor other braces, unlike \"%1\"")
             .arg(nameTemplate);
     if (!nameTemplate.contains(QLatin1String("{name}")) &&
         !nameTemplate.contains(QLatin1String("{number}")))
         return QStringLiteral("a name needs {name} or {number}, unlike \"%1\"").arg(nameTemplate);
     if (nameTemplate.startsWith(QLatin1Char('.')))
         return QStringLiteral("the name \"%1\" would hide the outputs").arg(nameTemplate);
+    if (settings.mayOverwrite && nameTemplate.contains(QLatin1String("{date}")))
+        return QStringLiteral(
+            "--overwrite and {date} exclude each other, because which files would "
+            "be replaced is known only when the photographs have been read");
     return {};
 }
 

@@ -9,11 +9,12 @@ struct Source;
 
 /// How outputs are named: ExportSettings::nameTemplate is a name without an extension, in which
 /// {name} stands for the photograph's name without its extension, {folder} for the name of the
-/// folder that it lies in, and {number} for its place in the run, with four digits.
+/// folder that it lies in, {date} for Source::date, and {number} for its place in the run, with
+/// four digits.
 namespace Naming {
 
-/// What is wrong with `nameTemplate`; empty when nothing is.
-QString problemOf(const QString& nameTemplate);
+/// What is wrong with the names of `settings`; empty when nothing is.
+QString problemOf(const ExportSettings& settings);
 
 /// The path that the output of `source` gets when nothing has it yet: the folder of the outputs,
 /// the folder below it that the source has with --recursive, and the name.

@@ -274,8 +274,9 @@ const OptionRow table[] = {
      [](Text t, Line l) { return readSuffix(t, l.options.settings.nameTemplate); }},
     {"Files", "name", "", "TEMPLATE", "",
      "Name the outputs as TEMPLATE says (default: {name}). {name} is the photograph's name without "
-     "its extension, {folder} the name of its folder, {number} its place in the run, with four "
-     "digits. The extension follows.",
+     "its extension, {folder} the name of its folder, {date} the day when it was taken, as in "
+     "2024-05-06, or of the file's last change where Exif does not say it, {number} its place in "
+     "the run, with four digits. The extension follows.",
      [](Text t, Line l) {
          l.options.settings.nameTemplate = t;
          return QString();
@@ -312,8 +313,8 @@ const OptionRow table[] = {
      "processors).",
      [](Text t, Line l) { return readInteger(t, 0, 1024, l.options.jobs); }},
     {"Running", "max-memory", "", "N", "",
-     "Let the pixels of these photographs take N MiB together; a larger one is taken alone "
-     "(default: half of the memory that is available).",
+     "Let the pixels of these photographs take N MiB together (default: half of the memory that is "
+     "available). One that may need more is taken alone, and fails when it does need more than N.",
      [](Text t, Line l) { return readAmount(t, 0, INT_MAX, 1024 * 1024, l.options.maxMemory); }},
     {"Running", "dry-run", "n", "", "",
      "Read the headers alone, say what would be written, and write nothing. Shows no window.",

@@ -96,7 +96,7 @@ Options SettingsModel::options() const
     return options;
 }
 
-QString SettingsModel::nameProblem() const { return Naming::problemOf(nameTemplate()); }
+QString SettingsModel::nameProblem() const { return Naming::problemOf(m_base.settings); }
 
 bool SettingsModel::hasQuality() const
 {

@@ -13,6 +13,7 @@ struct Source
     bool mayBeOutput = false; ///< is passed over when an earlier run wrote it
     QString subfolder{};      ///< of the folder that was named, in which --recursive found it
     int number = 0;           ///< its place in the run, from 1 on
+    QString date{};           ///< the day of the photograph; empty until the file has been read
 };
 
 /// What the user's arguments `paths` name: files as they are, folders as their photographs in the

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "workerprocess.h"
+
 #include "addressspace.h"
 #include "atomicfile.h"
 #include "console.h"
@@ -128,7 +130,7 @@ public:
 private:
     void show(const Request& request);
     void exportPhotograph(const Request& request);
-    void takeMemory(qint64 bytes, qint64 share);
+    void takeMemory(qint64 bytes, const Request& request);
     void send(const Message& message) { m_outbox.send(lineOf(message)); }
 
     UnfinishedFile m_unfinished;
@@ -161,7 +163,7 @@ int Process::run()
 
 void Process::show(const Request& request)
 {
-    AddressSpace::limit(AddressSpace::ownNeed() + request.memoryShare);
+    AddressSpace::limit(request.memoryShare);
     if (!m_preview)
         m_preview.emplace(request.memoryShare / 2); // the other half is for the one in work
     const Message message = m_preview->of(request);
@@ -171,30 +173,31 @@ void Process::show(const Request& request)
 
 void Process::exportPhotograph(const Request& request)
 {
-    AddressSpace::limit(AddressSpace::ownNeed() + request.memoryShare);
+    AddressSpace::limit(request.memoryShare);
     const JobContext context{[this](Step step) {
                                  send({Message::Kind::Step, step});
                              },
-                             [&](qint64 bytes) { takeMemory(bytes, request.memoryShare); },
-                             m_buffer};
+                             [&](qint64 bytes) { takeMemory(bytes, request); }, m_buffer};
     Message message{Message::Kind::Result};
     message.result = runJob(request, context);
     m_unfinished.set({});
     send(message);
 }
 
-/// Waits until the program grants `bytes`. They are an estimate, so the limit is twice as much.
-void Process::takeMemory(qint64 bytes, qint64 share)
+/// Waits until the program grants `bytes`. They are an estimate, so the limit is twice as much, but
+/// never more than the user's.
+void Process::takeMemory(qint64 bytes, const Request& request)
 {
     send({Message::Kind::Memory, {}, bytes});
     m_inbox.next();
-    AddressSpace::limit(AddressSpace::ownNeed() + std::max(share, 2 * bytes));
+    const qint64 wanted = std::max(request.memoryShare, 2 * bytes);
+    const qint64 most = request.options.maxMemory;
+    AddressSpace::limit(most > 0 ? std::min(wanted, most) : wanted);
 }
 
 } // namespace
 
-/// A worker process of the workbench; jobmessage.h says what goes in and out.
-int main(int argc, char** argv)
+int runWorker(int argc, char** argv)
 {
     Interruption::ignoreWriteSignals();
     Interruption::ignore(); // the program ends its workers

@@ -93,12 +93,13 @@ A format that cannot be written, and icons, which OpenImageIO 2.4 crashes on:
   ls: cannot access 'none': No such file or directory
   [2]
 
-A caption of 70 KB, which would end libjpeg's process, is left out; sides that a format does not have, and a file of 1 KB
-that claims 4 gigapixels cost one photograph each:
+A caption of 70 KB, which would end libjpeg's process, is left out; sides that a format does not have, a file of 1 KB that
+claims 4 gigapixels, and one that needs more memory than the user allows cost one photograph each:
 
   $ /usr/bin/python3 << 'END'
   > from PIL import Image, PngImagePlugin
   > from struct import pack
+  > from zlib import compress, crc32
   > caption = PngImagePlugin.PngInfo()
   > caption.add_text("Description", "x" * 70000)
   > Image.open("good.png").save("caption.png", pnginfo=caption)
@@ -108,12 +109,16 @@ that claims 4 gigapixels cost one photograph each:
   >     b"\xff\xd8" + marker(0xDB, b"\0" + bytes([1] * 64))
   >     + marker(0xC2, pack(">BHHB", 8, 64250, 64250, 3) + b"\1\x22\0\2\x11\0\3\x11\0")
   >     + marker(0xC4, b"\0\0\1" + bytes(15)) + marker(0xDA, b"\3\1\0\2\0\3\0\0\0\0") + bytes(600) + b"\xff\xd9")
+  > chunk = lambda name, data: pack(">I", len(data)) + name + data + pack(">I", crc32(name + data))
+  > open("needs.png", "wb").write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", pack(">IIBBBBB", 60000, 60000, 8, 6, 0, 0, 0))
+  >     + chunk(b"IDAT", compress(bytes(240001 * 64))))
   > END
-  $ imageutils-workbench --headless caption.png wide.png claim.jpg good.png -o one --format jpg --jobs 1 \
+  $ imageutils-workbench --headless caption.png wide.png claim.jpg needs.png good.png -o one --format jpg --jobs 1 \
   >   --max-memory 1000 --max-megapixels 9999 > table
   caption.png: its Exif is left out, as JPEG has 64 KB for it
   wide.png: 66000 x 8 pixels are too many for JPEG, whose sides have at most 65500
   claim.jpg: is cut off: * bytes are too few for 64250 x 64250 pixels (glob)
+  needs.png: needs more memory than --max-memory allows or there is
   [1]
   $ ls -A one
   caption.jpg
@@ -201,6 +206,7 @@ Wrong command lines, with one line each:
   > --format gif --lossless
   > --name x
   > --name {name}/{number}
+  > --overwrite --name {date}{name}
   > --suffix a/b
   > --null
   > --overwrite --bitmap --format bmp
@@ -240,6 +246,7 @@ Wrong command lines, with one line each:
   --format gif --lossless: 2, lines: 1, 1 of them errors
   --name x: 2, lines: 1, 1 of them errors
   --name {name}/{number}: 2, lines: 1, 1 of them errors
+  --overwrite --name {date}{name}: 2, lines: 1, 1 of them errors
   --suffix a/b: 2, lines: 1, 1 of them errors
   --null: 2, lines: 1, 1 of them errors
   --overwrite --bitmap --format bmp: 2, lines: 1, 1 of them errors

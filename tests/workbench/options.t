@@ -19,10 +19,11 @@
   photo.png
 
 Names: behind the photograph's, as a template says, in the folders of the sources; hidden ones, links and the folder of
-the outputs are passed over. Lists come from the standard input.
+the outputs are passed over, and what an earlier run left unfinished is removed. Lists come from the standard input.
 
   $ mkdir -p tree/one/two tree/.hidden && ln -s ../one tree/one/link
   $ for folder in tree/ tree/one tree/one/two tree/.hidden; do cp photo.png $folder; done
+  $ mkdir -p tree/out/one && touch -d '2 days ago' tree/out/one/.imageutils-workbench-left.tiff
   $ for run in 1 2; do export_it -r tree -o tree/out --suffix _web; tail -n 1 table; done
   3 exported, 0 kept, 0 failed
   0 exported, 3 kept, 0 failed
@@ -36,6 +37,10 @@ the outputs are passed over. Lists come from the standard input.
   one_0003photo.tiff
   *_0001photo.tiff (glob)
   *_0002a {number}.tiff (glob)
+  $ cp photo.png taken.png && exiftool -q -overwrite_original -DateTimeOriginal='2024:05:06 07:08:09' taken.png
+  $ touch -d 2023-04-05 photo.png && export_it photo.png taken.png -o dates --name '{date} {name}' && ls dates
+  2023-04-05 photo.tiff
+  2024-05-06 taken.tiff
   $ printf 'photo.png\n\nmissing.png\n' | imageutils-workbench --quiet - -o list
   missing.png: no such file
   [1]

@@ -10,33 +10,47 @@
 
 namespace {
 
-/// 0 where the system does not tell.
-std::int64_t mappedBytes()
+/// What the system counts against its two limits, in bytes: all that is mapped, and private memory
+/// that can be written.
+struct Usage
 {
-    long long pages = 0;
+    std::int64_t mapped = 0; ///< 0 where the system does not tell
+    std::int64_t writable = 0;
+};
+
+Usage currentUsage()
+{
+    long long mapped = 0;
+    long long writable = 0;
     if (std::FILE* const file = std::fopen("/proc/self/statm", "r")) {
-        if (std::fscanf(file, "%lld", &pages) != 1)
-            pages = 0;
+        if (std::fscanf(file, "%lld %*d %*d %*d %*d %lld", &mapped, &writable) != 2)
+            mapped = 0;
         std::fclose(file);
     }
-    return pages * sysconf(_SC_PAGESIZE);
+    const std::int64_t page = sysconf(_SC_PAGESIZE);
+    return {mapped * page, writable * page};
+}
+
+void setLimit(int resource, std::int64_t bytes)
+{
+    rlimit limits{};
+    if (getrlimit(resource, &limits) != 0)
+        return;
+    limits.rlim_cur = std::min(limits.rlim_max, rlim_t(bytes));
+    setrlimit(resource, &limits);
 }
 
 } // namespace
 
+/// Beside the pixels there are libraries that are loaded later, and for each thread of a pool a
+/// stack and an arena of the allocator, which maps more than it can write to.
 void AddressSpace::limit(std::int64_t bytes)
-{
-    const std::int64_t mapped = mappedBytes();
-    rlimit limits{};
-    if (mapped <= 0 || getrlimit(RLIMIT_AS, &limits) != 0)
-        return;
-    limits.rlim_cur = std::min(limits.rlim_max, rlim_t(mapped) + rlim_t(bytes));
-    setrlimit(RLIMIT_AS, &limits);
-}
-
-std::int64_t AddressSpace::ownNeed()
 {
     constexpr std::int64_t mib = 1024 * 1024;
     const auto processors = std::int64_t(std::max(1U, std::thread::hardware_concurrency()));
-    return (1024 + 256 * processors) * mib;
+    const Usage usage = currentUsage();
+    if (usage.mapped <= 0)
+        return;
+    setLimit(RLIMIT_AS, usage.mapped + bytes + (1024 + 256 * processors) * mib);
+    setLimit(RLIMIT_DATA, usage.writable + bytes + (256 + 64 * processors) * mib);
 }

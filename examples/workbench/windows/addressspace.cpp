@@ -2,5 +2,3 @@
 #include "../addressspace.h"
 
 void AddressSpace::limit(std::int64_t) {}
-
-std::int64_t AddressSpace::ownNeed() { return 0; }
