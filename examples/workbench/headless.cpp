@@ -113,7 +113,7 @@ int Batch::run()
     Interruption::install();
     QTimer poll; // a signal handler may do nothing but set a number
     connect(&poll, &QTimer::timeout, this, &Batch::quitIfWanted);
-    poll.start(50ms);
+    poll.start(20ms);
     QTimer::singleShot(0, this, [this] { fill(); });
     QCoreApplication::exec();
 

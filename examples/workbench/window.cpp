@@ -67,6 +67,8 @@ Window::~Window()
         return;
     keep();
     delete m_window;
+    // Items that QML has only marked for deletion point to what is destroyed next.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QThreadPool::globalInstance()->waitForDone(); // it converts pictures for the window
 }
 
@@ -137,7 +139,8 @@ int runWindow(const Options& options, const QList<Source>& sources)
         window.keep();
         Interruption::obey(); // the window's objects would take longer to go than all of this
     });
-    poll.start(50ms);
+    poll.start(20ms);
     QGuiApplication::exec();
+    Worker::endAll(); // all at once; their owners would end one after the other
     return 0;
 }

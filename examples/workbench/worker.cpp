@@ -107,7 +107,7 @@ void Worker::end(const QList<Worker*>& workers)
         worker->m_isBusy = false;
         worker->m_process->kill();
     }
-    const QDeadlineTimer deadline(250);
+    const QDeadlineTimer deadline(200);
     for (Worker* const worker : workers) {
         const bool hasEnded = worker->m_process->state() == QProcess::NotRunning ||
                               worker->m_process->waitForFinished(int(deadline.remainingTime()));

@@ -40,7 +40,7 @@ public:
     bool isBusy() const { return m_isBusy; }
 
     /// Ends the processes of `workers` in the middle of their work and removes what they have not
-    /// finished. Takes no longer than a quarter of a second.
+    /// finished. Takes no longer than a fifth of a second.
     static void end(const QList<Worker*>& workers);
 
     /// Does this for all workers of the program, together in that time.

@@ -284,6 +284,35 @@ inside.
   ImageSize: 1x1
   ImageSize: 151x101
 
+A picture that is made in bands while it is decoded is the one that is made as a whole, as it is beside a bitmap: with
+factors at which no output row lies on a source row, a last band that is short, and bands whose rows are turned or converted.
+
+  $ noise 1600x1501 4 -d uint16 --iccread $icc/a98.icc --attrib oiio:UnassociatedAlpha 1 -o deep.png
+  $ oiiotool deep.png --ch R,G,B -d uint8 --attrib Orientation 6 -o turned.jpg
+  $ oiiotool deep.png --ch R -d uint16 -o grey.tif && oiiotool deep.png --ch R,G,B --tile 64 64 -d float -o tiles.tif
+  $ while read file options; do
+  >   rm -rf bands whole && export_it $file -o bands $options && export_it $file -o whole --bitmap $options
+  >   alike 1e-3 bands/${file%.*}.tiff whole/${file%.*}.tiff
+  > done << END
+  > deep.png --scale 0.37 --bit-depth 32
+  > deep.png --max-width 1133 --turn 90
+  > deep.png --filter 0.3,0.4 --turn vertical --profile srgb
+  > turned.jpg --percent 71 --bit-depth 32
+  > turned.jpg --max-height 799 --turn 270 --bit-depth 16
+  > grey.tif --scale 0.5
+  > grey.tif --long-edge 1599 --profile srgb
+  > tiles.tif --scale 0.9 --profile srgb
+  > tiles.tif --scale 1.01
+  > END
+
+Between profiles of curves and a matrix, LittleCMS is not asked for each pixel. The largest difference from what it makes is
+below a step of 12 bits, also of colours that the target cannot hold.
+
+  $ export_it deep.png -o tables --profile $icc/srgb.icc && convert tables/deep.tiff -alpha off tables.tif 2> said
+  $ convert deep.png -alpha off -intent perceptual -profile $icc/srgb.icc expected.tif
+  $ compare -metric PAE expected.tif tables.tif null: 2>&1 | sed 's/.*(//; s/)//' | awk '{ print ($1 < 1 / 4096) ? "close" : $1 }'
+  close
+
 Red, beside green that nothing shows: what is half transparent between them is red.
 
   $ oiiotool --pattern constant:color=0,1,0,0 64x64 4 --fill:color=1,0,0,1 31x64 --attrib oiio:UnassociatedAlpha 1 \

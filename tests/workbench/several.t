@@ -93,6 +93,7 @@ it; ended in the middle, also by two signals, it leaves whole pictures alone and
   $ kill $program; kill $program
   $ wait $program
   [143]
+  $ for worker in $started; do while kill -0 $worker 2>&-; do sleep 0.05; done; done
   $ tail -n 1 table
   * exported, 0 kept, * (glob)
   $ [ $(ls -A ended | wc -l) -lt 60 ]
