@@ -303,7 +303,7 @@ const OptionRow table[] = {
      }},
     {"Files", "max-megapixels", "", "N", "",
      "Refuse files whose header claims more than N megapixels (default: 250). A photograph takes "
-     "2 to 20 bytes of memory per pixel, by its format and by what is done.",
+     "1 to 40 bytes of memory per pixel, by its format and by what is done.",
      [](Text t, Line l) {
          return readAmount(t, 1, 1'000'000, 1'000'000, l.options.settings.maxPixels);
      }},

@@ -97,6 +97,11 @@ void readMetadataOf(Photograph& photograph, const QString& path, const std::stri
         const QByteArray exif = exifBlock(*blocks.exif);
         OIIO::decode_exif(OIIO::string_view(exif.constData(), std::size_t(exif.size())), spec);
     }
+    // OpenImageIO gives up the whole block where one of its entries is damaged.
+    if (format == "jpeg" && blocks.exif && !spec.find_attribute("Orientation"))
+        if (const auto found = blocks.exif->image.find(ExifTag::Orientation);
+            found != blocks.exif->image.end() && !found->second.value.isEmpty())
+            spec.attribute("Orientation", int(uchar(found->second.value.front())));
     // libheif has turned the picture by HEIF's own properties, which alone count. OpenImageIO 2.4
     // leaves out the orientation of the Exif block, and 2.5 does not.
     if (format == "heif")
@@ -105,6 +110,14 @@ void readMetadataOf(Photograph& photograph, const QString& path, const std::stri
         blocks.exif = decodedExif(spec);
     if (takesBlocks(format))
         return;
+    // OpenImageIO aborts the process when it encodes an empty text, as of a comment in a GIF file.
+    auto& attributes = spec.extra_attribs;
+    attributes.erase(std::remove_if(attributes.begin(), attributes.end(),
+                                    [](const OIIO::ParamValue& attribute) {
+                                        return attribute.type() == OIIO::TypeString &&
+                                               attribute.get_string().empty();
+                                    }),
+                     attributes.end());
     blocks.xmp = QByteArray::fromStdString(OIIO::encode_xmp(spec, true));
     std::vector<char> iptc;
     OIIO::encode_iptc_iim(spec, iptc);

@@ -289,7 +289,7 @@ factors at which no output row lies on a source row, a last band that is short, 
 
   $ noise 1600x1501 4 -d uint16 --iccread $icc/a98.icc --attrib oiio:UnassociatedAlpha 1 -o deep.png
   $ oiiotool deep.png --ch R,G,B -d uint8 --attrib Orientation 6 -o turned.jpg
-  $ oiiotool deep.png --ch R -d uint16 -o grey.tif && oiiotool deep.png --ch R,G,B --tile 64 64 -d float -o tiles.tif
+  $ oiiotool deep.png --ch R -d uint16 -o single.tif && oiiotool deep.png --ch R,G,B --tile 64 64 -d float -o tiles.tif
   $ while read file options; do
   >   rm -rf bands whole && export_it $file -o bands $options && export_it $file -o whole --bitmap $options
   >   alike 1e-3 bands/${file%.*}.tiff whole/${file%.*}.tiff
@@ -299,8 +299,8 @@ factors at which no output row lies on a source row, a last band that is short, 
   > deep.png --filter 0.3,0.4 --turn vertical --profile srgb
   > turned.jpg --percent 71 --bit-depth 32
   > turned.jpg --max-height 799 --turn 270 --bit-depth 16
-  > grey.tif --scale 0.5
-  > grey.tif --long-edge 1599 --profile srgb
+  > single.tif --scale 0.5
+  > single.tif --long-edge 1599 --profile srgb
   > tiles.tif --scale 0.9 --profile srgb
   > tiles.tif --scale 1.01
   > END

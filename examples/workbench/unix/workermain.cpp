@@ -23,6 +23,7 @@ int releaseReadOnlyPages(dl_phdr_info* object, std::size_t, void*)
         const ElfW(Addr) begin = object->dlpi_addr + segment.p_vaddr;
         const ElfW(Addr) end = begin + segment.p_memsz;
         const ElfW(Addr) first = begin / page * page;
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the loader gives addresses as numbers
         madvise(reinterpret_cast<void*>(first), end - first, MADV_DONTNEED);
     }
     return 0;
