@@ -297,8 +297,10 @@ void CvUtilsImageTest::writesBitmapsOnly()
     QCOMPARE(file.size(), 54 + 50 * 152);
 
     cv::Mat detail(2, 3, CV_32FC3);
-    for (int i = 0; i < 6; ++i)
-        detail.at<cv::Vec3f>(i) = cv::Vec3f(float(i % 3) / 4, float(i / 3) / 2, 1);
+    for (int y = 0; y < 2; ++y) {
+        for (int x = 0; x < 3; ++x)
+            detail.at<cv::Vec3f>(y, x) = cv::Vec3f(float(x) / 4, float(y) / 2, 1);
+    }
     const QString path = folder.filePath("detail.bmp");
     CvUtils::imwrite(path, detail, cv::COLOR_RGB2BGR, 100, 20, 1);
     for (int i = 0; i < 6; ++i)
