@@ -52,5 +52,5 @@ void AddressSpace::limit(std::int64_t bytes)
     if (usage.mapped <= 0)
         return;
     setLimit(RLIMIT_AS, usage.mapped + bytes + (1024 + 256 * processors) * mib);
-    setLimit(RLIMIT_DATA, usage.writable + bytes + (256 + 64 * processors) * mib);
+    setLimit(RLIMIT_DATA, usage.writable + bytes + (512 + 128 * processors) * mib);
 }
