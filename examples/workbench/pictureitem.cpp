@@ -270,7 +270,7 @@ void PictureItem::take(const Shown& shown, const QImage& image, const View& view
         return; // the export itself will say why
     m_failure = shown.image.isNull() ? Facts::failureText(shown.facts.failure) : QString();
     const bool isDetail = view.kind == View::Kind::Encoded || view.part != everything;
-    (isDetail ? m_detail : m_whole) = {image, shareOf(shown.part, shown.whole), true};
+    (isDetail ? m_detail : m_whole) = Layer{image, shareOf(shown.part, shown.whole), true};
     m_pixels = shown.whole;
     m_shown = view.kind;
     if (!isDetail)
