@@ -14,7 +14,7 @@ ComponentTest {
             width: 250,
             height: 500
         });
-        compare(list.number, 0);
+        tryCompare(list, "number", 0);
         list.choose(1);
         compare(list.number, 1);
         list.search();

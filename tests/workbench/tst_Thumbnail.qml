@@ -18,6 +18,6 @@ ComponentTest {
         const picture = thumbnail.children[0];
         tryVerify(() => picture.isReady, 20000);
         fuzzyCompare(picture.width / picture.height, 1.5, 0.05);
-        compare(picture.y, (64 - picture.height) / 2);
+        fuzzyCompare(picture.y, (64 - picture.height) / 2, 0.5); // newer versions of Qt centre on whole pixels
     }
 }
