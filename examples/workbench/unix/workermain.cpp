@@ -2,6 +2,8 @@
 #include "../workerprocess.h"
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 #include <dlfcn.h>
 #include <link.h>
@@ -29,6 +31,14 @@ int releaseReadOnlyPages(dl_phdr_info* object, std::size_t, void*)
     return 0;
 }
 
+/// The module with the work, in the launcher's own folder. The folder is named, because a sanitizer
+/// calls dlopen in the program's place, and the loader then does not know the program's RUNPATH.
+std::filesystem::path workModule()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).replace_filename(WORKBENCH_WORK);
+}
+
 } // namespace
 
 /// The launcher of a worker process, which opens the module with the work. The dynamic loader looks
@@ -41,7 +51,7 @@ int main(int argc, char** argv)
     constexpr const char* libraries[] = {WORKBENCH_EARLY_LIBRARIES nullptr};
     for (const char* const* name = libraries; *name; ++name)
         dlopen(*name, RTLD_LAZY);
-    void* const work = dlopen(WORKBENCH_WORK, RTLD_LAZY);
+    void* const work = dlopen(workModule().c_str(), RTLD_LAZY);
     void* const run = work ? dlsym(work, "runWorker") : nullptr;
     if (!run) {
         std::fprintf(stderr, "%s\n", dlerror());
