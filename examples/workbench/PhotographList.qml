@@ -41,6 +41,16 @@ ColumnLayout { // the photographs, filtered and sorted
     spacing: 0
     onNumberChanged: root.prepare()
 
+    Timer { // Qt 6.8 leaves an index below 0 when the selected row is filtered out
+        id: selectFirst
+
+        interval: 0
+        onTriggered: {
+            if (list.currentIndex < 0 && list.count > 0)
+                list.currentIndex = 0;
+        }
+    }
+
     PhotographFilter {
         id: shown
 
@@ -118,6 +128,7 @@ ColumnLayout { // the photographs, filtered and sorted
         currentIndex: 0
         highlightMoveDuration: 0
         keyNavigationEnabled: true
+        onCountChanged: selectFirst.restart()
         ScrollBar.vertical: ScrollBar {}
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Photographs")

@@ -44,10 +44,11 @@ inline std::string errorOf(const OIIO::ImageInput& input, const std::string& nam
 /// descriptor has no extension.
 inline Input open(const std::string& path, const std::string& name, std::string& error)
 {
-    const std::string list = OIIO::get_string_attribute("format_list");
     const std::string extension = OIIO::Filesystem::extension(path, false);
+    std::string formats = extension;
+    formats.append(",").append(OIIO::get_string_attribute("format_list"));
     std::string usual; // the format of the extension
-    for (const std::string& format : OIIO::Strutil::splits(extension + "," + list, ",")) {
+    for (const std::string& format : OIIO::Strutil::splits(formats, ",")) {
         if (format == usual || !isTried(format, name))
             continue;
         Input input = OIIO::ImageInput::create(format);
