@@ -4,7 +4,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Workbench
 
-Item { // the part of a photograph that its export keeps, on the photograph before it is turned
+Item { // the crop rectangle, drawn over the photograph before its rotation
     id: root
 
     required property size pixels // of the photograph
