@@ -37,9 +37,17 @@ QImage pattern(QSize size)
 }
 
 /// Runs xdotool, which presses keys and moves the mouse of the X server.
-void xdotool(const QStringList& commands)
+bool xdotool(const QStringList& commands)
 {
-    QProcess::execute(QStringLiteral("xdotool"), commands);
+    return QProcess::execute(QStringLiteral("xdotool"), commands) == 0;
+}
+
+/// Waits for a window with the title and runs the command on it. xdotool fails when any other
+/// window closes while it searches, and QTRY would run it once more after it has succeeded.
+bool waitForWindow(const QString& title, const QStringList& command = {})
+{
+    const QStringList search{"search", "--onlyvisible", "--name", title};
+    return QTest::qWaitFor([&] { return xdotool(search + command); }, patience);
 }
 
 /// The mean difference of the samples of two images of the same size.
@@ -262,8 +270,7 @@ void WorkbenchWindowTest::exportsWhatItShows()
     QCOMPARE(compare.readAllStandardError().trimmed(), QByteArray("0"));
 
     QTest::keyClick(m_window->window(), Qt::Key_J, Qt::ControlModifier);
-    const QStringList fileManager{"search", "--onlyvisible", "--name", "^out"}; // Thunar shows it
-    QTRY_VERIFY_WITH_TIMEOUT(QProcess::execute("xdotool", fileManager) == 0, patience);
+    QVERIFY(waitForWindow("^out")); // Thunar shows the folder
 }
 
 /// The pixels on the screen are those that the exported JPEG file holds, which the format changed.
@@ -463,10 +470,7 @@ void WorkbenchWindowTest::interruptionLeavesNothing()
     program.setProcessChannelMode(QProcess::MergedChannels);
     program.start(QStringLiteral(WORKBENCH_PROGRAM),
                   {at("a.png"), "-o", at("out"), "--scale", "2"});
-    QTRY_VERIFY_WITH_TIMEOUT(
-        !QProcess::execute("xdotool", {"search", "--onlyvisible", "--name", "a.png – Workbench",
-                                       "windowactivate", "--sync"}),
-        patience);
+    QVERIFY(waitForWindow("a.png – Workbench", {"windowactivate", "--sync"}));
     xdotool({"key", "ctrl+e"});
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(at("out")), patience);
     const QString pid = QString::number(program.processId());
