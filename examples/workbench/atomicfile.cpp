@@ -101,8 +101,18 @@ AtomicFile::~AtomicFile()
     QFile::remove(m_file.fileName()); // m_file.remove() does not where the last bytes fail
 }
 
+std::optional<Failure> AtomicFile::failureIfLost() const
+{
+    if (QFileInfo::exists(m_file.fileName()))
+        return {};
+    return Failure{QStringLiteral("its folder %1 was removed during the export")
+                       .arg(QFileInfo(m_file).path())};
+}
+
 std::optional<Failure> AtomicFile::close()
 {
+    if (auto lost = failureIfLost())
+        return lost;
     m_file.close(); // the last bytes may fail only here
     if (m_file.error() != QFileDevice::NoError)
         return Failure{QStringLiteral("cannot be written: %1").arg(m_file.errorString())};

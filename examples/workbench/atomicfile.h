@@ -34,6 +34,10 @@ public:
     /// The file, open for reading and writing.
     QFile& file() { return m_file; }
 
+    /// Why the file can never be published, where its folder was removed meanwhile; nothing
+    /// otherwise.
+    std::optional<Failure> failureIfLost() const;
+
     /// Closes the file, checks that every byte was written, and gives it the name `wantedPath` or,
     /// as nothing that exists is replaced, the first free one beside it. Returns the name.
     Result<QString> publish(const QString& wantedPath);

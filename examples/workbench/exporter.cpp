@@ -171,8 +171,10 @@ exportPicture(const NextRows& nextRows, const OIIO::ImageSpec& header, const Met
         const bool isAvif = wanted.suffix().toLower() == QLatin1String("avif");
         spec.attribute("compression", isAvif ? "avif" : "heic");
     }
-    if (const auto failure = failureToWrite(**whole, nextRows, spec, blocks))
-        return *failure;
+    if (const auto failure = failureToWrite(**whole, nextRows, spec, blocks)) {
+        const auto lost = (*whole)->failureIfLost(); // the reason of a writer's failure
+        return lost ? *lost : *failure;
+    }
     return whole;
 }
 

@@ -123,6 +123,7 @@ struct Advice
 
 // clang-format off
 constexpr std::array advices{
+    Advice{"removed during the export", QT_TRANSLATE_NOOP("Facts", "The folder for exported photographs is gone. Export again to make it anew, or choose another folder.")},
     Advice{"no such file", QT_TRANSLATE_NOOP("Facts", "The file is gone. Bring it back and try again, or remove it from the list.")},
     Advice{"is a folder", QT_TRANSLATE_NOOP("Facts", "This is a folder. Open it to list the photographs in it.")},
     Advice{"not a regular file", QT_TRANSLATE_NOOP("Facts", "This is no ordinary file, so it is not opened.")},

@@ -212,6 +212,10 @@
         <translation>%1 MB</translation>
     </message>
     <message>
+        <source>The folder for exported photographs is gone. Export again to make it anew, or choose another folder.</source>
+        <translation>Der Ordner für exportierte Fotos ist nicht mehr da. Exportieren Sie noch einmal, um ihn neu anzulegen, oder wählen Sie einen anderen.</translation>
+    </message>
+    <message>
         <source>The file is gone. Bring it back and try again, or remove it from the list.</source>
         <translation>Die Datei ist nicht mehr da. Stellen Sie sie wieder her und versuchen Sie es erneut, oder entfernen Sie sie aus der Liste.</translation>
     </message>
