@@ -13,6 +13,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSettings>
+#include <QtCore/QTimer>
 #include <QtCore/QUrl>
 
 namespace {
@@ -89,16 +90,30 @@ void WorkbenchModel::add(const QStringList& paths, bool isRecursive)
     const bool isDeep = isRecursive || m_settings.options().isRecursive;
     m_pool.start([this, paths, isDeep, folder = m_settings.folder()] {
         const QList<Source> sources = findSources(paths, {}, folder, isDeep);
-        QMetaObject::invokeMethod(this, [this, sources] {
-            --m_listings;
-            beginInsertRows({}, count(), count() + int(sources.size()) - 1);
-            const int first = m_nextNumber;
-            append(sources);
-            endInsertRows();
-            Q_EMIT progressed();
-            Q_EMIT added(first, int(sources.size()));
-        });
+        QMetaObject::invokeMethod(this, [this, sources] { list(sources, 0, m_nextNumber); });
     });
+}
+
+/// Appends those of `sources` that follow the first `done`, some at a time, so that the window
+/// draws frames and takes keys in between.
+void WorkbenchModel::list(const QList<Source>& sources, qsizetype done, int first)
+{
+    constexpr qsizetype atOnce = 500;
+    const QList<Source> next = sources.mid(done, atOnce);
+    if (!next.isEmpty()) {
+        beginInsertRows({}, count(), count() + int(next.size()) - 1);
+        append(next);
+        endInsertRows();
+        done += next.size();
+    }
+    if (done < sources.size()) {
+        Q_EMIT progressed();
+        QTimer::singleShot(0, this, [=, this] { list(sources, done, first); });
+        return;
+    }
+    --m_listings;
+    Q_EMIT progressed();
+    Q_EMIT added(first, int(sources.size()));
 }
 
 void WorkbenchModel::addUrls(const QList<QUrl>& urls, bool isRecursive)

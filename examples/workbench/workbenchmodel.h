@@ -133,6 +133,7 @@ private:
     };
 
     void append(const QList<Source>& sources);
+    void list(const QList<Source>& sources, qsizetype done, int first);
     void enqueue(Entry& entry);
     static QSize turnedSize(const Entry& entry);
     void setShape(Entry& entry, int turn, double degrees, const QRect& crop);
