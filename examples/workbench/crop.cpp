@@ -76,3 +76,19 @@ Result<Planes> turnedAndCropped(const Planes& planes, double degrees, const QRec
         result.alpha = CvUtils::applyRotation(bordered(source.alpha)(part), rectangle);
     return associated(result, planes.isAssociated);
 }
+
+QSize turnedAndCroppedSize(QSize size, double degrees, const QRect& crop)
+{
+    const double turn = std::remainder(degrees, 360.0);
+    if (!crop.isNull())
+        return crop.size();
+    switch (orientationForTurn(turn)) {
+    case 0:
+        return CropArea::largest(size, turn).size();
+    case 6:
+    case 8:
+        return size.transposed();
+    default:
+        return size;
+    }
+}

@@ -14,3 +14,6 @@ Planes turned(const Planes& planes, int orientation);
 /// `crop` leaves the largest picture of the same shape without empty corners; quarter turns then
 /// move samples and change none. Without a turn a crop changes no sample either.
 Result<Planes> turnedAndCropped(const Planes& planes, double degrees, const QRect& crop);
+
+/// The size of what `turnedAndCropped` makes of a picture of `size`.
+QSize turnedAndCroppedSize(QSize size, double degrees, const QRect& crop);

@@ -57,7 +57,7 @@ void ExportQueue::cancel(int number)
             Worker::end({slot.worker.get()});
             m_memory.giveBack(slot.worker.get());
             slot.task.reset();
-            slot.worker = std::make_unique<Worker>();
+            slot.worker = std::make_unique<Worker>(Worker::Priority::Low);
             connectSlot(slot);
         }
     fill();

@@ -53,7 +53,7 @@ private:
     };
     struct Slot
     {
-        std::unique_ptr<Worker> worker = std::make_unique<Worker>();
+        std::unique_ptr<Worker> worker = std::make_unique<Worker>(Worker::Priority::Low);
         std::optional<Task> task{}; ///< in work
     };
 

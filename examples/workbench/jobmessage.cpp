@@ -22,12 +22,16 @@ QRectF rectOf(const QJsonValue& value)
 
 QJsonObject jsonOf(const View& view)
 {
-    return {{"kind", int(view.kind)}, {"bounds", jsonOf(view.bounds)}, {"part", jsonOf(view.part)}};
+    return {{"kind", int(view.kind)},
+            {"bounds", jsonOf(view.bounds)},
+            {"part", jsonOf(view.part)},
+            {"mayBeDraft", view.mayBeDraft}};
 }
 
 View viewOf(const QJsonValue& json)
 {
-    return {View::Kind(json["kind"].toInt()), sizeOf(json["bounds"]), rectOf(json["part"])};
+    return {View::Kind(json["kind"].toInt()), sizeOf(json["bounds"]), rectOf(json["part"]),
+            json["mayBeDraft"].toBool()};
 }
 
 QJsonValue jsonOf(std::optional<bool> answer)
@@ -176,6 +180,8 @@ QByteArray lineOf(const Message& message)
         object.insert("part", jsonOf(QRectF(message.part)));
         object.insert("whole", jsonOf(message.whole));
         object.insert("result", jsonOf(message.result));
+        object.insert("isDraft", message.isDraft);
+        object.insert("isGivenUp", message.isGivenUp);
         break;
     }
     return lineOf(object);
@@ -190,5 +196,6 @@ std::optional<Message> messageOf(const QByteArray& line)
     return Message{Message::Kind(kind),           Step(json["step"].toInt()),
                    json["bytes"].toInteger(),     json["text"].toString(),
                    sizeOf(json["size"]),          resultOf(json["result"]),
-                   rectOf(json["part"]).toRect(), sizeOf(json["whole"])};
+                   rectOf(json["part"]).toRect(), sizeOf(json["whole"]),
+                   json["isDraft"].toBool(),      json["isGivenUp"].toBool()};
 }

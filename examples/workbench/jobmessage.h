@@ -10,7 +10,9 @@
 
 /// What the program and its worker processes say to each other over pipes: one line of JSON each.
 /// The program sends a Request; the worker answers with any number of Messages, of which the last
-/// one is a Result or a Preview. A worker that wants memory waits for one line, whatever it says.
+/// one is a Result or a Preview. A worker that wants memory waits for one line, whatever it says. A
+/// worker that makes an exact view gives it up when a line comes; an empty line has no other
+/// effect.
 
 /// What a window wants to show of a photograph.
 struct View
@@ -26,6 +28,8 @@ struct View
     Kind kind = Kind::None;
     QSize bounds{};          ///< the pixels that the window has for it
     QRectF part{0, 0, 1, 1}; ///< what is visible, in widths and heights of the picture
+    bool mayBeDraft =
+        false; ///< a picture that is made quickly will do, where the exact one is slow
 };
 
 /// One photograph to be exported, or to be shown in a window.
@@ -59,6 +63,8 @@ struct Message
     JobResult result{};
     QRect part{};
     QSize whole{};
+    bool isDraft = false;   ///< the picture differs a little from the exact one
+    bool isGivenUp = false; ///< there is no picture, because another request came in the meantime
 };
 
 /// The request to export `source` with `options`.

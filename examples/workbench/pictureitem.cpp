@@ -169,6 +169,7 @@ void PictureItem::ask()
     if (!m_photographs || !isComponentComplete() || !isVisible() || pixelBounds().isEmpty())
         return;
     ++m_generation;
+    m_mayBeDraft = true;
     m_isDetailCurrent = isWhole();
     if (m_number < 0)
         m_photographs->store()->withdraw(this);
@@ -230,7 +231,7 @@ void PictureItem::request(View::Kind kind, const QRectF& part)
         setBusy(false);
         return;
     }
-    request->view = {kind, pixelBounds(), part};
+    request->view = {kind, pixelBounds(), part, m_mayBeDraft && kind != View::Kind::Thumbnail};
     if (m_isUncropped) {
         request->options.settings.rotate = 0;
         request->options.settings.crop = {};
@@ -273,20 +274,22 @@ void PictureItem::take(const Shown& shown, const QImage& image, const View& view
     (isDetail ? m_detail : m_whole) = Layer{image, shareOf(shown.part, shown.whole), true};
     m_pixels = shown.whole;
     m_shown = view.kind;
-    if (!isDetail)
-        takeWhole(shown);
+    m_isDraft = shown.isDraft;
+    m_mayBeDraft = false;
     if (isDetail)
-        m_isDetailCurrent = true;
+        m_isDetailCurrent = !shown.isDraft;
+    else
+        takeWhole(shown);
     update();
     Q_EMIT shownChanged();
     if (view.kind != View::Kind::Encoded)
         askNext();
 }
 
-/// The whole picture is current. A detail that came before it stays.
+/// The whole picture is current, or a draft of it. A detail that came before it stays.
 void PictureItem::takeWhole(const Shown& shown)
 {
-    m_isWholeCurrent = true;
+    m_isWholeCurrent = !shown.isDraft;
     if (!m_isDetailCurrent || isWhole())
         m_detail = {};
     m_histogram = m_kind == After ? histogramOf(shown.image) : QList<int>();

@@ -8,9 +8,10 @@
 
 /// An item that shows a photograph before or after its export, or its thumbnail. It first requests
 /// the whole picture at the item's size, and then the visible region at full resolution; when there
-/// is a picture already, and only its settings have changed, the visible region comes first. Where
-/// the pixels of an exported picture can be told apart, and its format loses some of them, it is
-/// then requested as its file gives it back. The old image stays until the new one arrives.
+/// is a picture already, and only its settings have changed, the visible region comes first. What
+/// takes long to compute comes as a draft, and the exact pixels follow. Where the pixels of an
+/// exported picture can be told apart, and its format loses some of them, it is then requested as
+/// its file gives it back. The old image stays until the new one arrives.
 class PictureItem : public QQuickItem
 {
     Q_OBJECT
@@ -49,6 +50,7 @@ public:
     bool isBusy() const { return m_isBusy; } ///< the picture that is shown is not yet the right one
     /// The picture that is shown was read back from the exported file.
     bool isEncoded() const { return m_shown == View::Kind::Encoded; }
+    bool isDraft() const { return m_isDraft; }    ///< and the exact one has been requested
     QString failure() const { return m_failure; } ///< a sentence; empty when there is none
     QSizeF pixels() const { return m_pixels; }    ///< of the whole picture; empty while unknown
 
@@ -104,6 +106,8 @@ private:
     QString m_failure;
     QList<int> m_histogram;
     bool m_isBusy = false;
+    bool m_isDraft = false;
+    bool m_mayBeDraft = true; ///< nothing has come yet for the settings of now
     bool m_isScheduled = false;
     int m_generation = 0; ///< of the request; pictures for older ones are dropped
     QTimer m_encoding;    ///< while settings are being changed, nothing is encoded

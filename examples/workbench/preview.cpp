@@ -4,6 +4,8 @@
 #include "atomicfile.h"
 #include "bands.h"
 #include "crop.h"
+#include "croparea.h"
+#include "draft.h"
 #include "exporter.h"
 #include "formats.h"
 #include "job.h"
@@ -11,6 +13,7 @@
 #include "naming.h"
 #include "photograph.h"
 #include "resample.h"
+#include "samplerows.h"
 #include "sharpen.h"
 #include "thumbnail.h"
 
@@ -28,9 +31,15 @@
 #include <cmath>
 #include <exception>
 #include <new>
+#include <set>
 #include <utility>
 
 namespace {
+
+/// The export of a photograph with fewer pixels is made in less time than an eye notices.
+constexpr double quickPixels = 3e6;
+
+double pixelsIn(QSize size) { return double(size.width()) * size.height(); }
 
 /// Changes when the file changes, or what decoding it makes of it.
 QString versionOf(const Request& request)
@@ -69,6 +78,13 @@ QByteArray pixelsText(const ExportSettings& settings)
     pixels.filter = settings.filter;
     pixels.sharpening = settings.sharpening;
     return QJsonDocument(jsonOf(pixels)).toJson(QJsonDocument::Compact);
+}
+
+/// The size of a photograph of `size` before its export.
+QSize sizeBefore(QSize size, const ExportSettings& settings)
+{
+    const QSize upright = settings.turn > 4 ? size.transposed() : size; // as Exif numbers turns
+    return turnedAndCroppedSize(upright, settings.rotate, settings.crop);
 }
 
 /// The pixels of a picture of `size` that `part` touches.
@@ -134,16 +150,23 @@ QImage readSmall(const QString& path, QSize bounds)
     return image;
 }
 
+/// Thrown where a view is not finished because another request has come.
+class GivenUp
+{};
+
 } // namespace
 
-Message Preview::of(const Request& request)
+Message Preview::of(const Request& request, const std::function<bool()>& isUnwanted)
 {
     const Messages::Collector collector; // what is wrong with the file is told as its failure
     Message message{Message::Kind::Preview};
     message.result.path = request.path;
     m_image = {};
+    m_isUnwanted = isUnwanted;
     try {
         show(request, message);
+    } catch (const GivenUp&) {
+        message.isGivenUp = true;
     } catch (const std::bad_alloc&) {
         m_decoded.clear();
         message.result.failure = QStringLiteral("needs more memory than there is for pictures");
@@ -174,22 +197,99 @@ void Preview::show(const Request& request, Message& message)
     Decoded* const photograph = decoded(request, message.result);
     if (!photograph || request.view.kind == View::Kind::Prepare)
         return;
+    if (request.view.mayBeDraft && showDraft(*photograph, request, message))
+        return;
     message.result.failure = update(*photograph, request);
     if (!message.result.failure.isEmpty())
         return;
     if (request.view.kind == View::Kind::Encoded) {
         const Encoded& encoded = photograph->encoded;
         message.result.outputSize = sizeOf(encoded.planes);
-        showPart(encoded.planes, encoded.toDisplay, request.view, message);
+        showPart(encoded.planes, {}, encoded.toDisplay, request.view, message);
         return;
     }
     const bool isAfter = request.view.kind == View::Kind::After;
-    Planes planes = isAfter ? photograph->after.planes : photograph->before.planes;
-    const Result<Fit> fit = fitFor(sizeOf(planes), request.options.settings);
-    if (!isAfter && fit) // without what sticks out of a box that is to be filled
-        planes = cut(planes, fit->crop);
-    message.result.outputSize = isAfter ? sizeOf(planes) : QSize();
-    showPart(planes, photograph->toDisplay, request.view, message);
+    const Picture& picture = isAfter ? photograph->after : photograph->before;
+    const QSize size = sizeOf(picture.planes);
+    message.result.outputSize = isAfter ? size : QSize();
+    const Result<Fit> fit = fitFor(size, request.options.settings);
+    if (!isAfter && fit && fit->crop.size() != size) // what sticks out of a box is not exported
+        showPart(cut(picture.planes, fit->crop), {}, photograph->toDisplay, request.view, message);
+    else
+        showPart(picture.planes, picture.halves, photograph->toDisplay, request.view, message);
+}
+
+/// Shows a picture that is made quickly. Returns whether there is one: not where the exact picture
+/// is known already, or the photograph is so small that the exact picture is made as quickly.
+bool Preview::showDraft(const Decoded& photograph, const Request& request, Message& message)
+{
+    const ExportSettings& settings = request.options.settings;
+    const bool isAfter = request.view.kind == View::Kind::After;
+    const bool isKnown = isAfter ? photograph.after.settings == pixelsText(settings)
+                                 : photograph.before.settings == geometryText(settings);
+    if (isKnown || pixelsIn(sizeOf(photograph.planes)) < quickPixels)
+        return false;
+    const Result<Fit> fit = fitFor(sizeBefore(sizeOf(photograph.planes), settings), settings);
+    if (!fit)
+        return false;
+    const Fit shown = isAfter ? *fit : Fit{1.0, fit->crop.size(), fit->crop};
+    const QRect part = pixelsOf(request.view.part, shown.size);
+    const Result<Planes> planes = draftOf(photograph, request, shown, part);
+    if (!planes)
+        return false;
+    message.whole = shown.size;
+    message.part = part;
+    message.isDraft = true;
+    message.result.outputSize = isAfter ? shown.size : QSize();
+    showPlanes(*planes, photograph.toDisplay);
+    return true;
+}
+
+/// The pixels `part` of what `fit` makes of the photograph before its export: exactly those of the
+/// export where they need few source pixels, otherwise from a smaller copy of the photograph.
+Result<Planes> Preview::draftOf(const Decoded& photograph, const Request& request, const Fit& fit,
+                                const QRect& part) const
+{
+    ExportSettings settings = request.options.settings;
+    if (request.view.kind == View::Kind::Before) {
+        settings.filter.reset();
+        settings.sharpening.reset();
+    }
+    const QRect source = Draft::sourceOf(part, fit);
+    const bool isTurned = photograph.before.settings == geometryText(settings);
+    if (part.isEmpty())
+        return Failure{QStringLiteral("nothing is visible")};
+    if (isTurned && pixelsIn(source.size()) < quickPixels) {
+        const Result<Planes> exact =
+            Draft::resampledPart(photograph.before.planes, fit, settings, part);
+        return exact ? reduced(*exact, request.view.bounds) : exact;
+    }
+    const QSize target =
+        part.size().boundedTo(part.size().scaled(request.view.bounds, Qt::KeepAspectRatio));
+    const Result<Planes> copy =
+        reducedBefore(photograph, settings, double(target.width()) / source.width());
+    if (!copy)
+        return copy;
+    return Draft::partOfCopy(*copy, sizeBefore(sizeOf(photograph.planes), settings), source, target,
+                             target == part.size() ? settings.filter : std::nullopt);
+}
+
+/// The photograph before its export, reduced by `factor` or less.
+Result<Planes> Preview::reducedBefore(const Decoded& photograph, const ExportSettings& settings,
+                                      double factor)
+{
+    const Picture& before = photograph.before;
+    if (before.settings == geometryText(settings))
+        return Draft::copyFor(before.planes, before.halves, factor);
+    const Planes upright =
+        turned(Draft::copyFor(photograph.planes, photograph.halves, factor), settings.turn);
+    if (settings.crop.isNull())
+        return turnedAndCropped(upright, settings.rotate, {});
+    const QSize size = sizeOf(photograph.planes);
+    const QRect crop =
+        Draft::scaled(settings.crop, settings.turn > 4 ? size.transposed() : size, sizeOf(upright));
+    return turnedAndCropped(upright, settings.rotate,
+                            CropArea::shrunk(sizeOf(upright), crop, settings.rotate));
 }
 
 /// Makes what `request` shows. Returns why this is not possible; empty when it is.
@@ -250,23 +350,57 @@ std::optional<Preview::Decoded> Preview::decode(const Request& request, JobResul
 {
     Result<Photograph> photograph = readPhotograph(
         request.path, {request.options.settings.maxPixels, request.options.settings.page,
-                       request.options.settings.intent});
-    Decoded result{request.path, {}, std::make_unique<PixelBuffer>(), {}, {}, facts, {}};
+                       request.options.settings.intent, true});
+    Decoded result{request.path, {}, std::make_unique<PixelBuffer>(), {}, {}, {}, facts, {}};
     const Result<Planes> planes =
-        photograph ? splitSamples(*photograph, photograph->samples, *result.buffer)
-                   : photograph.failure();
+        !photograph ? photograph.failure()
+        : photograph->samples.empty()
+            ? splitInRows(*photograph, *result.buffer)
+            : splitSamples(*photograph, photograph->samples, *result.buffer);
     if (!planes) {
         facts.failure = planes.failure().reason;
         return {};
     }
     result.planes = *planes;
+    result.halves = Draft::halvesOf(*planes);
     result.toDisplay = toSRgb(photograph->colours, request.options.settings.intent);
     result.facts.storedSize = QSize(photograph->spec.width, photograph->spec.height);
     result.facts.size = sizeOf(*photograph);
     result.facts.metadata = tagsOf(request.path);
     result.facts.warnings = photograph->warnings;
     photograph->samples.release();
+    photograph->input.reset();
     result.file = std::move(*photograph);
+    return result;
+}
+
+void Preview::giveUpIfUnwanted() const
+{
+    if (m_isUnwanted())
+        throw GivenUp();
+}
+
+/// Splits the rows of `photograph` while another thread decodes the next ones.
+Result<Planes> Preview::splitInRows(const Photograph& photograph, PixelBuffer& buffer) const
+{
+    constexpr int rowsAtOnce = 128;
+    const QSize size = sizeOf(photograph);
+    std::vector<cv::Range> ranges;
+    for (int y = 0; y < size.height(); y += rowsAtOnce)
+        ranges.emplace_back(y, std::min(y + rowsAtOnce, size.height()));
+    SampleRows rows(photograph, ranges);
+    PixelBuffer rowBuffer;
+    const Planes result{
+        buffer.colours(cv::Size(size.width(), size.height())), {}, photograph.isAssociated};
+    for (const cv::Range& range : ranges) {
+        giveUpIfUnwanted();
+        const Result<SampleRows::Part> part = rows.next();
+        const Result<Planes> planes =
+            part ? splitSamples(photograph, part->samples, rowBuffer) : part.failure();
+        if (!planes)
+            return planes;
+        planes->chroma.copyTo(result.chroma.rowRange(range));
+    }
     return result;
 }
 
@@ -280,7 +414,9 @@ QString Preview::updateBefore(Decoded& photograph, const ExportSettings& setting
         turnedAndCropped(turned(photograph.planes, settings.turn), settings.rotate, settings.crop);
     if (!planes)
         return planes.failure().reason;
-    photograph.before = {made, *planes};
+    const bool isSame = planes->chroma.data == photograph.planes.chroma.data &&
+                        sizeOf(*planes) == sizeOf(photograph.planes);
+    photograph.before = {made, *planes, isSame ? photograph.halves : Draft::halvesOf(*planes)};
     return {};
 }
 
@@ -292,14 +428,46 @@ QString Preview::updateAfter(Decoded& photograph, const ExportSettings& settings
         return {};
     if (QString failure = updateBefore(photograph, settings); !failure.isEmpty())
         return failure;
-    const Planes& source = photograph.before.planes;
-    const Result<Fit> fit = fitFor(sizeOf(source), settings);
-    const Result<Planes> planes = fit ? resampled(source, *fit, settings.filter) : fit.failure();
+    const Result<Fit> fit = fitFor(sizeOf(photograph.before.planes), settings);
+    const Result<Planes> planes =
+        fit ? resampledInSteps(photograph, *fit, settings.filter) : fit.failure();
     if (!planes)
         return planes.failure().reason;
-    photograph.after = {made,
-                        settings.sharpening ? sharpened(*planes, *settings.sharpening) : *planes};
+    photograph.after = {
+        made, settings.sharpening ? sharpened(*planes, *settings.sharpening) : *planes, {}};
     return {};
+}
+
+/// Resamples the photograph before its export in bands, as the export does, and into memory that
+/// was used before.
+Result<Planes> Preview::resampledInSteps(Decoded& photograph, const Fit& fit,
+                                         const std::optional<FilterShape>& filter) const
+{
+    const Planes source = cut(photograph.before.planes, fit.crop);
+    const std::vector<Band> bands = bandsOf(sizeOf(source), fit);
+    if (bands.size() == 1)
+        return resampled(source, {fit.factor, fit.size, {{}, sizeOf(source)}}, filter);
+    photograph.after = {};
+    const cv::Size size(fit.size.width(), fit.size.height());
+    Planes result{photograph.afterBuffer->colours(size), {}, source.isAssociated};
+    if (!source.alpha.empty())
+        result.alpha.create(size, CV_32FC1);
+    int y = 0;
+    for (const Band& band : bands) {
+        giveUpIfUnwanted();
+        const QRect part(0, band.source.start, source.chroma.cols, band.source.size());
+        const Result<Planes> rows = resampled(
+            source, {fit.factor, QSize(size.width, band.surplus + band.rows), part}, filter);
+        if (!rows)
+            return rows;
+        const cv::Range kept(band.surplus, band.surplus + band.rows);
+        const cv::Range place(y, y + band.rows);
+        rows->chroma.rowRange(kept).copyTo(result.chroma.rowRange(place));
+        if (!result.alpha.empty())
+            rows->alpha.rowRange(kept).copyTo(result.alpha.rowRange(place));
+        y += band.rows;
+    }
+    return result;
 }
 
 /// Encodes the exported picture and reads it back. Returns why this is not possible; empty when it
@@ -331,19 +499,28 @@ QString Preview::updateEncoded(Decoded& photograph, const Request& request) cons
     return {};
 }
 
-void Preview::showPart(const Planes& planes, const ColourTransform& toDisplay, const View& view,
-                       Message& message)
+/// Where the view is much smaller than the picture, it is made of one of `halves`.
+void Preview::showPart(const Planes& planes, const std::vector<Planes>& halves,
+                       const ColourTransform& toDisplay, const View& view, Message& message)
 {
     message.whole = sizeOf(planes);
     message.part = pixelsOf(view.part, message.whole);
     if (message.part.isEmpty())
         return;
-    const Result<Planes> small = reduced(cut(planes, message.part), view.bounds);
-    if (!small) {
+    const QSize target = message.part.size().scaled(view.bounds, Qt::KeepAspectRatio);
+    const Planes& copy =
+        Draft::copyFor(planes, halves, double(target.width()) / message.part.width());
+    const QRect part = Draft::scaled(message.part, message.whole, sizeOf(copy));
+    const Result<Planes> small = reduced(cut(copy, part), view.bounds);
+    if (small)
+        showPlanes(*small, toDisplay);
+    else
         message.result.failure = small.failure().reason;
-        return;
-    }
-    Planes shown = associated(toDisplay.converted(*small), false);
+}
+
+void Preview::showPlanes(const Planes& planes, const ColourTransform& toDisplay)
+{
+    Planes shown = associated(toDisplay.converted(planes), false);
     m_image = CvUtils::matToQImage(shown.chroma, shown.alpha);
     m_image.convertTo(QImage::Format_RGBA8888);
 }
@@ -351,13 +528,16 @@ void Preview::showPart(const Planes& planes, const ColourTransform& toDisplay, c
 /// The bytes of the samples that a photograph keeps; those that two pictures share count once.
 qint64 Preview::bytesOf(const Decoded& photograph)
 {
+    std::vector<Planes> all{photograph.planes, photograph.before.planes, photograph.after.planes,
+                            photograph.encoded.planes};
+    all.insert(all.end(), photograph.halves.begin(), photograph.halves.end());
+    all.insert(all.end(), photograph.before.halves.begin(), photograph.before.halves.end());
+    std::set<const uchar*> counted;
     qint64 bytes = 0;
-    for (const Planes* const planes : {&photograph.planes, &photograph.before.planes,
-                                       &photograph.after.planes, &photograph.encoded.planes})
-        if (planes == &photograph.planes ||
-            planes->chroma.datastart != photograph.planes.chroma.datastart)
-            bytes += qint64(planes->chroma.total() * planes->chroma.elemSize() +
-                            planes->alpha.total() * planes->alpha.elemSize());
+    for (const Planes& planes : all)
+        if (counted.insert(planes.chroma.datastart).second)
+            bytes += qint64(planes.chroma.total() * planes.chroma.elemSize() +
+                            planes.alpha.total() * planes.alpha.elemSize());
     return bytes;
 }
 

@@ -6,13 +6,16 @@
 #include "photograph.h"
 #include "pixelbuffer.h"
 #include "planes.h"
+#include "resample.h"
 
 #include <QtCore/QDateTime>
 #include <QtGui/QImage>
 
+#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
+#include <vector>
 
 /// What a window shows of photographs. Decoded photographs are kept within a limit of memory, so
 /// that another part of one, or the same part with other settings, needs no decoding.
@@ -23,8 +26,9 @@ public:
     explicit Preview(qint64 bytes) : m_bytes(bytes) {}
 
     /// What `request` wants to see: the message that goes before the pixels. A photograph that
-    /// cannot be shown gives an empty picture, and the facts say why.
-    Message of(const Request& request);
+    /// cannot be shown gives an empty picture, and the facts say why. Long work is given up as soon
+    /// as `isUnwanted` says so.
+    Message of(const Request& request, const std::function<bool()>& isUnwanted);
 
     /// The pixels of the message before: RGBA in sRGB, rows that are not padded.
     QByteArray pixels() const;
@@ -35,6 +39,7 @@ private:
     {
         QString settings;
         Planes planes;
+        std::vector<Planes> halves{}; ///< smaller copies, as Draft::halvesOf makes them
     };
     /// The exported picture, read back from its file.
     struct Encoded
@@ -50,9 +55,11 @@ private:
         QString version; ///< of the file and of the settings of decoding
         std::unique_ptr<PixelBuffer> buffer;
         Planes planes;
+        std::vector<Planes> halves;
         ColourTransform toDisplay;
         JobResult facts;
         Photograph file; ///< without its samples
+        std::unique_ptr<PixelBuffer> afterBuffer = std::make_unique<PixelBuffer>();
         Picture before{};
         Picture after{};
         Encoded encoded{};
@@ -66,12 +73,24 @@ private:
     QString updateBefore(Decoded& photograph, const ExportSettings& settings) const;
     QString updateAfter(Decoded& photograph, const ExportSettings& settings) const;
     QString updateEncoded(Decoded& photograph, const Request& request) const;
-    void showPart(const Planes& planes, const ColourTransform& toDisplay, const View& view,
-                  Message& message);
+    bool showDraft(const Decoded& photograph, const Request& request, Message& message);
+    void showPart(const Planes& planes, const std::vector<Planes>& halves,
+                  const ColourTransform& toDisplay, const View& view, Message& message);
+    void showPlanes(const Planes& planes, const ColourTransform& toDisplay);
+    Result<Planes> draftOf(const Decoded& photograph, const Request& request, const Fit& fit,
+                           const QRect& part) const;
+    static Result<Planes> reducedBefore(const Decoded& photograph, const ExportSettings& settings,
+                                        double factor);
     static qint64 bytesOf(const Decoded& photograph);
     void dropOldest();
 
+    void giveUpIfUnwanted() const;
+    Result<Planes> splitInRows(const Photograph& photograph, PixelBuffer& buffer) const;
+    Result<Planes> resampledInSteps(Decoded& photograph, const Fit& fit,
+                                    const std::optional<FilterShape>& filter) const;
+
     const qint64 m_bytes;
+    std::function<bool()> m_isUnwanted;
     std::list<Decoded> m_decoded; ///< the last one that was shown comes first
     QImage m_image;
 };

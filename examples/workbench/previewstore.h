@@ -5,15 +5,18 @@
 
 #include <QtCore/QCache>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 
 #include <array>
 #include <functional>
 #include <list>
+#include <memory>
 #include <optional>
 
 /// Gets pictures from worker processes for whatever shows them. One process decodes photographs for
 /// the views, another one makes thumbnails, and a third one encodes exported pictures and reads
-/// them back, which may take seconds, so that none waits for another.
+/// them back, which may take seconds, so that none waits for another. The third process is ended
+/// when it is still encoding a picture that nothing waits for any more.
 class PreviewStore : public QObject
 {
     Q_OBJECT
@@ -48,7 +51,7 @@ private:
     };
     struct Lane
     {
-        Worker worker;
+        std::unique_ptr<Worker> worker = std::make_unique<Worker>();
         std::list<Wish> wishes;
         std::optional<Wish> current; ///< in work
     };
@@ -56,12 +59,14 @@ private:
     std::array<Lane*, 3> lanes() { return {&m_views, &m_thumbnails, &m_encodings}; }
     void connectLane(Lane& lane);
     void startNext(Lane& lane);
+    void endUnwantedEncoding();
     void take(Lane& lane, const Shown& shown);
 
     const qint64 m_memoryShare;
     Lane m_views;
     Lane m_thumbnails;
     Lane m_encodings;
-    QList<Request> m_preparations;
+    QList<Request> m_preparations;  ///< the first one may be in work
+    QTimer m_patience;              ///< with an encoding that nothing waits for any more
     QCache<QString, Shown> m_cache; ///< of thumbnails
 };

@@ -2,6 +2,7 @@
 #include "worker.h"
 
 #include "terminal.h"
+#include "workerprocess.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
@@ -66,11 +67,13 @@ QList<QProcess*>& abandoned()
 
 } // namespace
 
-Worker::Worker(QObject* parent) : QObject(parent)
+Worker::Worker(Priority priority, QObject* parent) : QObject(parent)
 {
     living().append(this);
     m_process->setProgram(QFileInfo(program()).absolutePath() +
                           QLatin1String("/" WORKBENCH_WORKER));
+    if (priority == Priority::Low)
+        m_process->setArguments({QLatin1String(lowPriorityArgument)});
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Worker::readOutput);
     connect(m_process.get(), &QProcess::readyReadStandardError, this, &Worker::readErrors);
     connect(m_process.get(), &QProcess::errorOccurred, this, &Worker::showFailure);
@@ -97,6 +100,8 @@ void Worker::start(const Request& request)
 }
 
 void Worker::grantMemory() { m_process->write("\n"); }
+
+void Worker::interrupt() { m_process->write("\n"); }
 
 void Worker::endAll() { end(living()); }
 
@@ -138,7 +143,8 @@ bool Worker::readPreview()
     m_temporaries.clear();
     const QImage image = imageOf(preview.size, m_process->read(preview.bytes));
     m_isBusy = false;
-    Q_EMIT viewed({image, preview.part, preview.whole, preview.result});
+    Q_EMIT viewed(
+        {image, preview.part, preview.whole, preview.result, preview.isDraft, preview.isGivenUp});
     return true;
 }
 

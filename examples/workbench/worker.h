@@ -17,6 +17,8 @@ struct Shown
     QSize whole{}; ///< of so many
     JobResult
         facts{}; ///< what is known about the photograph; its failure says why there is no image
+    bool isDraft = false;   ///< the exact picture can be requested
+    bool isGivenUp = false; ///< the request was interrupted, and can be made again
 };
 
 /// One worker process, in which foreign code decodes, computes and encodes one photograph after
@@ -27,7 +29,11 @@ class Worker : public QObject
     Q_OBJECT
 
 public:
-    explicit Worker(QObject* parent = nullptr);
+    /// How much of a processor the process gets where others want it as well. With `Low`, a window
+    /// that shows pictures meanwhile keeps drawing frames.
+    enum class Priority { Usual, Low };
+
+    explicit Worker(Priority priority = Priority::Usual, QObject* parent = nullptr);
     ~Worker() override;
 
     /// Hands `request` to the process, which is started when there is none. One at a time.
@@ -35,6 +41,9 @@ public:
 
     /// Answers `memoryWanted`.
     void grantMemory();
+
+    /// Lets the process give up what it does for a view, as far as that can be done again later.
+    void interrupt();
 
     /// Whether a photograph is in work.
     bool isBusy() const { return m_isBusy; }

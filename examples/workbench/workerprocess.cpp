@@ -100,6 +100,13 @@ public:
         return line;
     }
 
+    /// Whether a line has come that `next` has not given yet.
+    bool hasLine()
+    {
+        const std::lock_guard lock(m_mutex);
+        return !m_lines.empty();
+    }
+
 private:
     void readAll()
     {
@@ -150,6 +157,8 @@ int Process::run()
         const QByteArray line = m_inbox.next();
         if (line.isEmpty())
             return 0;
+        if (line == "\n")
+            continue; // what it was to interrupt had been finished
         const Request request = requestOf(line);
         Messages::install(request.options.verbose, [this](const QString& text) {
             send({Message::Kind::Log, {}, 0, text});
@@ -166,7 +175,7 @@ void Process::show(const Request& request)
     AddressSpace::limit(request.memoryShare);
     if (!m_preview)
         m_preview.emplace(request.memoryShare / 2); // the other half is for the one in work
-    const Message message = m_preview->of(request);
+    const Message message = m_preview->of(request, [this] { return m_inbox.hasLine(); });
     send(message);
     m_outbox.send(m_preview->pixels());
 }

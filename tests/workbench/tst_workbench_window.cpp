@@ -139,7 +139,11 @@ private Q_SLOTS:
     void listIsUsedWithTheKeyboard();
     void manyFilesFreezeNothing();
     void largePhotographsFreezeNothing();
+    void keepsPicturesWithinItsMemory_data();
+    void keepsPicturesWithinItsMemory();
+    void endsAnEncodingThatNothingWaitsFor();
     void cancelLeavesNoFile();
+    void folderThatVanishesIsTold();
     void opensAsItWasClosed();
     void interruptionLeavesNothing_data();
     void interruptionLeavesNothing();
@@ -162,6 +166,14 @@ private:
     {
         return !item("view")->property("isBusy").toBool() &&
                item("view")->property("whole").toSizeF().width() > 0;
+    }
+    PictureItem* after() const
+    {
+        const auto pictures = m_window->window()->findChildren<PictureItem*>();
+        const auto found = std::find_if(pictures.begin(), pictures.end(), [](PictureItem* picture) {
+            return picture->property("kind").toInt() == PictureItem::After;
+        });
+        return found == pictures.end() ? nullptr : *found;
     }
     bool comesToRest() const;
     void drag(QPoint from, QPoint way);
@@ -282,14 +294,9 @@ void WorkbenchWindowTest::showsWhatALossyFileHolds()
     m_options.settings.quality = 10;
     open({at("a.png")});
     QTest::keyClick(m_window->window(), Qt::Key_5); // after
-    const auto pictures = m_window->window()->findChildren<PictureItem*>();
-    const auto after = std::find_if(pictures.begin(), pictures.end(), [](PictureItem* picture) {
-        return picture->property("kind").toInt() == PictureItem::After;
-    });
-    QVERIFY(after != pictures.end());
-    QTRY_VERIFY_WITH_TIMEOUT((*after)->isEncoded(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(after()->isEncoded(), patience);
     QVERIFY(comesToRest());
-    const QRect place((*after)->mapToScene({0, 0}).toPoint(), source.size());
+    const QRect place(after()->mapToScene({0, 0}).toPoint(), source.size());
     const QImage shown = m_window->window()->grabWindow().copy(place);
     QTest::keyClick(m_window->window(), Qt::Key_E, Qt::ControlModifier);
     QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().exported(), 1, patience);
@@ -375,28 +382,51 @@ void WorkbenchWindowTest::manyFilesFreezeNothing()
 }
 
 /// While an 18-megapixel photograph is shown and exported, the divider follows the mouse, and each
-/// change of the settings shows.
+/// change of the settings shows at once in a draft, which hardly differs from the exact pixels.
 void WorkbenchWindowTest::largePhotographsFreezeNothing()
 {
-    QVERIFY(pattern({5640, 3172}).save(at("a.jpg")));
+    const QSize size(5640, 3172);
+    QVERIFY(pattern(size / 8).scaled(size, {}, Qt::SmoothTransformation).save(at("a.jpg")));
     open({at("a.jpg")});
     QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
     SettingsModel* const settings = m_window->photographs().settings();
     settings->setSizing(SettingsModel::Scale);
+    const auto seen = [this] { // of the exported picture, right of the divider
+        const QRect place(middleOf("divider") + QPoint(20, -150), QSize(250, 300));
+        return m_window->window()->grabWindow().copy(place);
+    };
     QList<qint64> times;
-    for (const int percent : {40, 37, 35, 33, 31, 29, 27}) {
-        QSignalSpy size(item("view"), SIGNAL(wholeChanged()));
+    const auto change = [&](const std::function<void()>& what, double tolerance) {
+        QCoreApplication::processEvents();
+        QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+        QSignalSpy shown(after(), &PictureItem::shownChanged);
         QElapsedTimer clock;
         clock.start();
-        settings->setPercent(percent);
-        QVERIFY(size.wait(patience));
+        what();
+        while (!after()->isDraft())
+            QVERIFY(shown.wait(patience));
         times.append(clock.elapsed());
-        QCOMPARE(item("view")->property("whole").toSizeF().toSize().width(),
-                 qRound(5640 * percent / 100.0));
-        QTRY_VERIFY(isShown());
+        const QImage draft = seen();
+        QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+        QVERIFY(!after()->isDraft());
+        QVERIFY2(difference(draft, seen()) < tolerance,
+                 qPrintable(QString::number(difference(draft, seen()))));
+    };
+    const auto width = [this] { return item("view")->property("whole").toSizeF().width(); };
+    for (const int percent : {40, 37, 35, 33, 31, 29, 27}) {
+        change([&] { settings->setPercent(percent); }, 6);
+        QCOMPARE(width(), qRound(size.width() * percent / 100.0));
     }
+    change([&] { m_window->photographs().turn(0, 1); }, 6);
+    QTest::keyClick(m_window->window(), Qt::Key_Z);
+    change([&] { settings->setFilterB(0.9); }, 3);
+    settings->setPercent(90);
+    QTRY_VERIFY_WITH_TIMEOUT(width() > size.height() * 0.8, patience);
+    change([&] { settings->setFilterB(0.1); }, 0.5); // the exact pixels of the visible region
     std::sort(times.begin(), times.end());
-    qWarning() << "18 megapixels: a change of the size shows after ms" << times[times.size() / 2];
+    qWarning() << "18 megapixels: a change of the settings shows after ms"
+               << times[times.size() / 2] << "at most" << times.last();
+    QVERIFY(times.last() < muchTooLong);
 
     QTest::qWait(300);
     const Pauses pauses(m_window->window());
@@ -412,6 +442,63 @@ void WorkbenchWindowTest::largePhotographsFreezeNothing()
     qWarning() << "18 megapixels are exported: longest pause in ms" << pauses.longest()
                << "between frames" << pauses.longestBetweenFrames();
     QVERIFY(pauses.longestBetweenFrames() < muchTooLong);
+}
+
+void WorkbenchWindowTest::keepsPicturesWithinItsMemory_data()
+{
+    QTest::addColumn<qint64>("megabytes"); // a twelfth of them is for decoded pictures
+    QTest::addColumn<bool>("isKept");
+    QTest::newRow("enough for all") << qint64(4800) << true;
+    QTest::newRow("enough for one") << qint64(480) << false;
+}
+
+/// A picture that is kept is shown although its file has been damaged since it was decoded.
+void WorkbenchWindowTest::keepsPicturesWithinItsMemory()
+{
+    QFETCH(qint64, megabytes);
+    QFETCH(bool, isKept);
+    const auto damage = [](const QString& path) {
+        const QDateTime changed = QFileInfo(path).lastModified();
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        file.write(QByteArray(int(file.size()), '\0'));
+        file.flush();
+        QVERIFY(file.setFileTime(changed, QFileDevice::FileModificationTime));
+    };
+    QStringList paths;
+    for (const char name : {'a', 'b', 'c', 'd', 'e'}) { // of 32 MB each, when they are decoded
+        paths.append(at(QString(QLatin1Char(name)) + ".jpg"));
+        QVERIFY(pattern({1600, 1250}).save(paths.last()));
+    }
+    m_options.maxMemory = megabytes << 20;
+    open(paths);
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    QVERIFY(comesToRest());
+    damage(paths[1]); // it was made ready as a neighbour
+    for (int i = 1; i < 5; ++i) {
+        QTest::keyClick(m_window->window(), Qt::Key_Down);
+        QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    }
+    QCOMPARE(m_window->photographs().failed(), 0);
+    damage(paths[0]);
+    QTest::keyClick(m_window->window(), Qt::Key_Home);
+    QTRY_VERIFY_WITH_TIMEOUT(isShown() || m_window->photographs().failed() > 0, patience);
+    QCOMPARE(m_window->photographs().failed(), isKept ? 0 : 1);
+}
+
+void WorkbenchWindowTest::endsAnEncodingThatNothingWaitsFor()
+{
+    QVERIFY(pattern({4000, 3000}).save(at("a.jpg")));
+    m_options.settings.format = "avif"; // of which this size takes many seconds
+    open({at("a.jpg")});
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    QTest::keyClick(m_window->window(), Qt::Key_Z);
+    const auto encodings = [] {
+        return QDir::temp().entryList({".imageutils-workbench-*.avif"}, QDir::Files | QDir::Hidden);
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(encodings().size(), 1, patience);
+    m_window->photographs().settings()->setFormat("png");
+    QTRY_COMPARE(encodings().size(), 0);
 }
 
 void WorkbenchWindowTest::cancelLeavesNoFile()
@@ -430,6 +517,25 @@ void WorkbenchWindowTest::cancelLeavesNoFile()
     QTest::qWait(500);
     QCOMPARE(m_window->photographs().exported(), 0);
     QVERIFY(QDir(at("out")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+void WorkbenchWindowTest::folderThatVanishesIsTold()
+{
+    QVERIFY(pattern({3000, 2000}).save(at("a.png")));
+    m_options.settings.scale = 2;
+    open({at("a.png")});
+    WorkbenchModel& photographs = m_window->photographs();
+    photographs.exportOne(0);
+    QDir out(at("out"));
+    QTRY_VERIFY_WITH_TIMEOUT(!out.isEmpty(QDir::Files | QDir::Hidden), patience);
+    QVERIFY(out.removeRecursively());
+    QTRY_COMPARE_WITH_TIMEOUT(photographs.failed(), 1, patience);
+    const QString told = photographs.index(0).data(WorkbenchModel::FailureRole).toString();
+    QVERIFY2(told.startsWith("The folder for exported photographs is gone."), qPrintable(told));
+    QVERIFY(!out.exists());
+    photographs.retryFailed();
+    QTRY_COMPARE_WITH_TIMEOUT(photographs.exported(), 1, patience);
+    QCOMPARE(out.entryList(QDir::Files | QDir::Hidden), QStringList{"a.tiff"});
 }
 
 void WorkbenchWindowTest::opensAsItWasClosed()

@@ -2,6 +2,7 @@
 #include "../workerprocess.h"
 
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -48,6 +49,9 @@ std::filesystem::path workModule()
 /// which a process is ready. A library that is not there is opened by the module, if at all.
 int main(int argc, char** argv)
 {
+    constexpr int niceness = 5; // a third of the usual share
+    if (argc > 1 && std::strcmp(argv[1], lowPriorityArgument) == 0)
+        (void)nice(niceness);
     constexpr const char* libraries[] = {WORKBENCH_EARLY_LIBRARIES nullptr};
     for (const char* const* name = libraries; *name; ++name)
         dlopen(*name, RTLD_LAZY);
