@@ -284,7 +284,7 @@ ApplicationWindow {
                 anchors.right: parent.right
                 anchors.margins: Style.gap
                 y: Style.gap
-                visible: !view.isCropping
+                visible: !view.isCropping && histogram.counts.length > 0
                 counts: view.histogram
             }
         }

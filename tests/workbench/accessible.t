@@ -1,7 +1,8 @@
-A screen reader finds every control of the window by its role and name, and Tab goes through all of them and back.
+A screen reader finds every control of the window by its role and name, and Tab goes through all of them and back. At a pixel
+ratio of 2 the window still fits on the screen.
 
   $ convert -size 400x300 gradient:red-blue photo.png
-  $ QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 imageutils-workbench photo.png > said 2>&1 &
+  $ QT_SCALE_FACTOR=2 QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 imageutils-workbench photo.png > said 2>&1 &
   $ accessible-walk imageutils-workbench
   list: Photographs
   image: Photograph before and after export, at 100 %
@@ -40,4 +41,8 @@ A screen reader finds every control of the window by its role and name, and Tab 
   text: Filter by name
   combo box: Which photographs are listed
   combo box: Order of the photographs
+  $ xdotool search --onlyvisible --name Workbench getwindowgeometry --shell |
+  >   awk -F = '/^WIDTH/ { print "width", $2 <= 2304 } /^HEIGHT/ { print "height", $2 <= 800 }'
+  width 1
+  height 1
   $ kill %1; wait; cat said

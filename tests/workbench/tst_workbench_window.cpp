@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "monitorcolours.h"
 #include "pictureitem.h"
 #include "window.h"
 #include "workbenchmodel.h"
@@ -12,6 +13,8 @@
 #include <QtCore/QtEndian>
 #include <QtCore/QUrl>
 #include <QtGui/QClipboard>
+#include <QtGui/QColorSpace>
+#include <QtGui/QColorTransform>
 #include <QtGui/QDropEvent>
 #include <QtGui/QImage>
 #include <QtQuick/QQuickItem>
@@ -135,6 +138,7 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
     void exportsWhatItShows();
     void showsWhatALossyFileHolds();
+    void showsTransparencyInTheColoursOfTheMonitor();
     void writesNothingAndRestsUntilAsked();
     void listIsUsedWithTheKeyboard();
     void manyFilesFreezeNothing();
@@ -306,6 +310,44 @@ void WorkbenchWindowTest::showsWhatALossyFileHolds()
     QVERIFY(difference(source.copy(inside), exported.copy(inside)) > 5);
 }
 
+/// The left half of the photograph is transparent, and shows the chequerboard.
+void WorkbenchWindowTest::showsTransparencyInTheColoursOfTheMonitor()
+{
+    const QColor colour(200, 40, 40);
+    QImage image(400, 400, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    for (int x = 200; x < 400; ++x)
+        for (int y = 0; y < 400; ++y)
+            image.setPixelColor(x, y, colour);
+    QVERIFY(image.save(at("a.png")));
+    const QColorSpace monitor(QColorSpace::ProPhotoRgb);
+    QFile profile(at("monitor.icc"));
+    QVERIFY(profile.open(QIODevice::WriteOnly));
+    profile.write(monitor.iccProfile());
+    profile.close();
+    const auto setProfile = [](const QStringList& file) {
+        MonitorColours::update();
+        return QProcess::execute(QStringLiteral(TEST_SUPPORT "/set-root-property"),
+                                 QStringList{"_ICC_PROFILE"} + file);
+    };
+    QCOMPARE(setProfile({profile.fileName()}), 0);
+    open({at("a.png")});
+    QTest::keyClick(m_window->window(), Qt::Key_5); // after
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
+    QTRY_COMPARE(after()->size(), QSizeF(image.size()));
+    const QRect place(after()->mapToScene({0, 0}).toPoint(), image.size());
+    const QImage shown = m_window->window()->grabWindow().copy(place);
+    QCOMPARE(setProfile({}), 0);
+    const QColor expected =
+        QColorSpace(QColorSpace::SRgb).transformationToColorSpace(monitor).map(colour);
+    QVERIFY(std::abs(shown.pixelColor(300, 200).red() - expected.red()) < 3);
+    QVERIFY(std::abs(shown.pixelColor(300, 200).green() - expected.green()) < 3);
+    QSet<QRgb> chequers;
+    for (int x = 100; x < 190; ++x)
+        chequers.insert(shown.pixel(x, 200));
+    QCOMPARE(chequers.size(), 2);
+}
+
 void WorkbenchWindowTest::writesNothingAndRestsUntilAsked()
 {
     QVERIFY(pattern({1600, 1200}).save(at("a.png")));
@@ -339,6 +381,10 @@ void WorkbenchWindowTest::listIsUsedWithTheKeyboard()
     const auto row = [this] { return item("list")->property("currentIndex").toInt(); };
     const auto press = [this](Qt::Key key) { QTest::keyClick(m_window->window(), key); };
     QTRY_VERIFY(item("list")->hasActiveFocus());
+    press(Qt::Key_F11);
+    QTRY_COMPARE(m_window->window()->visibility(), QWindow::FullScreen);
+    press(Qt::Key_Escape);
+    QTRY_COMPARE(m_window->window()->visibility(), QWindow::Windowed);
     press(Qt::Key_Down);
     QCOMPARE(row(), 1);
     press(Qt::Key_End);
