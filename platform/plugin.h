@@ -18,6 +18,10 @@ struct PluginFunction
 /// the system's search path nor the working folder is searched. A plug-in stays open.
 PluginFunction openPlugin(const char* plugin, const char* function);
 
+/// The absolute path, UTF-8, of the file `name` in the folder of the plug-ins; empty where there is
+/// none.
+std::string installedFile(const char* name);
+
 /// A plug-in that is opened at first use. A failure is not remembered: it may have been a moment
 /// without free file descriptors.
 class Plugin

@@ -113,7 +113,7 @@ DeviceInfo described(const VkPhysicalDeviceProperties& properties,
 
 } // namespace
 
-std::vector<DeviceInfo> aiengine::graphicsDevices()
+std::vector<DeviceInfo> aiengine::devicesOfDrivers()
 {
     const PFN_vkGetInstanceProcAddr find = loader();
     if (!find)

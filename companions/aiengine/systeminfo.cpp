@@ -8,6 +8,8 @@
 #include <QtCore/QDebug>
 #include <QtCore/QSysInfo>
 
+#include <utility>
+
 aiutils::SystemInfo::SystemInfo() = default;
 
 aiutils::SystemInfo::SystemInfo(const SystemInfo& other) = default;
@@ -41,8 +43,12 @@ std::string aiutils::SystemInfo::cpuName() { return m_cpuName; }
 const std::vector<aiutils::DeviceInfo>& aiutils::SystemInfo::getGPUList(bool askAgain)
 {
     if (m_created && (askAgain || !m_gpusAsked)) {
-        m_gpus = aiengine::graphicsDevices();
+        aiengine::GraphicsDevices answer = aiengine::graphicsDevices();
+        m_gpus = std::move(answer.devices);
         m_gpusAsked = true;
+        if (!answer.failure.empty())
+            qWarning().noquote() << "getGPUList: no answer from the graphics drivers:"
+                                 << QString::fromStdString(answer.failure);
     }
     return m_gpus;
 }

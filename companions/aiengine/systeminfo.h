@@ -70,7 +70,8 @@ public:
 
     /// The graphics devices without software renderers, which run on the processor; empty when
     /// there are none or no driver answers. Queried once (0.1 to 0.3 s), and again with
-    /// `askAgain`; the returned list is valid until then.
+    /// `askAgain`; the returned list is valid until then. The drivers are asked in a process of
+    /// their own; one that crashes, or does not answer within 5 s, is a warning in the log.
     const std::vector<DeviceInfo>& getGPUList(bool askAgain);
 
     /// The machine's memory in GiB: the total, and the amount that was available at the query. The

@@ -5,3 +5,5 @@ Platform::PluginFunction Platform::openPlugin(const char* plugin, const char* /*
 {
     return {nullptr, std::string(plugin) + ": plug-ins cannot be opened on this system"};
 }
+
+std::string Platform::installedFile(const char* /*name*/) { return {}; }

@@ -6,6 +6,10 @@
 
 #include <cstdint>
 #include <fstream>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -39,28 +43,49 @@ std::string ownFolder()
     return file.substr(0, file.rfind('/') + 1); // npos + 1 is 0
 }
 
-/// The file of `plugin`; the name alone where no folder has it.
-std::string fileOf(const char* plugin)
+/// Whether the process can have some more threads. Libraries of OpenImageIO and OpenCV make
+/// threads while they are opened, and abort the program or wait for ever where they cannot.
+bool canHaveThreads()
 {
-    const std::string name = std::string("/") + plugin + ".so";
-    const std::string own = ownFolder();
-    for (const char* const folder : {IMAGEUTILS_PLUGIN_FOLDERS}) {
-        const std::string file = std::string(own).append(folder).append(name);
-        if (!own.empty() && access(file.c_str(), F_OK) == 0)
-            return file;
+    constexpr int needed = 8;
+    std::mutex mutex;
+    std::unique_lock gate(mutex);
+    std::vector<std::thread> threads;
+    try {
+        while (threads.size() < needed)
+            threads.emplace_back([&mutex] { const std::lock_guard wait(mutex); });
+    } catch (const std::system_error&) {
+        // as few as there are
     }
-    return name.substr(1);
+    gate.unlock();
+    for (std::thread& thread : threads)
+        thread.join();
+    return threads.size() == needed;
 }
 
 } // namespace
+
+std::string Platform::installedFile(const char* name)
+{
+    const std::string own = ownFolder();
+    for (const char* const folder : {IMAGEUTILS_PLUGIN_FOLDERS}) {
+        const std::string file = std::string(own).append(folder).append("/").append(name);
+        if (!own.empty() && access(file.c_str(), F_OK) == 0)
+            return file;
+    }
+    return {};
+}
 
 // Opened by its own path, not through a run path: sanitizers intercept `dlopen`, which then
 // searches the run path of the sanitizer.
 Platform::PluginFunction Platform::openPlugin(const char* plugin, const char* function)
 {
-    const std::string file = fileOf(plugin);
-    if (file.find('/') == std::string::npos)
-        return {nullptr, file + ": not installed"};
+    const std::string name = std::string(plugin) + ".so";
+    const std::string file = installedFile(name.c_str());
+    if (file.empty()) // a name without a folder would be searched for in the system's folders
+        return {nullptr, name + ": not installed"};
+    if (!canHaveThreads())
+        return {nullptr, "the system has no threads left"};
     void* const opened = dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL);
     void* const symbol = opened ? dlsym(opened, function) : nullptr;
     if (!symbol) {

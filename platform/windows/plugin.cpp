@@ -21,25 +21,35 @@ std::wstring ownFolder()
     return file.substr(0, file.rfind(L'\\') + 1); // npos + 1 is 0
 }
 
-/// The opened plug-in; null where no folder has it.
-HMODULE opened(const char* plugin)
+/// The file `name` in the folder of the plug-ins, with backslashes alone; empty where there is
+/// none.
+std::wstring fileOf(const std::string& name)
 {
     for (const char* const folder : {IMAGEUTILS_PLUGIN_FOLDERS}) {
-        // With backslashes alone, as the altered search path wants it.
-        std::wstring file =
-            ownFolder() + Platform::wideString(std::string(folder) + '\\' + plugin + ".dll");
+        std::wstring file = ownFolder() + Platform::wideString(std::string(folder) + '\\' + name);
         std::replace(file.begin(), file.end(), L'/', L'\\');
-        if (HMODULE library = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH))
-            return library;
+        if (GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES)
+            return file;
     }
-    return nullptr;
+    return {};
 }
 
 } // namespace
 
+std::string Platform::installedFile(const char* name)
+{
+    const std::wstring file = fileOf(name);
+    const int length = int(file.size());
+    std::string utf8(std::size_t(length) * 3, '\0'); // no character takes more bytes
+    utf8.resize(std::size_t(WideCharToMultiByte(CP_UTF8, 0, file.data(), length, utf8.data(),
+                                                int(utf8.size()), nullptr, nullptr)));
+    return utf8;
+}
+
 Platform::PluginFunction Platform::openPlugin(const char* plugin, const char* function)
 {
-    HMODULE library = opened(plugin);
+    const std::wstring file = fileOf(std::string(plugin) + ".dll");
+    HMODULE library = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     const FARPROC found = library ? GetProcAddress(library, function) : nullptr;
     if (!found)
         return {nullptr, std::string(plugin) + ".dll: error " + std::to_string(GetLastError())};

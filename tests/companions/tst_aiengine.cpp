@@ -14,6 +14,7 @@ class AiEngineTest : public QObject
 private Q_SLOTS:
     void knowsNothingBeforeItIsCreated();
     void summarisesTheMachine();
+    void survivesItsDrivers();
     void knowsOtherProcessors();
 };
 
@@ -47,6 +48,37 @@ void AiEngineTest::summarisesTheMachine()
              QStringList({"info: Processor: " + QString::fromStdString(system.cpuName()),
                           "info: Memory in GiB, all and available: " + memory.trimmed(),
                           "info: Graphics devices: none"}));
+}
+
+// A driver that answers, one that crashes and one that hangs.
+void AiEngineTest::survivesItsDrivers()
+{
+    if (!*FAKE_DRIVER)
+        QSKIP("Vulkan's headers are not installed");
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("driver.json"));
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write(R"({"file_format_version": "1.0.0", "ICD": {"library_path": ")" FAKE_DRIVER
+               R"(", "api_version": "1.0.0"}})");
+    file.close();
+    for (const char* const name : {"VK_DRIVER_FILES", "VK_ICD_FILENAMES"})
+        qputenv(name, file.fileName().toUtf8());
+    auto& system = aiutils::SystemInfo::GetInstance(true);
+    for (const QByteArray mode : {"answers", "crashes", "hangs"}) {
+        qputenv("FAKEVULKAN", mode);
+        TestSupport::LogCapture log;
+        QElapsedTimer timer;
+        timer.start();
+        const auto devices = system.getGPUList(true);
+        QVERIFY(timer.elapsed() < 15000); // the limit is 5 s
+        const QStringList lines = log.takeTexts();
+        QCOMPARE(devices.size(), mode == "answers" ? 2U : 0U);
+        QCOMPARE(lines.size(), mode == "answers" ? 0 : 1);
+        QVERIFY(lines.isEmpty() || lines[0].startsWith("warning: getGPUList: no answer from"));
+        if (mode == "answers")
+            QVERIFY(devices[0].kind == "discrete" && devices[0].vendorId == 4711 &&
+                    devices[1].deviceId == 2 && devices[1].vram == 1.5F);
+    }
 }
 
 void AiEngineTest::knowsOtherProcessors()

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A mock driver for the real Vulkan loader, with two graphics devices and a software renderer.
+// A mock driver for the real Vulkan loader, with two graphics devices and a software renderer. It
+// crashes or hangs where the environment variable FAKEVULKAN says so.
 #define VK_NO_PROTOTYPES
 #include <vulkan/vk_icd.h>
 
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <string>
+#include <thread>
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
@@ -26,6 +30,11 @@ static struct Device
 
 static VkResult createInstance(const void*, const void*, void** instance)
 {
+    const char* const mode = std::getenv("FAKEVULKAN");
+    if (mode && std::strcmp(mode, "crashes") == 0)
+        std::abort();
+    while (mode && std::strcmp(mode, "hangs") == 0)
+        std::this_thread::sleep_for(std::chrono::seconds(1));
     static VK_LOADER_DATA s_instance = {ICD_LOADER_MAGIC};
     *instance = &s_instance;
     return VK_SUCCESS;
@@ -42,6 +51,8 @@ static VkResult listDevices(VkInstance, uint32_t* count, Device** devices)
 static void describe(const Device* device, VkPhysicalDeviceProperties* properties)
 {
     properties->deviceType = VkPhysicalDeviceType(device->type);
+    properties->vendorID = 4711;
+    properties->deviceID = std::uint32_t(device - s_devices + 1);
     std::snprintf(properties->deviceName, sizeof properties->deviceName, "%s", device->name);
 }
 
