@@ -202,7 +202,10 @@ JSON has a word for the kind of failure, and the step.
   not-a-photograph header
   too-large header
 
-Without a display that can be reached the program goes on without a window.
+Without a display that can be reached, or threads, the program goes on without a window.
 
   $ DISPLAY=:4711 WAYLAND_DISPLAY= QT_QPA_PLATFORM= timeout 60 imageutils-workbench photo.png -o display | tail -n 1
   1 exported, 0 kept, 0 failed
+  $ export DISPLAY=:4711 QT_QPA_PLATFORM= THREADS=0
+  $ LD_PRELOAD=$NO_THREADS timeout 60 imageutils-workbench missing.png -o display 2> said | tail -n 1
+  0 exported, 0 kept, 1 failed

@@ -53,6 +53,17 @@ As many as there are processors, all at once, or in little memory: they give wha
   >   diff -r one $other && diff one.json $other.json && diff one.said $other.said
   > done
 
+Where each process can have few threads or none, photographs fail, but the program comes to its end and writes no other
+picture.
+
+  $ for threads in 99 16 8 2 0; do
+  >   THREADS=$threads LD_PRELOAD=$NO_THREADS timeout 100 imageutils-workbench --headless a half.jpg -o threads$threads > table 2>&1; echo $?
+  > done | uniq
+  1
+  $ ls threads99 | wc -l
+  9
+  $ for picture in threads*/*; do oiiotool $picture threads99/${picture##*/} --diff > differences || echo $picture; done
+
 Two processes share a folder.
 
   $ imageutils-workbench --headless a -o shared --jobs 4 > a.table & imageutils-workbench --headless b -o shared --jobs 4 > b.table
@@ -68,7 +79,8 @@ Two that are asked for the same give one file of each picture.
   9
 
 A worker process that dies costs its photograph; the program that dies takes its workers and their unfinished files with
-it; ended in the middle, also by two signals, it leaves whole pictures alone and ends by the signal, as a shell wants to know.
+it; ended in the middle, also by two signals or because nobody
+reads what it says, it leaves whole pictures alone and ends by the signal, as a shell wants to know.
 
   $ mkdir large
   $ noise 1200x900 3 1 large/0.png
@@ -96,10 +108,12 @@ it; ended in the middle, also by two signals, it leaves whole pictures alone and
   $ for worker in $started; do while kill -0 $worker 2>&-; do sleep 0.05; done; done
   $ tail -n 1 table
   * exported, 0 kept, * (glob)
+  $ imageutils-workbench --headless large -o piped | head -n 1 > table; echo ${PIPESTATUS[0]}
+  1
   $ [ $(ls -A ended | wc -l) -lt 60 ]
-  $ ls -A hit gone ended | grep '^\.'
+  $ ls -A hit gone ended piped | grep '^\.'
   [1]
-  $ for picture in {hit,gone,ended}/*; do oiiotool $picture large/0.png --diff > differences || echo $picture; done
+  $ for picture in {hit,gone,ended,piped}/*; do oiiotool $picture large/0.png --diff > differences || echo $picture; done
 
 A terminal sees what is done and what is in work.
 

@@ -14,6 +14,7 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <system_error>
 #include <thread>
 
 namespace {
@@ -70,6 +71,10 @@ bool Desktop::isReachable()
         return true;
     std::packaged_task<bool()> task(isAnyReachable);
     std::future<bool> answer = task.get_future();
-    std::thread(std::move(task)).detach();
+    try {
+        std::thread(std::move(task)).detach();
+    } catch (const std::system_error&) {
+        return false; // Qt needs threads of its own for a window
+    }
     return answer.wait_for(3s) == std::future_status::ready && answer.get();
 }

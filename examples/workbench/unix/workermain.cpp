@@ -4,7 +4,10 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <mutex>
 #include <system_error>
+#include <thread>
+#include <vector>
 
 #include <dlfcn.h>
 #include <link.h>
@@ -40,6 +43,26 @@ std::filesystem::path workModule()
     return std::filesystem::read_symlink("/proc/self/exe", error).replace_filename(WORKBENCH_WORK);
 }
 
+/// Whether the process can have some more threads. Libraries behind OpenImageIO make threads while
+/// they are loaded, and abort the process or wait for ever where they cannot.
+bool canHaveThreads()
+{
+    constexpr int needed = 8;
+    std::mutex mutex;
+    std::unique_lock gate(mutex);
+    std::vector<std::thread> threads;
+    try {
+        while (threads.size() < needed)
+            threads.emplace_back([&mutex] { const std::lock_guard wait(mutex); });
+    } catch (const std::system_error&) {
+        // as few as there are
+    }
+    gate.unlock();
+    for (std::thread& thread : threads)
+        thread.join();
+    return threads.size() == needed;
+}
+
 } // namespace
 
 /// The launcher of a worker process, which opens the module with the work. The dynamic loader looks
@@ -52,6 +75,10 @@ int main(int argc, char** argv)
     constexpr int niceness = 5; // a third of the usual share
     if (argc > 1 && std::strcmp(argv[1], lowPriorityArgument) == 0)
         (void)nice(niceness);
+    if (!canHaveThreads()) {
+        std::fputs("the system has no threads left\n", stderr);
+        return 1;
+    }
     constexpr const char* libraries[] = {WORKBENCH_EARLY_LIBRARIES nullptr};
     for (const char* const* name = libraries; *name; ++name)
         dlopen(*name, RTLD_LAZY);
