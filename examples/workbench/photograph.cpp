@@ -2,14 +2,17 @@
 #include "photograph.h"
 
 #include "cmyk.h"
+#include "regularfile.h"
 #include "upright.h"
 
 #include <imageutils/cvutils.h>
 #include <imageutils/imageutils.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtGui/QImage>
 
+#include <OpenImageIO/strutil.h>
 #include <OpenImageIO/tiffutils.h>
 
 #include <opencv2/imgproc.hpp>
@@ -88,11 +91,11 @@ std::optional<Exif> decodedExif(OIIO::ImageSpec spec)
 
 /// Reads the metadata of the file itself, and lets OpenImageIO fill in what that did not find. Its
 /// reader of WebP knows no Exif, so the orientation comes from here.
-void readMetadataOf(Photograph& photograph, const QString& path, const std::string& format)
+void readMetadataOf(Photograph& photograph, const std::string& name, const std::string& format)
 {
     MetadataBlocks& blocks = photograph.blocks;
     OIIO::ImageSpec& spec = photograph.spec;
-    blocks = readBlocks(path);
+    blocks = readBlocks(QString::fromStdString(name));
     if (format == "webp" && blocks.exif) {
         const QByteArray exif = exifBlock(*blocks.exif);
         OIIO::decode_exif(OIIO::string_view(exif.constData(), std::size_t(exif.size())), spec);
@@ -162,9 +165,9 @@ std::optional<cv::Mat> throughStandardProfile(const cv::Mat& inks, Intent intent
 
 /// Replaces the four inks by sRGB. The samples stay empty where only OpenImageIO can do it.
 std::optional<Failure> decodeInks(Photograph& photograph, const OIIO::ImageInput& input,
-                                  const QString& path, Intent intent)
+                                  const std::string& name, Intent intent)
 {
-    const Result<cv::Mat> inks = readInks(input, path.toStdString());
+    const Result<cv::Mat> inks = readInks(input, name);
     if (!inks)
         return inks.failure();
     photograph.colours.profile = Profiles::sRgb();
@@ -212,16 +215,16 @@ bool holdsTransparency(const Photograph& photograph)
     return false;
 }
 
-Result<Photograph> decode(OIIO::ImageInput& input, const QString& path,
+Result<Photograph> decode(OIIO::ImageInput& input, const std::string& name,
                           const ReadSettings& settings)
 {
     Photograph photograph;
     photograph.spec = input.spec();
     describeChannels(photograph, input.format_name());
-    readMetadataOf(photograph, path, input.format_name());
-    const bool isInk = isCmyk(input, path.toStdString());
+    readMetadataOf(photograph, name, input.format_name());
+    const bool isInk = isCmyk(input, name);
     if (isInk)
-        if (auto failure = decodeInks(photograph, input, path, settings.intent))
+        if (auto failure = decodeInks(photograph, input, name, settings.intent))
             return *failure;
     const bool isInRows = settings.mayBeInRows && !isInk && canBeInRows(photograph);
     if (photograph.samples.empty() && !isInRows)
@@ -239,11 +242,41 @@ Result<Photograph> decode(OIIO::ImageInput& input, const QString& path,
     return photograph;
 }
 
-std::unique_ptr<OIIO::ImageInput> openInput(const QString& path)
+/// A photograph's file, which is opened once: a pipe that takes its path meanwhile is not read.
+struct Source
+{
+    const QString& path;
+    std::string name; ///< by which readers open the file
+    std::unique_ptr<QFile> file = std::make_unique<QFile>();
+};
+
+Result<Source> openSource(const QString& path)
+{
+    const auto opened = RegularFile::open(QFile::encodeName(path).toStdString());
+    if (!opened)
+        return Failure{QStringLiteral("is not a regular file that can be read")};
+    Source source{path, opened->name};
+    if (opened->descriptor >= 0)
+        source.file->open(opened->descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    return source;
+}
+
+/// The open file, by the reader of its extension or else by the first that takes it.
+Result<std::unique_ptr<OIIO::ImageInput>> openInput(const Source& source)
 {
     OIIO::ImageSpec wishes;
     wishes.attribute("oiio:UnassociatedAlpha", 1); // colours as stored, not multiplied by alpha
-    return OIIO::ImageInput::open(path.toStdString(), &wishes);
+    OIIO::ImageSpec spec;
+    auto input = OIIO::ImageInput::create(QFileInfo(source.path).suffix().toStdString());
+    if (input && input->open(source.name, spec, wishes))
+        return input;
+    const std::string said = input ? input->geterror() : std::string();
+    input = OIIO::ImageInput::open(source.name, &wishes);
+    const std::string reason = OIIO::geterror(true); // of the extension as well
+    if (input)
+        return input;
+    return Failure{oneLine(OIIO::Strutil::replace(said.empty() ? reason : said, source.name,
+                                                  source.path.toStdString(), true))};
 }
 
 /// How many pictures can be chosen from, 0 where nothing was counted because the format has one
@@ -327,14 +360,14 @@ void ParallelSplit::split(const cv::Range& rows) const
 /// Why the file is not opened. A block of 64 pixels takes one bit of a JPEG file at least, or a
 /// little less with arithmetic coding. A large picture in a file with less than an eighth of these
 /// bits is cut off. libjpeg would fill it with grey when it is opened, in gigabytes of memory.
-std::optional<Failure> refuseShortJpeg(const QString& path)
+std::optional<Failure> refuseShortJpeg(const Source& source)
 {
     constexpr double mostPixelsPerByte = 8 * 64 * 8;
     constexpr double harmlessPixels = 64'000'000;
-    QFile file(path);
+    QFile file(QString::fromStdString(source.name));
     if (!file.open(QIODevice::ReadOnly) || file.peek(3) != QByteArrayView("\xff\xd8\xff"))
         return {};
-    const QSize size = NImageUtils::imageSize(path);
+    const QSize size = NImageUtils::imageSize(source.path);
     const double pixels = double(size.width()) * size.height();
     if (pixels <= std::max(harmlessPixels, mostPixelsPerByte * double(file.size())))
         return {};
@@ -428,25 +461,30 @@ std::optional<Failure> refuseSize(double width, double height, qint64 maxPixels)
 
 Result<Photograph> readPhotograph(const QString& path, const ReadSettings& settings)
 {
-    if (const auto refusal = refuseShortJpeg(path))
+    Result<Source> source = openSource(path);
+    if (!source)
+        return source.failure();
+    if (const auto refusal = refuseShortJpeg(*source))
         return *refusal;
-    auto input = openInput(path);
+    auto input = openInput(*source);
     if (!input)
-        return Failure{oneLine(OIIO::geterror(true))};
-    if (std::string_view(input->format_name()) == "ico") // its reader writes beyond its memory
+        return input.failure();
+    if (std::string_view((*input)->format_name()) == "ico") // its reader writes beyond its memory
         return Failure{QStringLiteral("is an icon and no photograph")};
-    const int pages = pagesOf(*input);
+    const int pages = pagesOf(**input);
     if (pages != 0) // some readers are of no use after a page that does not exist
-        input = openInput(path);
-    if (!input || (settings.page > 1 && !input->seek_subimage(settings.page - 1, 0)))
+        input = openInput(*source);
+    if (!input || (settings.page > 1 && !(*input)->seek_subimage(settings.page - 1, 0)))
         return Failure{QStringLiteral("has no page %1").arg(settings.page)};
-    if (const auto refusal = refuseHeader(input->spec(), settings.maxPixels))
+    if (const auto refusal = refuseHeader((*input)->spec(), settings.maxPixels))
         return *refusal;
-    Result<Photograph> photograph = decode(*input, path, settings);
+    Result<Photograph> photograph = decode(**input, source->name, settings);
     if (photograph && pages > 1 && settings.page == 1)
         photograph->warnings.append(
             QStringLiteral("has %1 pages, of which the first is taken (--page)").arg(pages));
-    if (photograph && photograph->samples.empty())
-        photograph->input = std::move(input);
+    if (photograph && photograph->samples.empty()) {
+        photograph->file = std::move(source->file);
+        photograph->input = std::move(*input);
+    }
     return photograph;
 }

@@ -7,6 +7,7 @@
 #include "result.h"
 #include "sourcecolours.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QSize>
 #include <QtCore/QStringList>
 
@@ -21,6 +22,7 @@ struct Photograph
     /// As a viewer shows them, one to four channels: 8 or 16 bits where the file has as many, else
     /// floats.
     cv::Mat samples;                         ///< empty where `decodeRows` gives them
+    std::unique_ptr<QFile> file;             ///< keeps the name by which `input` was opened
     std::unique_ptr<OIIO::ImageInput> input; ///< the open file, for `decodeRows`
     bool isGrey = false;                     ///< one colour channel in the file
     bool hasAlpha = false;                   ///< an alpha channel in the file

@@ -52,6 +52,17 @@ What is no photograph gets one line each, and the good one is exported:
   $ ls -A out
   good.tiff
 
+A pipe that takes the name of a photograph again and again holds no batch up.
+
+  $ mkfifo pipe && cp good.png swapped.png
+  $ /usr/bin/python3 -c 'import ctypes
+  > while True: ctypes.CDLL(None).renameat2(-100, b"pipe", -100, b"swapped.png", 2)' & swapper=$!
+  $ for run in 1 2 3 4 5 6 7 8; do
+  >   timeout 60 imageutils-workbench --headless swapped.png good.png -o swaps$run > table 2>&1; [ $? -lt 2 ] || echo hangs
+  > done
+  $ kill $swapper; ls swaps*/good.tiff | wc -l
+  8
+
 A name that is no text, in a folder and named by the user, where Qt's own lists would leave it out or name another file:
 
   $ mkdir names && cp good.png names/ && cp good.png names/"$(printf 'b\377.png')"
