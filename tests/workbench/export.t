@@ -351,7 +351,7 @@ As JSON, whatever the name.
   False False
 
 Dark above and bright below, turned clockwise: the left is bright, and the right dark. Named as a format whose pictures
-always get a thumbnail, which is made anew when it is older than its picture, and only then.
+always get a thumbnail, which nobody else may read and which is made anew when it is older than its picture, and only then.
 
   $ oiiotool --pattern constant:color=1,1,1 200x100 3 --fill:color=0,0,0 200x50 -d uint8 -o photo.jpg
   $ mv photo.jpg photo.heic
@@ -359,10 +359,12 @@ always get a thumbnail, which is made anew when it is older than its picture, an
   >   imageutils-workbench --headless photo.heic -o turn --rotate 10 --json |
   >     grep -oE '"(kept|output)":[^,]*|VOLK_Thumbnail_[0-9]*.jpeg'
   > }
-  $ turn
+  $ umask 0; turn
   "kept":false
   "output":"turn/photo.tiff"
   VOLK_Thumbnail_*.jpeg (glob)
+  $ umask 22; stat -c %a $TMPDIR/VOLK*
+  600
   $ /usr/bin/python3 -c 'from PIL import Image
   > picture = Image.open("turn/photo.tiff")
   > right, bottom = picture.size
