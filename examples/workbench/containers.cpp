@@ -14,7 +14,15 @@ constexpr QByteArrayView exifName("Exif\0\0", 6);
 constexpr QByteArrayView xmpName("http://ns.adobe.com/xap/1.0/\0", 29);
 constexpr QByteArrayView photoshopName("Photoshop 3.0\0", 14);
 constexpr QByteArrayView xmpKeyword("XML:com.adobe.xmp\0", 18);
+constexpr QByteArrayView iptcKeyword("Raw profile type iptc\0", 22);
 constexpr quint16 iptcResource = 0x0404;
+
+// The names of the boxes of JPEG 2000 that hold metadata.
+constexpr QByteArrayView exifUuid("JpgTiffExif->JP2", 16);
+constexpr QByteArrayView xmpUuid("\xBE\x7A\xCF\xCB\x97\xA9\x42\xE8\x9C\x71\x99\x94\x91\xE3\xAF\xAC",
+                                 16);
+constexpr QByteArrayView
+    iptcUuid("\x33\xC7\xA4\xD2\xB8\x1D\x47\x23\xA0\xBA\xF1\xA3\xE0\x97\xAD\x38", 16);
 
 template<typename T>
 QByteArray bigEndian(T number)
@@ -149,6 +157,12 @@ MetadataBlocks blocksOfJpeg(QFile& file)
     return blocks;
 }
 
+QByteArray inflated(const QByteArray& bytes)
+{
+    constexpr quint32 expectedSize = 1 << 16; // Qt makes more space when it is not enough
+    return qUncompress(bigEndian(expectedSize) + bytes);
+}
+
 /// The packet in the content of an iTXt chunk behind the keyword: flag and method of compression,
 /// two texts, and the packet.
 QByteArray xmpOfText(const QByteArray& text)
@@ -158,8 +172,20 @@ QByteArray xmpOfText(const QByteArray& text)
     if (keyword < 0)
         return {};
     const QByteArray packet = text.mid(keyword + 1);
-    constexpr quint32 expectedSize = 1 << 16; // Qt makes more space when it is not enough
-    return text.at(0) == 0 ? packet : qUncompress(bigEndian(expectedSize) + packet);
+    return text.at(0) == 0 ? packet : inflated(packet);
+}
+
+/// IPTC as image editors write it into PNG files, which have no chunk for it: as text, with a line
+/// break, a name, the number of bytes, and the bytes in hexadecimal digits. `text` is what follows
+/// the keyword.
+QByteArray iptcOfText(const QByteArray& text)
+{
+    const qsizetype name = text.indexOf('\n', 1);
+    const qsizetype size = name < 0 ? -1 : text.indexOf('\n', name + 1);
+    if (size < 0)
+        return {};
+    const QByteArray bytes = QByteArray::fromHex(text.mid(size));
+    return bytes.startsWith("8BIM") ? iptcAmong(bytes) : bytes;
 }
 
 MetadataBlocks blocksOfPng(QFile& file)
@@ -167,10 +193,14 @@ MetadataBlocks blocksOfPng(QFile& file)
     MetadataBlocks blocks;
     for (const Piece& chunk : pngChunks(file)) {
         QByteArray content;
-        if (chunk.name == "eXIf" || chunk.name == "iTXt")
+        if (chunk.name == "eXIf" || chunk.name.endsWith("Xt"))
             content = bytesAt(file, chunk.content, chunk.end - 4 - chunk.content);
         if (chunk.name == "eXIf")
             blocks.exif = parsedExif(content);
+        else if (chunk.name == "tEXt" && content.startsWith(iptcKeyword))
+            blocks.iptc = iptcOfText(content.mid(iptcKeyword.size()));
+        else if (chunk.name == "zTXt" && content.startsWith(iptcKeyword))
+            blocks.iptc = iptcOfText(inflated(content.mid(iptcKeyword.size() + 1)));
         else if (content.startsWith(xmpKeyword))
             blocks.xmp = xmpOfText(content.mid(xmpKeyword.size()));
     }
@@ -238,6 +268,30 @@ QByteArray profileInBoxes(QFile& file, qint64 begin, qint64 end, int depth = 0)
     return {};
 }
 
+MetadataBlocks blocksOfJp2(QFile& file)
+{
+    MetadataBlocks blocks;
+    blocks.profile = profileInBoxes(file, 0, file.size());
+    qint64 offset = 0;
+    for (int boxes = 0; boxes < 4096; ++boxes) {
+        const QByteArray head = bytesAt(file, offset, 24);
+        const qint64 size = bigNumber<quint32>(head, 0);
+        if (size < 8)
+            return blocks;
+        const QByteArray uuid = head.mid(4, 4) == "uuid" ? head.mid(8) : QByteArray();
+        const QByteArray content =
+            uuid.isEmpty() ? QByteArray() : bytesAt(file, offset + 24, size - 24);
+        if (uuid == exifUuid)
+            blocks.exif = parsedExif(content);
+        else if (uuid == xmpUuid)
+            blocks.xmp = content;
+        else if (uuid == iptcUuid)
+            blocks.iptc = content;
+        offset += size;
+    }
+    return blocks;
+}
+
 /// Replaces the bytes from `begin` to `end` of `file`; what follows is moved.
 QString replace(QFile& file, qint64 begin, qint64 end, const QByteArray& bytes)
 {
@@ -270,17 +324,26 @@ struct JpegBlock
     bool isTooLong() const { return size() > 0xFFFF; } // Exif and XMP may not be divided
 };
 
+/// IPTC as one of the resources of Photoshop.
+QByteArray iptcResourceOf(const MetadataBlocks& blocks)
+{
+    if (blocks.iptc.isEmpty())
+        return {};
+    return "8BIM" + bigEndian(iptcResource) + QByteArray(2, '\0') +
+           bigEndian(quint32(blocks.iptc.size())) + blocks.iptc +
+           QByteArray(blocks.iptc.size() % 2, '\0');
+}
+
+QByteArray exifBlockOf(const MetadataBlocks& blocks)
+{
+    return blocks.exif ? exifBlock(*blocks.exif) : QByteArray();
+}
+
 std::array<JpegBlock, 3> jpegBlocks(const MetadataBlocks& blocks)
 {
-    QByteArray iptc = blocks.iptc;
-    if (!iptc.isEmpty()) {
-        iptc.prepend("8BIM" + bigEndian(iptcResource) + QByteArray(2, '\0') +
-                     bigEndian(quint32(iptc.size())));
-        iptc.resize(iptc.size() + iptc.size() % 2);
-    }
-    return {{{"Exif", 0xE1, exifName, blocks.exif ? exifBlock(*blocks.exif) : QByteArray()},
+    return {{{"Exif", 0xE1, exifName, exifBlockOf(blocks)},
              {"XMP", 0xE1, xmpName, blocks.xmp},
-             {"IPTC", 0xED, photoshopName, iptc}}};
+             {"IPTC", 0xED, photoshopName, iptcResourceOf(blocks)}}};
 }
 
 QByteArray jpegSegment(const JpegBlock& block)
@@ -331,6 +394,17 @@ QByteArray pngChunk(const char* name, const QByteArray& content)
     return bigEndian(quint32(content.size())) + named + bigEndian(crcOf(named));
 }
 
+/// See iptcOfText.
+QByteArray textOfIptc(const QByteArray& bytes)
+{
+    constexpr qsizetype digitsPerLine = 72;
+    const QByteArray digits = bytes.toHex();
+    QByteArray text = "\niptc\n" + QByteArray::number(bytes.size()).rightJustified(8) + '\n';
+    for (qsizetype at = 0; at < digits.size(); at += digitsPerLine)
+        text += digits.mid(at, digitsPerLine) + '\n';
+    return text;
+}
+
 QString writeIntoPng(QFile& file, const MetadataBlocks& blocks)
 {
     QByteArray head;
@@ -344,7 +418,7 @@ QString writeIntoPng(QFile& file, const MetadataBlocks& blocks)
             head += bytesAt(file, chunk.begin, chunk.end - chunk.begin);
     }
     if (blocks.exif) {
-        head += pngChunk("eXIf", exifBlock(*blocks.exif));
+        head += pngChunk("eXIf", exifBlockOf(blocks));
         const auto software = blocks.exif->image.find(ExifTag::Software);
         if (software != blocks.exif->image.end())
             head +=
@@ -352,6 +426,8 @@ QString writeIntoPng(QFile& file, const MetadataBlocks& blocks)
     }
     if (!blocks.xmp.isEmpty())
         head += pngChunk("iTXt", xmpKeyword.toByteArray() + QByteArray(4, '\0') + blocks.xmp);
+    if (!blocks.iptc.isEmpty())
+        head += pngChunk("tEXt", iptcKeyword.toByteArray() + textOfIptc(iptcResourceOf(blocks)));
     return replace(file, 8, end, head);
 }
 
@@ -367,9 +443,7 @@ QByteArray webpChunk(const char* name, const QByteArray& content)
 /// metadata comes last.
 QString writeIntoWebp(QFile& file, const MetadataBlocks& blocks, QSize size, bool hasAlpha)
 {
-    const QByteArray tail =
-        webpChunk("EXIF", blocks.exif ? exifBlock(*blocks.exif) : QByteArray()) +
-        webpChunk("XMP ", blocks.xmp);
+    const QByteArray tail = webpChunk("EXIF", exifBlockOf(blocks)) + webpChunk("XMP ", blocks.xmp);
     if (tail.isEmpty())
         return {};
     constexpr char alphaFlag = 0x10;
@@ -423,6 +497,23 @@ QString writeIntoTiff(QFile& file, const MetadataBlocks& blocks)
     return {};
 }
 
+QByteArray jp2Box(QByteArrayView uuid, const QByteArray& content)
+{
+    if (content.isEmpty())
+        return {};
+    constexpr qsizetype header = 24;
+    return bigEndian(quint32(header + content.size())) + "uuid" + uuid.toByteArray() + content;
+}
+
+/// Boxes behind the picture, which OpenImageIO has written with its length.
+QString writeIntoJp2(QFile& file, const MetadataBlocks& blocks)
+{
+    const qint64 end = file.size();
+    return replace(file, end, end,
+                   jp2Box(exifUuid, exifBlockOf(blocks)) + jp2Box(xmpUuid, blocks.xmp) +
+                       jp2Box(iptcUuid, blocks.iptc));
+}
+
 /// Overwrites the Exif item that OpenImageIO wrote around the placeholder. In front of its name
 /// stand four bytes that say how far behind them the TIFF structure begins.
 QString writeIntoHeif(QFile& file, const MetadataBlocks& blocks)
@@ -465,7 +556,9 @@ MetadataBlocks readBlocks(const QString& path)
         return blocksOfWebp(file);
     if (head.startsWith("II*") || head.startsWith(QByteArrayView("MM\0*", 4)))
         return blocksOfTiff(file);
-    if (head.mid(4, 4) == "ftyp" || head.mid(4, 4) == "jP  ") {
+    if (head.mid(4, 4) == "jP  ")
+        return blocksOfJp2(file);
+    if (head.mid(4, 4) == "ftyp") {
         MetadataBlocks blocks;
         blocks.profile = profileInBoxes(file, 0, file.size());
         return blocks;
@@ -475,7 +568,7 @@ MetadataBlocks readBlocks(const QString& path)
 
 bool takesBlocks(std::string_view format)
 {
-    constexpr std::array<std::string_view, 4> formats{"jpeg", "png", "tiff", "webp"};
+    constexpr std::array<std::string_view, 5> formats{"jpeg", "jpeg2000", "png", "tiff", "webp"};
     return std::find(formats.begin(), formats.end(), format) != formats.end();
 }
 
@@ -500,5 +593,7 @@ QString writeBlocks(QFile& file, const MetadataBlocks& blocks, QSize size, bool 
         return writeIntoWebp(file, blocks, size, hasAlpha);
     if (head.startsWith("II*"))
         return writeIntoTiff(file, blocks);
+    if (head.mid(4, 4) == "jP  ")
+        return writeIntoJp2(file, blocks);
     return head.mid(4, 4) == "ftyp" ? writeIntoHeif(file, blocks) : QString();
 }

@@ -100,7 +100,7 @@ void readMetadataOf(Photograph& photograph, const std::string& name, const std::
         const QByteArray exif = exifBlock(*blocks.exif);
         OIIO::decode_exif(OIIO::string_view(exif.constData(), std::size_t(exif.size())), spec);
     }
-    // OpenImageIO gives up the whole block where one of its entries is damaged.
+    // Some programs store the orientation as a signed number of 32 bits, which OpenImageIO ignores.
     if (format == "jpeg" && blocks.exif && !spec.find_attribute("Orientation"))
         if (const auto found = blocks.exif->image.find(ExifTag::Orientation);
             found != blocks.exif->image.end() && !found->second.value.isEmpty())

@@ -47,6 +47,8 @@ Samples, channels and the camera's data come over as they are, where the format 
   Make: Maker
   FNumber: 2.8
   out/photo.jp2 : 37 x 33, 3 channel, uint8 jpeg2000
+  Make: Maker
+  FNumber: 2.8
   out/photo.sgi : 37 x 33, 3 channel, uint8 sgi
   out/photo.tiff : 37 x 33, 3 channel, uint16 tiff
   Make: Maker
@@ -54,6 +56,14 @@ Samples, channels and the camera's data come over as they are, where the format 
   out/photo.png : 37 x 33, 4 channel, uint8 png
   Make: Maker
   FNumber: 2.8
+
+Each format that the completion offers can be written.
+
+  $ source <(imageutils-workbench --completion bash)
+  $ COMP_WORDS=(imageutils-workbench --format = '') COMP_CWORD=3; _imageutils_workbench || true
+  $ for format in "${COMPREPLY[@]}"; do
+  >   export_it photo.tif -o all --format $format && oiiotool --info all/photo.${format/preserve/tif} > said || echo $format
+  > done
 
 OpenEXR holds linear light, multiplied by alpha; what comes from there gets the curve of sRGB.
 
@@ -68,7 +78,7 @@ OpenEXR holds linear light, multiplied by alpha; what comes from there gets the 
 
 Formats that carry no profile get sRGB, also from WebP and HEIF, whose profiles OpenImageIO does not read; the others
 keep it. So does Adobe RGB that only Exif names. The orientation in the Exif block of a HEIF file has no effect. PSNR in
-tens of decibels, and the name of the profile.
+tens of decibels, the name of the profile, and what Exif says.
 
   $ icc=/usr/share/color/icc/ghostscript
   $ psnr() { compare -metric PSNR "$1" "$2" null: 2>&1 | cut -c 1; }
@@ -80,24 +90,25 @@ tens of decibels, and the name of the profile.
   $ convert adobe.png -define webp:lossless=true adobe-webp.webp
   $ convert adobe.png +profile icc -quality 100 adobe-exif.jpg
   $ exiftool -q -overwrite_original -ColorSpace#=65535 -InteropIndex='R03 - DCF option file (Adobe RGB)' adobe-exif.jpg
-  $ for pair in adobe.png,{webp,bmp,jp2,heic,avif,gif,png} adobe-{heif.heic,webp.webp,exif.jpg},{ppm,png}; do
+  $ for pair in adobe.png,{webp,bmp,jp2,heic,avif,gif,png} adobe-{heif.heic,webp.webp},{ppm,png} adobe-exif.jpg,{ppm,png,webp}; do
   >   output=out/$(basename ${pair%.*}).${pair#*,} && rm -f $output
   >   export_it ${pair%,*} -o out --format ${pair#*,} && heif-convert $output seen.png > said 2>&1 || cp $output seen.png
-  >   echo "$pair $(psnr srgb.png seen.png) $(exiftool -s3 -ProfileDescription $output)"
+  >   echo "$pair $(psnr srgb.png seen.png) $(exiftool -s3 -ProfileDescription -ColorSpace $output | paste -sd ,)"
   > done
-  adobe.png,webp 4 
+  adobe.png,webp 4 sRGB
   adobe.png,bmp 5 
-  adobe.png,jp2 5 
-  adobe.png,heic 3 
-  adobe.png,avif 3 
+  adobe.png,jp2 5 sRGB
+  adobe.png,heic 3 sRGB
+  adobe.png,avif 3 sRGB
   adobe.png,gif 3 
-  adobe.png,png 2 Artifex Software A98 ICC Profile
+  adobe.png,png 2 Artifex Software A98 ICC Profile,Uncalibrated
   adobe-heif.heic,ppm 4 
   adobe-heif.heic,png 2 Artifex Software A98 ICC Profile
   adobe-webp.webp,ppm 5 
   adobe-webp.webp,png 2 Artifex Software A98 ICC Profile
   adobe-exif.jpg,ppm 4 
-  adobe-exif.jpg,png 2 Compatible with Adobe RGB (1998)
+  adobe-exif.jpg,png 2 Compatible with Adobe RGB (1998),Uncalibrated
+  adobe-exif.jpg,webp 4 sRGB
   $ rm $TMPDIR/VOLK*
   $ export_it adobe.png -o srgb --profile srgb && psnr srgb.png srgb/adobe.tiff && exiftool -s3 -ProfileDescription srgb/adobe.tiff
   5
@@ -109,7 +120,7 @@ tens of decibels, and the name of the profile.
 
 Infinite samples and those that are no numbers stay where they are.
 
-  $ oiiotool light.exr --mulc inf -o inf.exr
+  $ oiiotool light.exr --mulc inf light.exr --mulc nan light.exr --mosaic 3x1 -o inf.exr
   $ export_it inf.exr -o out --format exr
   $ cmp <(oiiotool --dumpdata inf.exr | tail -n +2) <(oiiotool --dumpdata out/inf.exr | tail -n +2)
 
@@ -144,25 +155,26 @@ The camera's data, the profile and the turn as other programs read them.
   ISO: 400
   DateTimeOriginal: 2024:05:06 07:08:09
 
-All that exiftool finds in the source goes where the format has a place for it; what is missing is named. Not so the
-place, or all of it, where the user says so.
+All that exiftool finds in the source goes where the format has a place for it, but for maker notes; what is missing is
+named. Not so the place, or all of it, where the user says so.
 
-  $ noise 32x16 3 -d uint8 -o full.jpg && exiftool -q -overwrite_original -Make=Maker -ExposureTime=1/250 -UserComment='hällo' \
+  $ noise 32x32 3 -d uint8 -o full.jpg && exiftool -q -overwrite_original -Make=Maker -ExposureTime=1/250 -UserComment='hällo' \
   >   -OffsetTimeOriginal=+02:00 -GPSLatitude=48.2 -GPSLatitudeRef=N -GPSAltitude=512 -XMP-dc:Title='Ünïcode' \
   >   -XMP-dc:Subject=a -XMP-dc:Subject=b -XMP-exif:GPSLatitude=48.2 -codedcharacterset=utf8 \
-  >   -IPTC:Caption-Abstract='Größe' full.jpg
+  >   -IPTC:Caption-Abstract='Größe' -OwnerName=x full.jpg && LC_ALL=C sed -i 's/\x30\xA4\x02\x00/\x7C\x92\x07\x00/' full.jpg
   $ tags() {
   >   exiftool -G1 -s -IFD0:all -ExifIFD:all -GPS:all -XMP:all -IPTC:all --ColorSpace --YCbCrPositioning --Software --OriginatingProgram $1 | sort
   > }
-  $ for format in jpg tiff png webp heic; do
+  $ for format in jpg tiff png jp2 webp heic; do
   >   export_it full.jpg -o full --format $format
   >   echo $format: $(tags full.jpg | comm -23 - <(tags full/full.$format) | sed 's/.*\] *//; s/ *:.*//')
   > done
-  jpg:
-  tiff:
-  png: ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion
-  webp: ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion
-  heic: ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion Subject Title XMPToolkit
+  jpg: MakerNoteUnknownText
+  tiff: MakerNoteUnknownText
+  png: MakerNoteUnknownText
+  jp2: MakerNoteUnknownText
+  webp: MakerNoteUnknownText ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion
+  heic: MakerNoteUnknownText ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion Subject Title XMPToolkit
   $ for choice in no-gps none; do
   >   export_it full.jpg -o $choice --format jpg --metadata $choice
   >   exiftool -S -Make -Title '-*GPSL*' $choice/full.jpg
@@ -170,7 +182,8 @@ place, or all of it, where the user says so.
   Make: Maker
   Title: Ünïcode
 
-CMYK comes out as sRGB, without its profile. One that cannot be used is replaced, and a warning says by which.
+CMYK comes out as sRGB through its profile, and without it. One that cannot be used is replaced, and a warning says by
+which. The intent counts: by the relative one, blacks are not fitted to each other.
 
   $ { head -c 16 /dev/zero; printf CMYK; head -c 16 /dev/zero; printf acsp; head -c 92 /dev/zero; } > cmyk.icc
   $ noise 16x16 3 -d uint8 -o rgb.tif
@@ -181,14 +194,22 @@ CMYK comes out as sRGB, without its profile. One that cannot be used is replaced
   SamplesPerPixel: 4
   ICC_Profile: (Binary data 132 bytes, use -b option to extract)
   SamplesPerPixel: 3
-  $ standard="-profile /usr/share/color/icc/ghostscript/default_cmyk.icc -profile /usr/share/color/icc/ghostscript/srgb.icc"
   $ convert cmyk.tif +profile icc cmyk.jpg && convert cmyk.jpg cmyk-jpg.tif
   $ export_it cmyk.jpg -o out --format png
   cmyk.jpg: CMYK without a usable profile: Artifex CMYK SWOP Profile is taken
-  $ for pair in cmyk.tif,out/cmyk.tiff cmyk.jpg,out/cmyk.png; do
-  >   convert ${pair%,*} +profile icc $standard expected.png && compare -metric PSNR expected.png ${pair#*,} null: 2>&1 | cut -c 1
-  > done
+  $ export_it cmyk.jpg -o relative --format png --intent relative 2> said
+  $ convert cmyk.tif +profile icc -profile $icc/ps_cmyk.icc own.tif && export_it own.tif -o out
+  $ while read source output profile; do
+  >   convert $source +profile icc -profile $icc/${profile}_cmyk.icc -profile $icc/srgb.icc expected.png && psnr expected.png $output
+  > done << END
+  > cmyk.tif out/cmyk.tiff default
+  > cmyk.jpg out/cmyk.png default
+  > cmyk.jpg relative/cmyk.png default
+  > own.tif out/own.tiff ps
+  > END
   3
+  3
+  4
   3
 
 Every orientation comes out upright; the ninth is none.
@@ -214,6 +235,18 @@ Every orientation comes out upright; the ninth is none.
   9 (17, 9) True
   $ exiftool -q -if '$Orientation# != 1' -FileName upright
   [2]
+
+So does one that is stored as a signed number of 32 bits. An empty comment in a GIF file does no harm.
+
+  $ oiiotool stored.png --attrib Orientation 6 -o signed.jpg && oiiotool stored.png -o comment.gif
+  $ LC_ALL=C sed -i 's/\x12\x01\x03\x00\x01\x00\x00\x00\x06/\x12\x01\x09\x00\x01\x00\x00\x00\x06/' signed.jpg
+  $ LC_ALL=C sed -i 's/\x21\xF9\x04/\x21\xFE\x00&/' comment.gif
+  $ export_it signed.jpg comment.gif -o upright && exiftool -s3 -ImageSize upright/signed.tiff upright/comment.tiff
+  ======== upright/signed.tiff
+  9x17
+  ======== upright/comment.tiff
+  17x9
+      2 image files read
 
 Turns and mirrors move every pixel and change none; a crop reaches the edges. WebP's orientation counts as well. Of
 several pages one is taken.
