@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "exportformat.h"
 
-#include <imageutils/imageutils.h>
+#include "formats.h"
 
 #include <QtCore/QRegularExpression>
 
@@ -149,15 +149,11 @@ void chooseCompression(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer,
 
 std::unique_ptr<OIIO::ImageOutput> writerFor(const QString& extension)
 {
-    // OpenImageIO also "writes" to terminals and to nowhere: only formats of pictures count.
-    // Icons cannot be read back: OpenImageIO's reader writes beyond its memory. Its FITS files have
-    // the channels as their first axis and a header that is not filled up, which no other program
-    // reads.
-    const QString lower = extension.toLower();
-    if ((!NImageUtils::supportedFileFormats().contains(lower) && lower != QLatin1String("jxl")) ||
-        lower == QLatin1String("ico") || lower == QLatin1String("fits"))
+    // OpenImageIO also "writes" to terminals and to nowhere, and does not know every extension.
+    const QString usual = Formats::usualExtensionOf(extension);
+    if (usual.isEmpty())
         return nullptr;
-    auto writer = OIIO::ImageOutput::create(lower.toStdString());
+    auto writer = OIIO::ImageOutput::create(usual.toStdString());
     OIIO::geterror(true); // else the next one to ask gets the answer
     return writer;
 }

@@ -21,6 +21,7 @@ struct Format
     double mostPixels;
     const char* depths;            ///< the values of --bit-depth that it has
     const char* compressions = ""; ///< the usual one first
+    int shortestSide = 1;          ///< that the encoder takes
 };
 
 constexpr int anySide = INT_MAX;
@@ -28,26 +29,28 @@ constexpr double anyNumber = 1e18;
 // The writer of OpenImageIO 2.4 overflows its buffer above this number.
 constexpr double mostGifPixels = OIIO_VERSION < 20500 ? 16'000'000 : anyNumber;
 
+// Left out are formats of which OpenImageIO has a writer: icons, because its reader of them writes
+// beyond its memory; FITS, because its files have the channels as their first axis and a header
+// that is not filled up, which no other program reads; IFF, because its writer takes tiles alone.
 const Format formats[] = {
-    {QLatin1String("AVIF"), "avif", 65'536, true, anyNumber, "8"},
+    {QLatin1String("AVIF"), "avif", 32'767, true, anyNumber, "8"},
     {QLatin1String("BMP"), "bmp dib", 32'767, false, 700'000'000,
      "8"}, // 2 GiB of 3 bytes per pixel
     {QLatin1String("DPX"), "dpx", anySide, false, anyNumber, "8 16"},
     {QLatin1String("GIF"), "gif", 65'535, false, mostGifPixels, "8"},
     {QLatin1String("HEIF"), "heic heif heics hif", 32'767, true, anyNumber, "8"},
-    {QLatin1String("IFF"), "iff z", 65'535, false, anyNumber, "8 16"},
     {QLatin1String("JPEG"), "jpg jpe jpeg jif jfif jfi", 65'500, true, anyNumber, "8"},
-    {QLatin1String("JPEG 2000"), "jp2 j2k j2c", anySide, false, anyNumber, "8 16"},
+    {QLatin1String("JPEG 2000"), "jp2 j2k", anySide, false, anyNumber, "8 16", "", 32},
 #if OIIO_VERSION >= 30000
     {QLatin1String("JPEG XL"), "jxl", anySide, true, anyNumber, "8 16"},
 #endif
     {QLatin1String("OpenEXR"), "exr sxr mxr", anySide, false, anyNumber, "16 32",
      "zip none rle zips piz"},
     {QLatin1String("PNG"), "png", 1'000'000, false, anyNumber, "8 16"},
-    {QLatin1String("PNM"), "ppm pgm pbm pnm pfm", anySide, false, anyNumber, "8"},
+    {QLatin1String("PNM"), "ppm pgm pbm pnm", anySide, false, anyNumber, "8"},
     {QLatin1String("Radiance HDR"), "hdr rgbe", anySide, false, anyNumber, "32"},
     {QLatin1String("RLA"), "rla", 32'767, false, anyNumber, "8 16 32"},
-    {QLatin1String("SGI"), "sgi rgb rgba bw int inta", 65'535, false, anyNumber, "8 16"},
+    {QLatin1String("SGI"), "sgi rgb rgba bw int inta", 65'534, false, anyNumber, "8 16"},
     {QLatin1String("Targa"), "tga tpic", 65'535, false, anyNumber, "8"},
     {QLatin1String("TIFF"), "tiff tif tx env sm vsm", anySide, false, anyNumber, "8 16 32",
      "zip none lzw packbits"},
@@ -94,6 +97,12 @@ bool isJpegXl(const QString& path)
 
 bool Formats::isWritable(const QString& extension) { return formatOf(extension) != nullptr; }
 
+QString Formats::usualExtensionOf(const QString& extension)
+{
+    const Format* const format = formatOf(extension);
+    return format ? wordsIn(format->extensions).first() : QString();
+}
+
 QString Formats::refusalOf(const QString& extension, QSize size)
 {
     const Format* const format = formatOf(extension);
@@ -105,6 +114,12 @@ QString Formats::refusalOf(const QString& extension, QSize size)
             .arg(size.height())
             .arg(format->name)
             .arg(format->longestSide);
+    if (std::min(size.width(), size.height()) < format->shortestSide)
+        return QStringLiteral("%1 x %2 pixels are too few for %3, whose sides have at least %4")
+            .arg(size.width())
+            .arg(size.height())
+            .arg(format->name)
+            .arg(format->shortestSide);
     if (double(size.width()) * size.height() > format->mostPixels)
         return QStringLiteral("%1 x %2 pixels are too many for the %3 encoder, which takes %4")
             .arg(size.width())

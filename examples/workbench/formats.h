@@ -11,6 +11,10 @@ namespace Formats {
 /// Whether pictures can be exported with `extension`, in any letter case.
 bool isWritable(const QString& extension);
 
+/// The first one of the extensions that a format has, for files with the extension `extension`;
+/// empty for those that are not written.
+QString usualExtensionOf(const QString& extension);
+
 /// Why the format with `extension` cannot hold a picture of `size`; empty when it can.
 QString refusalOf(const QString& extension, QSize size);
 
