@@ -29,8 +29,10 @@ size_t CheckedFile::write(const void* buffer, size_t size)
 {
     const qint64 count = m_file.write(static_cast<const char*>(buffer), qint64(size));
     m_end = std::max(m_end, m_file.pos());
-    if (count != qint64(size))
-        fail(m_file.errorString()); // a short count comes without an error of its own
+    if (count >= 0 && count != qint64(size)) // which comes without an error of its own
+        fail(QStringLiteral("not all bytes arrived"));
+    else if (count < 0)
+        fail(m_file.errorString());
     return count > 0 ? size_t(count) : 0;
 }
 

@@ -19,9 +19,25 @@ namespace {
 
 constexpr OIIO::stride_t bytesPerPixel = 4 * sizeof(float);
 
-Failure cannotBeWritten(const QString& reason)
+/// Why the system gives the file at `path` no more space; empty when it does. Encoders lose this
+/// reason, and the file is of no use any more.
+QString refusalToGrow(const QString& path)
 {
-    return {QStringLiteral("cannot be written: %1").arg(reason)};
+    const QByteArray block(1 << 16, '\0');
+    QFile file(path);
+    if (!file.open(QIODevice::Append | QIODevice::Unbuffered))
+        return {};
+    // The first part of a block may still be accepted, without an error.
+    for (int attempt = 0; attempt < 2; ++attempt)
+        if (file.write(block) < 0)
+            return file.errorString();
+    return {};
+}
+
+Failure cannotBeWritten(AtomicFile& whole, const QString& reason)
+{
+    const QString ofSystem = refusalToGrow(whole.file().fileName());
+    return {QStringLiteral("cannot be written: %1").arg(ofSystem.isEmpty() ? reason : ofSystem)};
 }
 
 /// Puts the channels of `image` that are written in front: of grey and alpha that is R and A.
@@ -117,9 +133,9 @@ std::optional<Failure> failureToWriteLossless(AtomicFile& whole, const NextRows&
     if (!image)
         return image.failure();
     if (!writeLosslessWebP(whole.file(), *image))
-        return cannotBeWritten(QStringLiteral("not all bytes were encoded and written"));
+        return cannotBeWritten(whole, QStringLiteral("not all bytes were encoded and written"));
     const QString failure = failureToFinish(whole, header, blocks, false);
-    return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(failure));
+    return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(whole, failure));
 }
 
 /// Why there is no whole file.
@@ -139,11 +155,11 @@ std::optional<Failure> failureToWrite(AtomicFile& whole, const NextRows& nextRow
     if (isChecked)
         file.finish();
     if (!file.failure().isEmpty())
-        return cannotBeWritten(file.failure());
+        return cannotBeWritten(whole, file.failure());
     if (!isWritten)
-        return cannotBeWritten(QString::fromStdString(writer->geterror()).simplified());
+        return cannotBeWritten(whole, QString::fromStdString(writer->geterror()).simplified());
     const QString failure = failureToFinish(whole, header, blocks, isChecked);
-    return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(failure));
+    return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(whole, failure));
 }
 
 qint64 bitmapLength(const cv::Mat& pixels)
@@ -188,6 +204,6 @@ Result<std::unique_ptr<AtomicFile>> exportBitmap(const cv::Mat& chroma, const QS
     CvUtils::imwrite(path, chroma, cv::COLOR_RGB2BGR, 255.0F, 0.0F, 1.0F);
     // It reports nothing, and says nothing of a full disk.
     if (QFileInfo(path).size() != bitmapLength(chroma))
-        return cannotBeWritten(QStringLiteral("not all bytes arrived, the disk may be full"));
+        return cannotBeWritten(**whole, QStringLiteral("not all bytes arrived"));
     return whole;
 }

@@ -136,9 +136,35 @@ claims 4 gigapixels, and one that needs more memory than the user allows cost on
   caption.jpg
   caption.jpg.workbench
   good.jpg
-  $ imageutils-workbench --headless wide.png -o one --format webp > table
-  wide.png: 66000 x 8 pixels are too many for WebP, whose sides have at most 16383
+  $ imageutils-workbench --headless good.png -o one --format jp2 > table
+  good.png: 8 x 8 pixels are too few for JPEG 2000, whose sides have at least 32
   [1]
+
+The longest side of each format is exported, and one pixel more is refused before any work. Of GIF, the encoder may take
+fewer than 17 megapixels.
+
+  $ while read format side rows; do
+  >   for width in $side $((side + 1)); do oiiotool --create ${width}x${rows:-2} 3 -d uint8 -o $width.tif; done
+  >   imageutils-workbench --headless $side.tif $((side + 1)).tif -o sides --format $format > table 2> said
+  >   [ "$(ls sides | grep -v workbench)" = $side.$format ] && grep -q "at most $side" said || cat said
+  >   rm -r sides
+  > done << END
+  > avif 32767
+  > bmp 32767
+  > gif 65535
+  > heic 32767 32
+  > jpg 65500
+  > png 1000000
+  > rla 32767
+  > sgi 65534
+  > tga 65535
+  > webp 16383
+  > END
+  $ oiiotool --create 4200x4100 3 -d uint8 -o many.png
+  $ imageutils-workbench --headless many.png -o sides --format gif 2>&1 > table | grep -v 'too many for the GIF encoder'
+  [1]
+  $ oiiotool --info sides/many.gif 2>&1 | grep -o '4200 x 4100\|does not exist'
+  (4200 x 4100|does not exist) (re)
 
 A standard output that takes nothing, and one that takes a line, as `head` does:
 
@@ -157,31 +183,36 @@ Folders that cannot be written:
   imageutils-workbench: cannot make the folder /proc/out: No such file or directory
   2
 
-A full disk, for writers that fail at once, in the middle, and with the last bytes only: nothing is left of the picture.
+A full disk, for writers that fail at once, in the middle, and with the last bytes only: nothing is left of the picture, and
+the reason is the system's.
 
   $ noise 256x256 large.png && cp large.png before.png
-  $ for options in "8 tiff" "8 png" "8 jpg" "8 exr" "8 sgi" "8 webp" "8 bmp" "1 tiff" "8 jpg --bitmap"; do
+  $ for options in "8 tiff" "8 png" "8 jpg" "8 exr" "8 sgi" "8 webp" "8 webp --lossless" "8 avif" "8 bmp" "1 tiff" "8 jpg --bitmap"; do
   >   set -- $options
   >   (ulimit -f $1; imageutils-workbench --headless large.png good.png -o full --format $2 $3 2>&1 > table)
   >   echo "$options: $?, left: $(find full \( -name 'large*' -o -name '.?*' \))"
   > done | grep -v '^good.png'
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   8 tiff: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   8 png: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   8 jpg: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   8 exr: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   8 sgi: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   8 webp: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
+  8 webp --lossless: 1, left: 
+  large.png: cannot be written: File too large
+  8 avif: 1, left: 
+  large.png: cannot be written: File too large
   8 bmp: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   1 tiff: 1, left: 
-  large.png: cannot be written* (glob)
+  large.png: cannot be written: File too large
   8 jpg --bitmap: 1, left: 
   $ cmp large.png before.png
 
@@ -205,6 +236,7 @@ Wrong command lines, with one line each:
   > --format dds
   > --format x/../../y
   > --format ico
+  > --format fits
   > --scale 1e9
   > --percent x
   > --fit 3
@@ -245,6 +277,7 @@ Wrong command lines, with one line each:
   --format dds: 2, lines: 1, 1 of them errors
   --format x/../../y: 2, lines: 1, 1 of them errors
   --format ico: 2, lines: 1, 1 of them errors
+  --format fits: 2, lines: 1, 1 of them errors
   --scale 1e9: 2, lines: 1, 1 of them errors
   --percent x: 2, lines: 1, 1 of them errors
   --fit 3: 2, lines: 1, 1 of them errors
