@@ -337,7 +337,7 @@ ScrollView { // how photographs are exported
 
         SettingRow {
             name: qsTr("Name")
-            help: root.settings.nameProblem !== "" ? root.settings.nameProblem : qsTr("{name} is the name of the original, {folder} that of its folder, {number} its place in the list.")
+            help: root.settings.nameProblem !== "" ? root.settings.nameProblem : qsTr("{name} is the name of the original, {folder} that of its folder, {number} its place in the list, {date} the day when it was taken.")
             onReset: root.settings.reset("nameTemplate")
 
             TextField {

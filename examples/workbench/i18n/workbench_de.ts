@@ -852,8 +852,8 @@
         <translation>Name</translation>
     </message>
     <message>
-        <source>{name} is the name of the original, {folder} that of its folder, {number} its place in the list.</source>
-        <translation>{name} ist der Name des Originals, {folder} der seines Ordners, {number} sein Platz in der Liste.</translation>
+        <source>{name} is the name of the original, {folder} that of its folder, {number} its place in the list, {date} the day when it was taken.</source>
+        <translation>{name} ist der Name des Originals, {folder} der seines Ordners, {number} sein Platz in der Liste, {date} der Tag der Aufnahme.</translation>
     </message>
     <message>
         <source>Name of exported photographs</source>
