@@ -17,11 +17,13 @@ ApplicationWindow {
     readonly property bool isFullScreen: root.visibility === Window.FullScreen
     property int visibilityBefore: Window.Windowed
 
+    // Files that are no photographs are listed, too, and the list says why they are not shown.
     function paste(): void {
         const paths = Array.from(osUtils.clipboard());
         if (paths.length === 0)
             messages.show(qsTr("The clipboard holds no photograph."));
-        root.photographs.add(paths);
+        else
+            root.photographs.add(paths.concat(Library.otherCopiedFiles(paths)));
     }
 
     function exportSelected(): void {

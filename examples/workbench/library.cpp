@@ -8,7 +8,10 @@
 #include <imageutils/imageutils.h>
 #include <imageutils/osutils.h>
 
+#include <QtCore/QMimeData>
+#include <QtGui/QClipboard>
 #include <QtGui/QColorSpace>
+#include <QtGui/QGuiApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -57,6 +60,17 @@ bool Library::canCrop(QSizeF pixels, QRectF crop, double degrees)
 QRectF Library::nearestCrop(QSizeF pixels, QRectF from, QRectF to, double degrees)
 {
     return CropArea::nearest(pixels.toSize(), from.toRect(), to.toRect(), degrees);
+}
+
+QStringList Library::otherCopiedFiles(const QStringList& paths)
+{
+    QStringList files;
+    const QMimeData* const copied = QGuiApplication::clipboard()->mimeData();
+    const QList<QUrl> urls = copied ? copied->urls() : QList<QUrl>();
+    for (const QUrl& url : urls)
+        if (url.isLocalFile() && !paths.contains(url.toLocalFile()))
+            files.append(url.toLocalFile());
+    return files;
 }
 
 QString Library::pathOf(const QUrl& url) { return url.toLocalFile(); }

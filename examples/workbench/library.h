@@ -3,6 +3,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QRect>
+#include <QtCore/QStringList>
 #include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
@@ -34,6 +35,9 @@ public:
 
     /// The crop nearest to `to` that lies within the picture, on the way from the crop `from`.
     Q_INVOKABLE static QRectF nearestCrop(QSizeF pixels, QRectF from, QRectF to, double degrees);
+
+    /// The files on the clipboard that are not among `paths`.
+    Q_INVOKABLE static QStringList otherCopiedFiles(const QStringList& paths);
 
     /// The local path of `url`.
     Q_INVOKABLE static QString pathOf(const QUrl& url);
