@@ -187,6 +187,16 @@ QByteArray lineOf(const Message& message)
     return lineOf(object);
 }
 
+QByteArray lineOf(Interrupt interrupt) { return QByteArray::number(int(interrupt)) + '\n'; }
+
+Interrupt interruptOf(const QByteArray& line)
+{
+    for (const Interrupt interrupt : {Interrupt::Picture, Interrupt::Decoding})
+        if (line == lineOf(interrupt))
+            return interrupt;
+    return Interrupt::None;
+}
+
 std::optional<Message> messageOf(const QByteArray& line)
 {
     const QJsonObject json = QJsonDocument::fromJson(line).object();

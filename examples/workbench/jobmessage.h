@@ -11,8 +11,14 @@
 /// What the program and its worker processes say to each other over pipes: one line of JSON each.
 /// The program sends a Request; the worker answers with any number of Messages, of which the last
 /// one is a Result or a Preview. A worker that wants memory waits for one line, whatever it says. A
-/// worker that makes an exact view gives it up when a line comes; an empty line has no other
-/// effect.
+/// worker that is at work on a view gives up what an Interrupt says, a line of one digit.
+
+/// What a worker gives up for the next request.
+enum class Interrupt {
+    None,
+    Picture, ///< the exact picture, when the next request is for the same photograph
+    Decoding ///< the decoding of a photograph as well
+};
 
 /// What a window wants to show of a photograph.
 struct View
@@ -78,6 +84,12 @@ QByteArray lineOf(const Message& message);
 
 /// The request in `line`; a default one when the line holds none.
 Request requestOf(const QByteArray& line);
+
+/// The line for `interrupt`.
+QByteArray lineOf(Interrupt interrupt);
+
+/// The interrupt in `line`; `None` when it is a request.
+Interrupt interruptOf(const QByteArray& line);
 
 /// The message in `line`; nothing when the line holds none.
 std::optional<Message> messageOf(const QByteArray& line);

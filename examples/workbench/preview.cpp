@@ -156,13 +156,13 @@ class GivenUp
 
 } // namespace
 
-Message Preview::of(const Request& request, const std::function<bool()>& isUnwanted)
+Message Preview::of(const Request& request, const std::function<Interrupt()>& interrupt)
 {
     const Messages::Collector collector; // what is wrong with the file is told as its failure
     Message message{Message::Kind::Preview};
     message.result.path = request.path;
     m_image = {};
-    m_isUnwanted = isUnwanted;
+    m_interrupt = interrupt;
     try {
         show(request, message);
     } catch (const GivenUp&) {
@@ -374,9 +374,10 @@ std::optional<Preview::Decoded> Preview::decode(const Request& request, JobResul
     return result;
 }
 
-void Preview::giveUpIfUnwanted() const
+/// Ends the work on a view, which `least` and what counts more interrupt.
+void Preview::giveUpFor(Interrupt least) const
 {
-    if (m_isUnwanted())
+    if (m_interrupt() >= least)
         throw GivenUp();
 }
 
@@ -393,7 +394,7 @@ Result<Planes> Preview::splitInRows(const Photograph& photograph, PixelBuffer& b
     const Planes result{
         buffer.colours(cv::Size(size.width(), size.height())), {}, photograph.isAssociated};
     for (const cv::Range& range : ranges) {
-        giveUpIfUnwanted();
+        giveUpFor(Interrupt::Decoding);
         const Result<SampleRows::Part> part = rows.next();
         const Result<Planes> planes =
             part ? splitSamples(photograph, part->samples, rowBuffer) : part.failure();
@@ -445,7 +446,7 @@ Result<Planes> Preview::resampledInSteps(Decoded& photograph, const Fit& fit,
 {
     const Planes source = cut(photograph.before.planes, fit.crop);
     const std::vector<Band> bands = bandsOf(sizeOf(source), fit);
-    if (bands.size() == 1)
+    if (bands.size() == 1 || (fit.factor == 1.0 && !filter)) // shares the samples
         return resampled(source, {fit.factor, fit.size, {{}, sizeOf(source)}}, filter);
     photograph.after = {};
     const cv::Size size(fit.size.width(), fit.size.height());
@@ -454,7 +455,7 @@ Result<Planes> Preview::resampledInSteps(Decoded& photograph, const Fit& fit,
         result.alpha.create(size, CV_32FC1);
     int y = 0;
     for (const Band& band : bands) {
-        giveUpIfUnwanted();
+        giveUpFor(Interrupt::Picture);
         const QRect part(0, band.source.start, source.chroma.cols, band.source.size());
         const Result<Planes> rows = resampled(
             source, {fit.factor, QSize(size.width, band.surplus + band.rows), part}, filter);

@@ -26,9 +26,9 @@ public:
     explicit Preview(qint64 bytes) : m_bytes(bytes) {}
 
     /// What `request` wants to see: the message that goes before the pixels. A photograph that
-    /// cannot be shown gives an empty picture, and the facts say why. Long work is given up as soon
-    /// as `isUnwanted` says so.
-    Message of(const Request& request, const std::function<bool()>& isUnwanted);
+    /// cannot be shown gives an empty picture, and the facts say why. Long work asks `interrupt`
+    /// again and again whether it is to be given up.
+    Message of(const Request& request, const std::function<Interrupt()>& interrupt);
 
     /// The pixels of the message before: RGBA in sRGB, rows that are not padded.
     QByteArray pixels() const;
@@ -84,13 +84,13 @@ private:
     static qint64 bytesOf(const Decoded& photograph);
     void dropOldest();
 
-    void giveUpIfUnwanted() const;
+    void giveUpFor(Interrupt least) const;
     Result<Planes> splitInRows(const Photograph& photograph, PixelBuffer& buffer) const;
     Result<Planes> resampledInSteps(Decoded& photograph, const Fit& fit,
                                     const std::optional<FilterShape>& filter) const;
 
     const qint64 m_bytes;
-    std::function<bool()> m_isUnwanted;
+    std::function<Interrupt()> m_interrupt;
     std::list<Decoded> m_decoded; ///< the last one that was shown comes first
     QImage m_image;
 };

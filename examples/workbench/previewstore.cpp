@@ -53,7 +53,8 @@ void PreviewStore::ask(const QObject* owner, const Request& request, Take take)
     lane.wishes.push_front({owner, request, std::move(take)}); // the last wish is what is visible
     lane.wishes.front().request.memoryShare = m_memoryShare;
     if (lane.current && &lane == &m_views)
-        lane.worker->interrupt();
+        lane.worker->interrupt(lane.current->request.path == request.path ? Interrupt::Picture
+                                                                          : Interrupt::Decoding);
     startNext(lane);
 }
 

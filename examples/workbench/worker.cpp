@@ -101,7 +101,7 @@ void Worker::start(const Request& request)
 
 void Worker::grantMemory() { m_process->write("\n"); }
 
-void Worker::interrupt() { m_process->write("\n"); }
+void Worker::interrupt(Interrupt interrupt) { m_process->write(lineOf(interrupt)); }
 
 void Worker::endAll() { end(living()); }
 

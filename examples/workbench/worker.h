@@ -42,8 +42,8 @@ public:
     /// Answers `memoryWanted`.
     void grantMemory();
 
-    /// Lets the process give up what it does for a view, as far as that can be done again later.
-    void interrupt();
+    /// Lets the process give up what it does for a view. The answer then says so.
+    void interrupt(Interrupt interrupt);
 
     /// Whether a photograph is in work.
     bool isBusy() const { return m_isBusy; }

@@ -100,11 +100,14 @@ public:
         return line;
     }
 
-    /// Whether a line has come that `next` has not given yet.
-    bool hasLine()
+    /// What the lines that `next` has not given yet interrupt.
+    Interrupt interrupt()
     {
         const std::lock_guard lock(m_mutex);
-        return !m_lines.empty();
+        Interrupt most = Interrupt::None;
+        for (const QByteArray& line : m_lines)
+            most = std::max(most, interruptOf(line));
+        return most;
     }
 
 private:
@@ -157,8 +160,8 @@ int Process::run()
         const QByteArray line = m_inbox.next();
         if (line.isEmpty())
             return 0;
-        if (line == "\n")
-            continue; // what it was to interrupt had been finished
+        if (interruptOf(line) != Interrupt::None)
+            continue; // what it interrupts is over
         const Request request = requestOf(line);
         Messages::install(request.options.verbose, [this](const QString& text) {
             send({Message::Kind::Log, {}, 0, text});
@@ -175,7 +178,7 @@ void Process::show(const Request& request)
     AddressSpace::limit(request.memoryShare);
     if (!m_preview)
         m_preview.emplace(request.memoryShare / 2); // the other half is for the one in work
-    const Message message = m_preview->of(request, [this] { return m_inbox.hasLine(); });
+    const Message message = m_preview->of(request, [this] { return m_inbox.interrupt(); });
     send(message);
     m_outbox.send(m_preview->pixels());
 }

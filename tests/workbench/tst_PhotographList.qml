@@ -24,6 +24,15 @@ ComponentTest {
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_End);
         tryCompare(list, "number", 1);
+        const order = test.find(list, "displayText", "Added");
+        order.activated(3); // by size, the smaller b.png first, as soon as the sizes are known
+        tryVerify(() => {
+            list.choose(1);
+            return list.currentIndex === 0;
+        }, 20000);
+        order.activated(0);
+        list.choose(1);
+        compare(list.currentIndex, 1);
         const states = test.find(list, "displayText", "All");
         states.activated(3); // those that failed: none
         tryCompare(list, "number", -1);

@@ -27,7 +27,8 @@ public Q_SLOTS:
             QImage image(60, 40, QImage::Format_RGB32);
             image.fill(Qt::darkGreen);
             m_sources.append({m_folder.filePath(QLatin1String(name)), {}});
-            image.save(m_sources.last().path);
+            // A quality of 100 is a PNG file without compression, so a.png is the larger one.
+            image.save(m_sources.last().path, nullptr, m_sources.size() == 1 ? 100 : -1);
         }
         qml_register_types_Workbench();
     }

@@ -5,6 +5,8 @@
 #include "workbenchmodel.h"
 #include "worker.h"
 
+#include <imageutils/osutils.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QLoggingCategory>
 #include <QtCore/QMimeData>
@@ -139,13 +141,16 @@ private Q_SLOTS:
     void exportsWhatItShows();
     void showsWhatALossyFileHolds();
     void showsTransparencyInTheColoursOfTheMonitor();
+    void showsTheThumbnailThatTheExportKept();
     void writesNothingAndRestsUntilAsked();
     void listIsUsedWithTheKeyboard();
     void manyFilesFreezeNothing();
     void largePhotographsFreezeNothing();
+    void neighboursHoldNothingUp();
     void keepsPicturesWithinItsMemory_data();
     void keepsPicturesWithinItsMemory();
     void endsAnEncodingThatNothingWaitsFor();
+    void pauseFinishesWhatIsInWork();
     void cancelLeavesNoFile();
     void folderThatVanishesIsTold();
     void opensAsItWasClosed();
@@ -348,18 +353,35 @@ void WorkbenchWindowTest::showsTransparencyInTheColoursOfTheMonitor()
     QCOMPARE(chequers.size(), 2);
 }
 
+void WorkbenchWindowTest::showsTheThumbnailThatTheExportKept()
+{
+    QVERIFY(pattern({64, 48}).save(at("a.png")));
+    QImage kept(64, 48, QImage::Format_RGB32);
+    kept.fill(Qt::red);
+    const QString name = QString("VOLK_Thumbnail_%1.jpeg").arg(qHash(at("a.png"), 0));
+    QVERIFY(kept.save(QDir::temp().filePath(name)));
+    open({at("a.png")});
+    const auto isRed = [this] {
+        const QPoint place = item("list")->mapToScene({40, 32}).toPoint(); // in the first row
+        const QColor seen = m_window->window()->grabWindow().pixelColor(place);
+        return seen.red() > 240 && seen.green() < 15;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isRed(), patience);
+}
+
 void WorkbenchWindowTest::writesNothingAndRestsUntilAsked()
 {
     QVERIFY(pattern({1600, 1200}).save(at("a.png")));
     QVERIFY(QFile(at("bad.png")).open(QIODevice::WriteOnly));
+    QVERIFY(QFile(at("notes.txt")).open(QIODevice::WriteOnly));
     open({at("a.png"), at("bad.png")});
     auto* const copied = new QMimeData; // the clipboard's from here on
-    copied->setUrls({QUrl::fromLocalFile(at("a.png"))});
+    copied->setUrls({QUrl::fromLocalFile(at("a.png")), QUrl::fromLocalFile(at("notes.txt"))});
     QGuiApplication::clipboard()->setMimeData(copied);
     QTest::keyClick(m_window->window(), Qt::Key_V, Qt::ControlModifier);
-    QTRY_COMPARE(m_window->photographs().count(), 3);
+    QTRY_COMPARE(m_window->photographs().count(), 4); // notes.txt says why it is not shown
     QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
-    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().failed(), 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_window->photographs().failed(), 2, patience);
     QTest::qWait(1000);
     QVERIFY(comesToRest());
     // cursor of a text field may blink
@@ -367,7 +389,7 @@ void WorkbenchWindowTest::writesNothingAndRestsUntilAsked()
     QTest::qWait(1500);
     QVERIFY(comesToRest());
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-             (QStringList{"a.png", "bad.png"}));
+             (QStringList{"a.png", "bad.png", "notes.txt"}));
 }
 
 void WorkbenchWindowTest::listIsUsedWithTheKeyboard()
@@ -490,6 +512,27 @@ void WorkbenchWindowTest::largePhotographsFreezeNothing()
     QVERIFY(pauses.longestBetweenFrames() < muchTooLong);
 }
 
+/// A change of the settings interrupts the decoding of the large neighbour, which is then done when
+/// the user looks at it.
+void WorkbenchWindowTest::neighboursHoldNothingUp()
+{
+    QVERIFY(pattern({1600, 1200}).save(at("a.jpg")));
+    QVERIFY(pattern({800, 600}).scaled(8000, 6000).save(at("b.jpg")));
+    open({at("a.jpg"), at("b.jpg")});
+    const auto timeOf = [this](const std::function<void()>& action) {
+        QElapsedTimer clock;
+        clock.start();
+        action();
+        QCoreApplication::processEvents();
+        return QTest::qWaitFor([this] { return isShown(); }, patience) ? clock.elapsed() : -1;
+    };
+    QVERIFY(timeOf([] {}) > 0);
+    SettingsModel* const settings = m_window->photographs().settings();
+    const qint64 change = timeOf([&] { settings->setSizing(SettingsModel::Scale); });
+    const qint64 next = timeOf([this] { QTest::keyClick(m_window->window(), Qt::Key_Down); });
+    QVERIFY2(change < next / 2, qPrintable(QString("%1 %2 ms").arg(change).arg(next)));
+}
+
 void WorkbenchWindowTest::keepsPicturesWithinItsMemory_data()
 {
     QTest::addColumn<qint64>("megabytes"); // a twelfth of them is for decoded pictures
@@ -520,7 +563,8 @@ void WorkbenchWindowTest::keepsPicturesWithinItsMemory()
     open(paths);
     QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
     QVERIFY(comesToRest());
-    damage(paths[1]); // it was made ready as a neighbour
+    if (isKept)
+        damage(paths[1]); // it was made ready as a neighbour
     for (int i = 1; i < 5; ++i) {
         QTest::keyClick(m_window->window(), Qt::Key_Down);
         QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
@@ -529,7 +573,9 @@ void WorkbenchWindowTest::keepsPicturesWithinItsMemory()
     damage(paths[0]);
     QTest::keyClick(m_window->window(), Qt::Key_Home);
     QTRY_VERIFY_WITH_TIMEOUT(isShown() || m_window->photographs().failed() > 0, patience);
-    QCOMPARE(m_window->photographs().failed(), isKept ? 0 : 1);
+    const QModelIndex first = m_window->photographs().index(0);
+    QVERIFY2(m_window->photographs().failed() == (isKept ? 0 : 1),
+             qPrintable(first.data(WorkbenchModel::FailureRole).toString()));
 }
 
 void WorkbenchWindowTest::endsAnEncodingThatNothingWaitsFor()
@@ -545,6 +591,29 @@ void WorkbenchWindowTest::endsAnEncodingThatNothingWaitsFor()
     QTRY_COMPARE_WITH_TIMEOUT(encodings().size(), 1, patience);
     m_window->photographs().settings()->setFormat("png");
     QTRY_COMPARE(encodings().size(), 0);
+}
+
+void WorkbenchWindowTest::pauseFinishesWhatIsInWork()
+{
+    QStringList paths;
+    for (const char name : {'a', 'b', 'c'}) {
+        paths.append(at(QString(QLatin1Char(name)) + ".png"));
+        QVERIFY(pattern({1200, 900}).save(paths.last()));
+    }
+    m_options.jobs = 1;
+    open(paths);
+    WorkbenchModel& photographs = m_window->photographs();
+    QTest::keyClick(m_window->window(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+    const auto stage = [&] { return photographs.index(0).data(WorkbenchModel::StateRole).toInt(); };
+    QTRY_COMPARE_WITH_TIMEOUT(stage(), int(WorkbenchModel::State::Exporting), patience);
+    QTest::keyClick(m_window->window(), Qt::Key_P, Qt::ControlModifier);
+    QTRY_COMPARE_WITH_TIMEOUT(photographs.exported(), 1, patience);
+    QTest::qWait(300); // in which another one would be begun
+    QCOMPARE(photographs.remaining(), 2);
+    QCOMPARE(photographs.index(1).data(WorkbenchModel::StateRole).toInt(),
+             int(WorkbenchModel::State::Waiting));
+    QTest::keyClick(m_window->window(), Qt::Key_P, Qt::ControlModifier);
+    QTRY_COMPARE_WITH_TIMEOUT(photographs.exported(), 3, patience);
 }
 
 void WorkbenchWindowTest::cancelLeavesNoFile()
@@ -582,6 +651,9 @@ void WorkbenchWindowTest::folderThatVanishesIsTold()
     photographs.retryFailed();
     QTRY_COMPARE_WITH_TIMEOUT(photographs.exported(), 1, patience);
     QCOMPARE(out.entryList(QDir::Files | QDir::Hidden), QStringList{"a.tiff"});
+    Q_EMIT m_window->window()->findChild<OSUtils*>()->showFileError(at("out/a.tiff"));
+    const QString message = item("message")->property("text").toString();
+    QVERIFY2(message.startsWith("No file manager was found."), qPrintable(message));
 }
 
 void WorkbenchWindowTest::opensAsItWasClosed()
