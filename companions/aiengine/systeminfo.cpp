@@ -33,7 +33,7 @@ void aiutils::SystemInfo::ask()
         processor.name.empty() ? QSysInfo::currentCpuArchitecture().toStdString() : processor.name;
     m_isIntel = processor.maker == "GenuineIntel";
     m_isAmd = processor.maker == "AuthenticAMD";
-    m_isApple = aiengine::isAppleMachine() || QSysInfo::kernelType() == QLatin1String("darwin");
+    m_isApple = aiengine::isAppleMachine();
     m_memory = aiengine::memoryGiB();
     m_created = true;
 }

@@ -61,8 +61,9 @@ struct Grid
 
     bool isValid() const
     {
-        if (left >= right || top >= bottom || tileWidth == 0 || tileHeight == 0)
+        if (left >= right || top >= bottom)
             return false;
+        // Also tiles without a width or height.
         if (tileLeft > left || tileTop > top || tileLeft + tileWidth <= left ||
             tileTop + tileHeight <= top)
             return false;

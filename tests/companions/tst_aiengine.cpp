@@ -75,9 +75,12 @@ void AiEngineTest::survivesItsDrivers()
         QCOMPARE(devices.size(), mode == "answers" ? 2U : 0U);
         QCOMPARE(lines.size(), mode == "answers" ? 0 : 1);
         QVERIFY(lines.isEmpty() || lines[0].startsWith("warning: getGPUList: no answer from"));
-        if (mode == "answers")
-            QVERIFY(devices[0].kind == "discrete" && devices[0].vendorId == 4711 &&
-                    devices[1].deviceId == 2 && devices[1].vram == 1.5F);
+        if (mode != "answers")
+            continue;
+        QVERIFY(devices[0].kind == "discrete" && devices[0].vendorId == 4711 &&
+                devices[1].deviceId == 2 && devices[1].vram == 1.5F);
+        qputenv("FAKEVULKAN", "crashes"); // the drivers are not asked again
+        QCOMPARE(system.getGPUList(false).size(), 2U);
     }
 }
 

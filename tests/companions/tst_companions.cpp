@@ -91,6 +91,7 @@ void CompanionsTest::durationsArePerRunAndWrittenForPeople()
     for (int unit = 0; unit < 4; ++unit, factor *= 1000) {
         QCOMPARE(ElapsedTime(quint64(10), ElapsedTimeUnit(unit)).duration(), 10 * factor);
         QCOMPARE(ElapsedTime(most, ElapsedTimeUnit(unit)).duration(), most);
+        QCOMPARE(ElapsedTime(most / 3, ElapsedTimeUnit(unit)).duration(), unit ? most : most / 3);
     }
     const qint64 before = ElapsedTime::monotonicNanoseconds();
     QTRY_VERIFY(ElapsedTime::monotonicNanoseconds() > before);

@@ -205,13 +205,22 @@ void MetadataReaderTest::photographsAgreeWithExiftool()
 void MetadataReaderTest::whatIsNoPictureHasAName()
 {
     QVERIFY(writePicture(m_folder.filePath("a.jpg")));
+    QFile picture(m_folder.filePath("a.jpg"));
+    QVERIFY(picture.open(QFile::ReadOnly));
+    TestSupport::writeBytes(m_folder.filePath("lossless.jpg"),
+                            picture.readAll().replace("\xff\xc0", "\xff\xc3"));
     TestSupport::writeBytes(m_folder.filePath("junk.jpg"), QByteArray(4000, 'x'));
     TestSupport::writeBytes(m_folder.filePath("cut.jpg"),
                             QByteArray::fromHex("ffd8ffe000104a46494600"));
     TestSupport::writeBytes(m_folder.filePath("exif.jpg"),
                             QByteArray::fromHex("ffd8ffe1ffff457869660000") + QByteArray(99, 'I'));
-    QStringList names{"",        "missing.jpg", "junk.jpg",
-                      "cut.jpg", "exif.jpg",    QString("a.jpg") + QChar(0)};
+    QStringList names{"",
+                      "missing.jpg",
+                      "junk.jpg",
+                      "lossless.jpg",
+                      "cut.jpg",
+                      "exif.jpg",
+                      QString("a.jpg") + QChar(0)};
     if (TestSupport::makePipe(m_folder.filePath("pipe.jpg")))
         names << "pipe.jpg";
     for (const QString& name : names) {

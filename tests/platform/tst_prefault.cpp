@@ -39,6 +39,7 @@ private Q_SLOTS:
             const auto valueAt = [](size_t i) { return uchar(i / 4093 % 251 + 1); };
             block[bytes] = 255;
             const bool isWorthIt = Platform::isWorthPrefaulting(block, bytes);
+            QVERIFY(!isWorthIt || bytes >= 4 << 20);
             const auto write =
                 [&](size_t first) { // every second range; ranges share the pages at their ends
                     for (size_t at = first * step; at < bytes; at += 2 * step) {

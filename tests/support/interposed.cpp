@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Functions that stand before those of the system's libraries, for tst_osutils. fsync() fails as a
-// lost network file system does while the environment variable FSYNC is not empty. X servers have
+// Functions that stand before those of the system's libraries, for tst_osutils. fsync() fails with
+// the error FSYNC while that environment variable is set. X servers have
 // version 1.RANDR of the extension RANDR where that variable is set, for Qt as well.
 #include <QtCore/QtGlobal>
 
@@ -16,7 +16,7 @@
 EXPORTED int fsync(int descriptor)
 {
     if (!qEnvironmentVariableIsEmpty("FSYNC")) {
-        errno = EIO;
+        errno = qEnvironmentVariableIntValue("FSYNC");
         return -1;
     }
     return int(syscall(SYS_fsync, descriptor));
