@@ -76,6 +76,14 @@ OpenEXR holds linear light, multiplied by alpha; what comes from there gets the 
   >   alike 1e-3 light.exr --colorconvert linear sRGB out/light.$format
   > done
 
+The primaries that an EXR file names count, here those of Adobe RGB. The values are worked out on paper.
+
+  $ oiiotool --pattern constant:color=0.2,0.6,0.3 8x8 3 -d half --attrib:type='float[8]' chromaticities \
+  >   0.64,0.33,0.21,0.71,0.15,0.06,0.3127,0.329 -o primaries.exr
+  $ export_it primaries.exr -o out --bit-depth 8
+  $ /usr/bin/python3 -c 'from PIL import Image; print(Image.open("out/primaries.tiff").getpixel((3, 3)))'
+  (57, 203, 146)
+
 Formats that carry no profile get sRGB, also from WebP and HEIF, whose profiles OpenImageIO does not read; the others
 keep it. So does Adobe RGB that only Exif names. The orientation in the Exif block of a HEIF file has no effect. PSNR in
 tens of decibels, the name of the profile, and what Exif says.
@@ -417,6 +425,16 @@ always get a thumbnail, which nobody else may read and which is made anew when i
   1
   $ ls turn
   photo.tiff
+
+The orientation counts in a directory that is cut off, which OpenImageIO does not read.
+
+  $ /usr/bin/python3 -c 'import struct
+  > exif = b"Exif\0\0II*\0\10\0\0\0" + struct.pack("<HHHII", 1, 0x112, 3, 1, 6)
+  > jpeg = open("photo.heic", "rb").read()
+  > open("damaged.jpg", "wb").write(jpeg[:2] + b"\xff\xe1" + struct.pack(">H", len(exif) + 2) + exif + jpeg[2:])'
+  $ imageutils-workbench --headless damaged.jpg -o turn > table
+  $ exiftool -s3 -ImageSize turn/damaged.tiff
+  100x200
 
 The machine, in words and as JSON, without a window or a photograph.
 

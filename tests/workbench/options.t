@@ -54,6 +54,8 @@ A dry run names what a run would write, and writes nothing.
   photo.png * 60x40 *  photo-2.tiff (glob)
   missing.png * failed (glob)
   2 would be exported, 0 kept, 1 failed
+  $ export_it photo.png -o dry --dry-run --format gif --fill 4000x4000; tail -n 1 table
+  1 would be exported, 0 kept, 0 failed
   $ ls dry
   ls: cannot access 'dry': No such file or directory
   [2]
@@ -201,6 +203,14 @@ JSON has a word for the kind of failure, and the step.
   unreadable header
   not-a-photograph header
   too-large header
+
+Quality counts for formats that have one, and no other is exported again for it.
+
+  $ for format in bmp dpx exr hdr jp2 ppm rla sgi tga; do
+  >   export_it photo.png -o lossless --format $format && export_it photo.png -o lossless --format $format --quality 50
+  >   tail -n 1 table
+  > done | uniq
+  0 exported, 1 kept, 0 failed
 
 Without a display that can be reached, or threads, the program goes on without a window.
 

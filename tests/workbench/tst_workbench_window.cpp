@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "monitorcolours.h"
+#include "photographfilter.h"
 #include "pictureitem.h"
 #include "window.h"
 #include "workbenchmodel.h"
@@ -144,6 +145,8 @@ private Q_SLOTS:
     void showsTheThumbnailThatTheExportKept();
     void writesNothingAndRestsUntilAsked();
     void listIsUsedWithTheKeyboard();
+    void listIsSorted();
+    void timeLeftIsKnownAfterTheFirst();
     void manyFilesFreezeNothing();
     void largePhotographsFreezeNothing();
     void neighboursHoldNothingUp();
@@ -426,6 +429,46 @@ void WorkbenchWindowTest::listIsUsedWithTheKeyboard()
     }
     for (const char* const name : {"list", "open", "export", "exportAll", "divider", "crop"})
         QVERIFY2(reached.contains(item(name)), name);
+}
+
+void WorkbenchWindowTest::listIsSorted()
+{
+    const QStringList paths{at("b.png"), at("c.png"), at("a.png")};
+    const QStringList years{"2003", "2001", "2002"};
+    for (int i = 0; i < 3; ++i) {
+        QVERIFY(pattern({i == 1 ? 40 : 60 + 20 * i, 40}).save(paths[i]));
+        QProcess::execute("exiftool", {"-q", "-overwrite_original", paths[i],
+                                       "-DateTimeOriginal=" + years[i] + ":01:01 00:00:00"});
+    }
+    open(paths);
+    PhotographFilter filter;
+    filter.setPhotographs(&m_window->photographs());
+    for (int row = 0; row < 3; ++row)
+        QTRY_VERIFY_WITH_TIMEOUT(
+            !filter.index(row, 0).data(WorkbenchModel::DateRole).toString().isEmpty(), patience);
+    const QList<QList<int>> orders{{0, 1, 2}, {2, 0, 1}, {1, 2, 0}, {1, 0, 2}};
+    for (int order = PhotographFilter::Added; order <= PhotographFilter::Size; ++order) {
+        filter.setOrder(order);
+        QCOMPARE(QList({filter.numberAt(0), filter.numberAt(1), filter.numberAt(2)}),
+                 orders[order]);
+    }
+}
+
+void WorkbenchWindowTest::timeLeftIsKnownAfterTheFirst()
+{
+    m_options.jobs = 1;
+    for (const char* const name : {"a.png", "b.png"})
+        QVERIFY(pattern({400, 300}).save(at(name)));
+    open({at("a.png"), at("b.png")});
+    const WorkbenchModel& photographs = m_window->photographs();
+    QList<int> seconds{0, 0, 0}; // by the number of those that are finished
+    connect(&photographs, &WorkbenchModel::progressed, this, [&photographs, &seconds] {
+        int& most = seconds[photographs.finished()];
+        most = std::max(most, photographs.secondsLeft());
+    });
+    m_window->photographs().exportAll();
+    QTRY_COMPARE_WITH_TIMEOUT(photographs.exported(), 2, patience);
+    QVERIFY(seconds[0] == 0 && seconds[1] > 0);
 }
 
 void WorkbenchWindowTest::manyFilesFreezeNothing()
