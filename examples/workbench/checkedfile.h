@@ -6,7 +6,8 @@
 #include <OpenImageIO/filesystem.h>
 
 /// Lets OpenImageIO write into an open file, and remembers whether every byte arrived: its writers
-/// do not ask after each of them, and none asks when it closes.
+/// do not ask after each of them, and none asks when it closes. `tell()` is the base class's, which
+/// answers `m_pos`, because it is const from OpenImageIO 3 on only.
 class CheckedFile : public OIIO::Filesystem::IOProxy
 {
 public:
@@ -19,7 +20,6 @@ public:
     void finish();
 
     const char* proxytype() const override { return "checked file"; }
-    int64_t tell() override { return m_file.pos(); }
     bool seek(int64_t offset) override;
     size_t read(void* buffer, size_t size) override;
     size_t write(const void* buffer, size_t size) override;
