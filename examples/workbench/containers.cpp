@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "containers.h"
 
+#include "heifitems.h"
+
 #include <QtCore/QtEndian>
 
 #include <algorithm>
@@ -16,6 +18,7 @@ constexpr QByteArrayView photoshopName("Photoshop 3.0\0", 14);
 constexpr QByteArrayView xmpKeyword("XML:com.adobe.xmp\0", 18);
 constexpr QByteArrayView iptcKeyword("Raw profile type iptc\0", 22);
 constexpr quint16 iptcResource = 0x0404;
+constexpr qsizetype boxHeader = 8; // of a box of HEIF: size and name
 
 // The names of the boxes of JPEG 2000 that hold metadata.
 constexpr QByteArrayView exifUuid("JpgTiffExif->JP2", 16);
@@ -268,6 +271,36 @@ QByteArray profileInBoxes(QFile& file, qint64 begin, qint64 end, int depth = 0)
     return {};
 }
 
+/// The box of HEIF that describes all others; empty where it is not in front of them.
+Piece heifMeta(QFile& file)
+{
+    qint64 begin = 0;
+    for (int boxes = 0; boxes < 4096; ++boxes) {
+        const QByteArray head = bytesAt(file, begin, boxHeader);
+        const auto size = qint64(bigNumber<quint32>(head, 0));
+        if (size < boxHeader || head.endsWith("mdat"))
+            break;
+        if (head.endsWith("meta"))
+            return {"meta", begin, begin + boxHeader, begin + size};
+        begin += size;
+    }
+    return {};
+}
+
+MetadataBlocks blocksOfHeif(QFile& file)
+{
+    MetadataBlocks blocks;
+    blocks.profile = profileInBoxes(file, 0, file.size());
+    const Piece piece = heifMeta(file);
+    const QByteArray meta = bytesAt(file, piece.begin, piece.end - piece.begin);
+    const FileRange xmp = heifItem(meta, heifXmp);
+    blocks.xmp = bytesAt(file, xmp.begin, xmp.size);
+    const FileRange exif = heifItem(meta, heifExif);
+    const QByteArray content = bytesAt(file, exif.begin, exif.size);
+    blocks.exif = parsedExif(content.mid(4 + qint64(bigNumber<quint32>(content, 0))));
+    return blocks;
+}
+
 MetadataBlocks blocksOfJp2(QFile& file)
 {
     MetadataBlocks blocks;
@@ -514,6 +547,19 @@ QString writeIntoJp2(QFile& file, const MetadataBlocks& blocks)
                        jp2Box(iptcUuid, blocks.iptc));
 }
 
+/// Adds the XMP packet behind all that the file has, as an item of its own.
+QString writeXmpIntoHeif(QFile& file, const QByteArray& xmp)
+{
+    const Piece meta = heifMeta(file);
+    const QByteArray changed = metaWithXmp(bytesAt(file, meta.begin, meta.end - meta.begin),
+                                           file.size() + boxHeader, xmp.size());
+    if (changed.isEmpty())
+        return {};
+    const QString failure = replace(file, meta.begin, meta.end, changed);
+    const QByteArray data = bigEndian(quint32(boxHeader + xmp.size())) + "mdat" + xmp;
+    return failure.isEmpty() ? replace(file, file.size(), file.size(), data) : failure;
+}
+
 /// Overwrites the Exif item that OpenImageIO wrote around the placeholder. In front of its name
 /// stand four bytes that say how far behind them the TIFF structure begins.
 QString writeIntoHeif(QFile& file, const MetadataBlocks& blocks)
@@ -530,7 +576,7 @@ QString writeIntoHeif(QFile& file, const MetadataBlocks& blocks)
     if (!file.seek(file.size() - searched + name - 4) || file.write(item) != item.size() ||
         !file.flush())
         return file.errorString();
-    return {};
+    return blocks.xmp.isEmpty() ? QString() : writeXmpIntoHeif(file, blocks.xmp);
 }
 
 } // namespace
@@ -558,12 +604,7 @@ MetadataBlocks readBlocks(const QString& path)
         return blocksOfTiff(file);
     if (head.mid(4, 4) == "jP  ")
         return blocksOfJp2(file);
-    if (head.mid(4, 4) == "ftyp") {
-        MetadataBlocks blocks;
-        blocks.profile = profileInBoxes(file, 0, file.size());
-        return blocks;
-    }
-    return {};
+    return head.mid(4, 4) == "ftyp" ? blocksOfHeif(file) : MetadataBlocks();
 }
 
 bool takesBlocks(std::string_view format)

@@ -20,14 +20,14 @@ struct MetadataBlocks
     QByteArray iptc;          ///< IPTC-IIM data sets
 };
 
-/// Reads the blocks of a JPEG, JPEG 2000, PNG, WebP or TIFF file, and the profile of a HEIF or AVIF
-/// file, whose other blocks OpenImageIO decodes. A block that is damaged is left out.
+/// Reads the blocks of a JPEG, JPEG 2000, PNG, WebP or TIFF file, and those of a HEIF or AVIF file
+/// without IPTC, for which these have no place. A block that is damaged is left out.
 MetadataBlocks readBlocks(const QString& path);
 
 /// Puts the Exif, XMP and IPTC of `blocks` in place of those that `file` has, a complete JPEG, JPEG
 /// 2000, PNG, WebP or TIFF file: each where the format has a place for it. HEIF and AVIF files get
-/// the Exif, in place of `exifPlaceholder`. Returns what went wrong; empty when nothing did, also
-/// for other formats, which stay as they are.
+/// the Exif, in place of `exifPlaceholder`, and the XMP. Returns what went wrong; empty when
+/// nothing did, also for other formats, which stay as they are.
 QString writeBlocks(QFile& file, const MetadataBlocks& blocks, QSize size, bool hasAlpha);
 
 /// The names of the blocks that `writeBlocks` leaves out of files of the OpenImageIO format

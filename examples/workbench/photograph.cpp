@@ -121,7 +121,8 @@ void readMetadataOf(Photograph& photograph, const std::string& name, const std::
                                                attribute.get_string().empty();
                                     }),
                      attributes.end());
-    blocks.xmp = QByteArray::fromStdString(OIIO::encode_xmp(spec, true));
+    if (blocks.xmp.isEmpty())
+        blocks.xmp = QByteArray::fromStdString(OIIO::encode_xmp(spec, true));
     std::vector<char> iptc;
     OIIO::encode_iptc_iim(spec, iptc);
     blocks.iptc = QByteArray(iptc.data(), qsizetype(iptc.size()));

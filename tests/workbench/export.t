@@ -182,7 +182,10 @@ named. Not so the place, or all of it, where the user says so.
   png: MakerNoteUnknownText
   jp2: MakerNoteUnknownText
   webp: MakerNoteUnknownText ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion
-  heic: MakerNoteUnknownText ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion Subject Title XMPToolkit
+  heic: MakerNoteUnknownText ApplicationRecordVersion Caption-Abstract CodedCharacterSet EnvelopeRecordVersion
+  $ for format in png jp2 heic; do
+  >   export_it full/full.$format -o again && comm -23 <(tags full/full.$format) <(tags again/full.tiff) | cut -c 1-40 && rm again/*
+  > done
   $ for choice in no-gps none; do
   >   export_it full.jpg -o $choice --format jpg --metadata $choice
   >   exiftool -S -Make -Title '-*GPSL*' $choice/full.jpg
