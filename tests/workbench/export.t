@@ -111,9 +111,9 @@ tens of decibels, the name of the profile, and what Exif says.
   adobe.png,gif 3 
   adobe.png,png 2 Artifex Software A98 ICC Profile,Uncalibrated
   adobe-heif.heic,ppm 4 
-  adobe-heif.heic,png 2 Artifex Software A98 ICC Profile
+  adobe-heif.heic,png 2 Artifex Software A98 ICC Profile* (glob)
   adobe-webp.webp,ppm 5 
-  adobe-webp.webp,png 2 Artifex Software A98 ICC Profile
+  adobe-webp.webp,png 2 Artifex Software A98 ICC Profile* (glob)
   adobe-exif.jpg,ppm 4 
   adobe-exif.jpg,png 2 Compatible with Adobe RGB (1998),Uncalibrated
   adobe-exif.jpg,webp 4 sRGB
