@@ -247,11 +247,11 @@ Every orientation comes out upright; the ninth is none.
   $ exiftool -q -if '$Orientation# != 1' -FileName upright
   [2]
 
-So does one that is stored as a signed number of 32 bits. An empty comment in a GIF file does no harm.
+So does one that is stored as a signed number of 32 bits. A comment of a GIF file that is one NUL does no harm.
 
   $ oiiotool stored.png --attrib Orientation 6 -o signed.jpg && oiiotool stored.png -o comment.gif
   $ LC_ALL=C sed -i 's/\x12\x01\x03\x00\x01\x00\x00\x00\x06/\x12\x01\x09\x00\x01\x00\x00\x00\x06/' signed.jpg
-  $ LC_ALL=C sed -i 's/\x21\xF9\x04/\x21\xFE\x00&/' comment.gif
+  $ LC_ALL=C sed -i 's/\x21\xF9\x04/\x21\xFE\x01\x00\x00&/' comment.gif
   $ export_it signed.jpg comment.gif -o upright && exiftool -s3 -ImageSize upright/signed.tiff upright/comment.tiff
   ======== upright/signed.tiff
   9x17
