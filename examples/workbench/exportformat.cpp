@@ -234,6 +234,9 @@ OIIO::ImageSpec headerFor(const OIIO::ImageOutput& writer, const Photograph& pho
         spec.attribute("Exif:PixelYDimension", size.height());
     }
     spec.attribute("Software", record.toStdString());
+    // Without a description, OpenImageIO's SGI writer fills its field with bytes of the stack.
+    if (isOneOf(writer, {"sgi"}) && spec.get_string_attribute("ImageDescription").empty())
+        spec.attribute("ImageDescription", " ");
     if (isOneOf(writer, {"tiff"}) && !spec.find_attribute("DateTime"))
         spec.attribute("DateTime", "1970:01:01 00:00:00"); // or OpenImageIO writes the present
     if (layout.hasAlpha && !layout.isAssociated)
