@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <aiengine/machine.h>
 
+#include <QtCore/QString>
 #include <QtCore/QSysInfo>
 
 aiengine::Processor aiengine::processor() { return {}; }
