@@ -398,7 +398,7 @@ Dark above and bright below, turned clockwise: the left is bright, and the right
 always get a thumbnail, which nobody else may read and which is made anew when it is older than its picture, and only then.
 
   $ oiiotool --pattern constant:color=1,1,1 200x100 3 --fill:color=0,0,0 200x50 -d uint8 -o photo.jpg
-  $ mv photo.jpg photo.heic
+  $ mv photo.jpg photo.heic; rm -f $TMPDIR/VOLK*
   $ turn() {
   >   imageutils-workbench --headless photo.heic -o turn --rotate 10 --json |
   >     grep -oE '"(kept|output)":[^,]*|VOLK_Thumbnail_[0-9]*.jpeg'
