@@ -11,15 +11,13 @@ CheckedFile::CheckedFile(QFile& file)
     m_pos = file.pos();
 }
 
-// Seeking passes on what is buffered. Where that fails the position stays, and writers that do not
-// look at the answer go on writing at the wrong place.
+// Seeking passes on what is buffered.
 bool CheckedFile::seek(int64_t offset)
 {
-    const bool isThere = m_file.seek(offset);
-    if (!isThere)
+    if (m_failure.isEmpty() && !m_file.seek(offset))
         fail(m_file.errorString());
-    m_pos = m_file.pos();
-    return isThere;
+    m_pos = offset;
+    return true;
 }
 
 size_t CheckedFile::read(void* buffer, size_t size)
@@ -31,14 +29,16 @@ size_t CheckedFile::read(void* buffer, size_t size)
 
 size_t CheckedFile::write(const void* buffer, size_t size)
 {
-    const qint64 count = m_file.write(static_cast<const char*>(buffer), qint64(size));
-    m_pos = m_file.pos();
+    if (m_failure.isEmpty()) {
+        const qint64 count = m_file.write(static_cast<const char*>(buffer), qint64(size));
+        if (count >= 0 && count != qint64(size)) // which comes without an error of its own
+            fail(QStringLiteral("not all bytes arrived"));
+        else if (count < 0)
+            fail(m_file.errorString());
+    }
+    m_pos += int64_t(size);
     m_end = std::max(m_end, qint64(m_pos));
-    if (count >= 0 && count != qint64(size)) // which comes without an error of its own
-        fail(QStringLiteral("not all bytes arrived"));
-    else if (count < 0)
-        fail(m_file.errorString());
-    return count > 0 ? size_t(count) : 0;
+    return size;
 }
 
 void CheckedFile::finish()

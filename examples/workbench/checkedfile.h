@@ -6,8 +6,10 @@
 #include <OpenImageIO/filesystem.h>
 
 /// Lets OpenImageIO write into an open file, and remembers whether every byte arrived: its writers
-/// do not ask after each of them, and none asks when it closes. `tell()` is the base class's, which
-/// answers `m_pos`, because it is const from OpenImageIO 3 on only.
+/// do not ask after each of them, and none asks when it closes. After the first failure the bytes
+/// are dropped and count as written, because writers go wrong where they are told: that of WebP in
+/// OpenImageIO 3.1 encodes the picture again from within itself, for hours. `tell()` is the base
+/// class's, which answers `m_pos`, because it is const from OpenImageIO 3 on only.
 class CheckedFile : public OIIO::Filesystem::IOProxy
 {
 public:

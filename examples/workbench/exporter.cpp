@@ -60,10 +60,11 @@ void clipNegatives(QImage& image)
     cv::max(pixels, 0.0, pixels);
 }
 
-/// Writes the rows, and gives their failure back where they cannot be made. What the writer itself
-/// has refused it tells afterwards.
-std::optional<Failure> writeRows(OIIO::ImageOutput& writer, const NextRows& nextRows,
-                                 const OIIO::ImageSpec& header, bool& isWritten)
+/// Writes the rows until `file` fails, and gives their failure back where they cannot be made. What
+/// the writer itself has refused it tells afterwards.
+std::optional<Failure> writeRows(OIIO::ImageOutput& writer, const CheckedFile& file,
+                                 const NextRows& nextRows, const OIIO::ImageSpec& header,
+                                 bool& isWritten)
 {
     for (int y = 0; y < header.height && isWritten;) {
         Result<QImage> rows = nextRows();
@@ -74,7 +75,8 @@ std::optional<Failure> writeRows(OIIO::ImageOutput& writer, const NextRows& next
             clipNegatives(*rows);
         const int end = y + rows->height();
         isWritten = writer.write_scanlines(y, end, 0, OIIO::TypeFloat, rows->constBits(),
-                                           bytesPerPixel, rows->bytesPerLine());
+                                           bytesPerPixel, rows->bytesPerLine()) &&
+                    file.failure().isEmpty();
         y = end;
     }
     return {};
@@ -149,7 +151,7 @@ std::optional<Failure> failureToWrite(AtomicFile& whole, const NextRows& nextRow
     const auto writer = writerFor(extension);
     const bool isChecked = writesInto(file, *writer);
     bool isWritten = writer->open(whole.file().fileName().toStdString(), header);
-    if (auto failure = writeRows(*writer, nextRows, header, isWritten))
+    if (auto failure = writeRows(*writer, file, nextRows, header, isWritten))
         return failure;
     isWritten = isWritten && writer->close();
     if (isChecked)
