@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <new>
 #include <pthread.h>
 
 namespace {
@@ -35,9 +36,11 @@ pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)
 {
     static const auto original =
         reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
-    static const int most = std::atoi(std::getenv("THREADS"));
-    if (++living <= most)
-        return original(thread, attributes, runAndCount, new Task{run, argument});
+    static const char* const most = std::getenv("THREADS");
+    if (++living <= std::atoi(most ? most : "0")) {
+        if (auto* const task = new (std::nothrow) Task{run, argument})
+            return original(thread, attributes, runAndCount, task);
+    }
     --living;
     return EAGAIN;
 }
