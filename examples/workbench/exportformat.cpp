@@ -106,6 +106,10 @@ void chooseMetadata(OIIO::ImageSpec& spec, bool takesOurs, MetadataChoice choice
     }
 }
 
+// What OpenImageIO calls these colours.
+constexpr const char* linearColours = OIIO_VERSION < 30100 ? "Linear" : "lin_rec709_scene";
+constexpr const char* sRgbColours = OIIO_VERSION < 30100 ? "sRGB" : "srgb_rec709_scene";
+
 /// Says what the colours are in the ways that formats have beside profiles.
 void nameColours(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, const ColourPlan& plan)
 {
@@ -114,9 +118,9 @@ void nameColours(OIIO::ImageSpec& spec, const OIIO::ImageOutput& writer, const C
                        OIIO::TypeDesc(OIIO::TypeDesc::UINT8, int(plan.profile.size())),
                        plan.profile.constData());
     else if (holdsLinearLight(writer))
-        spec.attribute("oiio:ColorSpace", "Linear");
+        spec.attribute("oiio:ColorSpace", linearColours);
     else if (isOneOf(writer, {"png", "jpeg2000", "webp", "heif"}))
-        spec.attribute("oiio:ColorSpace", "sRGB");
+        spec.attribute("oiio:ColorSpace", sRgbColours);
     if (!plan.keepsPrimaries)
         spec.erase_attribute("chromaticities");
 }

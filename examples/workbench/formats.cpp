@@ -28,6 +28,7 @@ constexpr int anySide = INT_MAX;
 constexpr double anyNumber = 1e18;
 // The writer of OpenImageIO 2.4 overflows its buffer above this number.
 constexpr double mostGifPixels = OIIO_VERSION < 20500 ? 16'000'000 : anyNumber;
+constexpr int longestGifSide = OIIO_VERSION < 30000 ? 65'535 : 32'768; // that can be read back
 
 // Left out are formats of which OpenImageIO has a writer: icons, because its reader of them writes
 // beyond its memory; FITS, because its files have the channels as their first axis and a header
@@ -37,7 +38,7 @@ const Format formats[] = {
     {QLatin1String("BMP"), "bmp dib", 32'767, false, 700'000'000,
      "8"}, // 2 GiB of 3 bytes per pixel
     {QLatin1String("DPX"), "dpx", anySide, false, anyNumber, "8 16"},
-    {QLatin1String("GIF"), "gif", 65'535, false, mostGifPixels, "8"},
+    {QLatin1String("GIF"), "gif", longestGifSide, false, mostGifPixels, "8"},
     {QLatin1String("HEIF"), "heic heif heics hif", 32'767, true, anyNumber, "8"},
     {QLatin1String("JPEG"), "jpg jpe jpeg jif jfif jfi", 65'500, true, anyNumber, "8"},
     {QLatin1String("JPEG 2000"), "jp2 j2k", anySide, false, anyNumber, "8 16", "", 32},

@@ -10,8 +10,9 @@ namespace {
 double gammaOf(const OIIO::ImageSpec& spec)
 {
     const OIIO::string_view name = spec.get_string_attribute("oiio:ColorSpace");
-    if (OIIO::Strutil::iequals(name, "linear") || OIIO::Strutil::iequals(name, "lin_rec709"))
-        return 1.0;
+    for (const char* linear : {"linear", "lin_rec709", "lin_rec709_scene"}) // in OpenImageIO 2 to 3
+        if (OIIO::Strutil::iequals(name, linear))
+            return 1.0;
     const double gamma = spec.get_float_attribute("oiio:Gamma", 0.0F);
     const bool isLikeSRgb = gamma > 2.0 && gamma < 2.4;
     return gamma > 0.1 && gamma < 10.0 && !isLikeSRgb ? gamma : 0.0;
