@@ -45,7 +45,8 @@ private:
 
 void ImageUtilsSizeTest::init()
 {
-    QTest::failOnWarning(QRegularExpression(".*"));
+    // Qt 6.11 reads its settings anew where a file of theirs cannot be opened.
+    QTest::failOnWarning(QRegularExpression("^(?!Failed to load file .*qtlogging.ini)"));
     m_folder.emplace();
 }
 

@@ -45,4 +45,4 @@ ratio of 2 the window still fits on the screen.
   >   awk -F = '/^WIDTH/ { print "width", $2 <= 2304 } /^HEIGHT/ { print "height", $2 <= 800 }'
   width 1
   height 1
-  $ kill %1; wait; cat said
+  $ kill %1; wait; sed /^AtSpiAdaptor/d said

@@ -291,7 +291,7 @@ void WorkbenchWindowTest::exportsWhatItShows()
     compare.start("compare",
                   {"-metric", "AE", at("out/a b%41.tiff"), at("cli/a b%41.tiff"), "null:"});
     QVERIFY(compare.waitForFinished());
-    QCOMPARE(compare.readAllStandardError().trimmed(), QByteArray("0"));
+    QCOMPARE(compare.readAllStandardError().simplified().split(' ').first(), QByteArray("0"));
 
     QTest::keyClick(m_window->window(), Qt::Key_J, Qt::ControlModifier);
     QVERIFY(waitForWindow("^out")); // Thunar shows the folder
@@ -681,6 +681,7 @@ void WorkbenchWindowTest::folderThatVanishesIsTold()
 {
     QVERIFY(pattern({3000, 2000}).save(at("a.png")));
     m_options.settings.scale = 2;
+    m_options.settings.format = "png"; // which takes long enough to be seen in work
     open({at("a.png")});
     WorkbenchModel& photographs = m_window->photographs();
     photographs.exportOne(0);
@@ -693,8 +694,8 @@ void WorkbenchWindowTest::folderThatVanishesIsTold()
     QVERIFY(!out.exists());
     photographs.retryFailed();
     QTRY_COMPARE_WITH_TIMEOUT(photographs.exported(), 1, patience);
-    QCOMPARE(out.entryList(QDir::Files | QDir::Hidden), QStringList{"a.tiff"});
-    Q_EMIT m_window->window()->findChild<OSUtils*>()->showFileError(at("out/a.tiff"));
+    QCOMPARE(out.entryList(QDir::Files | QDir::Hidden), QStringList{"a.png"});
+    Q_EMIT m_window->window()->findChild<OSUtils*>()->showFileError(at("out/a.png"));
     const QString message = item("message")->property("text").toString();
     QVERIFY2(message.startsWith("No file manager was found."), qPrintable(message));
 }
@@ -762,8 +763,9 @@ void WorkbenchWindowTest::badInputIsTold_data()
     QTest::addColumn<QString>("sentence"); // empty: the photograph is exported
     const QByteArray pixel("\0\0\0\1\0\0\0\1", 8);
     QTest::newRow("one pixel") << pixel << "out" << false << "";
-    QTest::newRow("30,000 x 30,000 declared") << QByteArray("\0\0\x75\x30\0\0\x75\x30", 8) << "out"
-                                              << false << "The picture is too large.";
+    QTest::newRow("30,000 x 30,000 declared")
+        << QByteArray("\0\0\x75\x30\0\0\x75\x30", 8) << "out" << false
+        << "The picture is too large.|The file seems to be damaged.";
     QTest::newRow("gone since it was listed") << pixel << "out" << true << "The file is gone.";
     QTest::newRow("a folder that cannot be made")
         << pixel << "a.png/out" << false << "Choose another folder.";
@@ -797,7 +799,7 @@ void WorkbenchWindowTest::badInputIsTold()
     QTRY_COMPARE(photographs.remaining(), 0);
     QCOMPARE(photographs.exported(), int(sentence.isEmpty()));
     const QString told = photographs.index(0).data(WorkbenchModel::FailureRole).toString();
-    QVERIFY2(told.contains(sentence), qPrintable(told));
+    QVERIFY2(told.contains(QRegularExpression(sentence)), qPrintable(told));
     QCOMPARE(item("view")->property("trouble").toString().isEmpty(), sentence.isEmpty());
     QCOMPARE(QFile::exists(at("out/a.png")), sentence.isEmpty());
 }
