@@ -221,8 +221,12 @@ Result<Photograph> decode(OIIO::ImageInput& input, const std::string& name,
 {
     Photograph photograph;
     photograph.spec = input.spec();
-    describeChannels(photograph, input.format_name());
-    readMetadataOf(photograph, name, input.format_name());
+    const std::string format = input.format_name();
+    if ((format == "openexr" || format == "hdr") &&
+        !photograph.spec.find_attribute("oiio:ColorSpace"))     // as with OpenImageIO 3.1
+        photograph.spec.attribute("oiio:ColorSpace", "Linear"); // which both formats hold
+    describeChannels(photograph, format);
+    readMetadataOf(photograph, name, format);
     const bool isInk = isCmyk(input, name);
     if (isInk)
         if (auto failure = decodeInks(photograph, input, name, settings.intent))

@@ -103,13 +103,13 @@ tens of decibels, the name of the profile, and what Exif says.
   >   export_it ${pair%,*} -o out --format ${pair#*,} && heif-convert $output seen.png > said 2>&1 || cp $output seen.png
   >   echo "$pair $(psnr srgb.png seen.png) $(exiftool -s3 -ProfileDescription -ColorSpace $output | paste -sd ,)"
   > done
-  adobe.png,webp 4 sRGB
+  adobe.png,webp 4 (sRGB)? (re)
   adobe.png,bmp 5 
   adobe.png,jp2 5 sRGB
-  adobe.png,heic 3 sRGB
-  adobe.png,avif 3 sRGB
+  adobe.png,heic 3 (sRGB)? (re)
+  adobe.png,avif 3 (sRGB)? (re)
   adobe.png,gif 3 
-  adobe.png,png 2 Artifex Software A98 ICC Profile,Uncalibrated
+  adobe.png,png 2 Artifex Software A98 ICC Profile(,Uncalibrated)? (re)
   adobe-heif.heic,ppm 4 
   adobe-heif.heic,png 2 Artifex Software A98 ICC Profile* (glob)
   adobe-webp.webp,ppm 5 
