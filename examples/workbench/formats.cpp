@@ -26,8 +26,11 @@ struct Format
 
 constexpr int anySide = INT_MAX;
 constexpr double anyNumber = 1e18;
-// The writer of OpenImageIO 2.4 overflows its buffer above this number.
-constexpr double mostGifPixels = OIIO_VERSION < 20500 ? 16'000'000 : anyNumber;
+// The writer of OpenImageIO 2 overflows its buffer above this number.
+constexpr double mostGifPixels = OIIO_VERSION < 30000 ? 16'000'000 : anyNumber;
+// The writer of OpenImageIO 2.5 alone refuses more.
+constexpr bool hasShortPngSides = OIIO_VERSION >= 20500 && OIIO_VERSION < 30000;
+constexpr int longestPngSide = hasShortPngSides ? 65'535 : 1'000'000;
 constexpr int longestGifSide = OIIO_VERSION < 30000 ? 65'535 : 32'768; // that can be read back
 
 // Left out are formats of which OpenImageIO has a writer: icons, because its reader of them writes
@@ -47,7 +50,7 @@ const Format formats[] = {
 #endif
     {QLatin1String("OpenEXR"), "exr sxr mxr", anySide, false, anyNumber, "16 32",
      "zip none rle zips piz"},
-    {QLatin1String("PNG"), "png", 1'000'000, false, anyNumber, "8 16"},
+    {QLatin1String("PNG"), "png", longestPngSide, false, anyNumber, "8 16"},
     {QLatin1String("PNM"), "ppm pgm pbm pnm", anySide, false, anyNumber, "8"},
     {QLatin1String("Radiance HDR"), "hdr rgbe", anySide, false, anyNumber, "32"},
     {QLatin1String("RLA"), "rla", 32'767, false, anyNumber, "8 16 32"},

@@ -154,7 +154,7 @@ fewer than 17 megapixels.
   > gif $(oiiotool --version | grep -q ^3 && echo 32768 || echo 65535)
   > heic 32767 32
   > jpg 65500
-  > png 1000000
+  > png $(oiiotool --version | grep -q '^2[.]5' && echo 65535 || echo 1000000)
   > rla 32767
   > sgi 65534
   > tga 65535
