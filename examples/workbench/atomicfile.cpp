@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "atomicfile.h"
 
-#include "filespace.h"
-
 #include <imageutils/imageutils.h>
 
 #include <QtCore/QDateTime>
@@ -116,8 +114,6 @@ std::optional<Failure> AtomicFile::close()
     m_file.close(); // the last bytes may fail only here
     if (m_file.error() != QFileDevice::NoError)
         return Failure{QStringLiteral("cannot be written: %1").arg(m_file.errorString())};
-    if (const int error = FileSpace::fillHoles(QFile::encodeName(m_file.fileName()).constData()))
-        return Failure{QStringLiteral("cannot be written: %1").arg(qt_error_string(error))};
     return {};
 }
 

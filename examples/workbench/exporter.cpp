@@ -4,6 +4,7 @@
 #include "atomicfile.h"
 #include "checkedfile.h"
 #include "losslesswebp.h"
+#include "readback.h"
 
 #include <imageutils/cvutils.h>
 
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <vector>
 
 namespace {
 
@@ -64,7 +64,7 @@ void clipNegatives(QImage& image)
 /// the writer itself has refused it tells afterwards.
 std::optional<Failure> writeRows(OIIO::ImageOutput& writer, const CheckedFile& file,
                                  const NextRows& nextRows, const OIIO::ImageSpec& header,
-                                 bool& isWritten)
+                                 ReadBack& readBack, bool& isWritten)
 {
     for (int y = 0; y < header.height && isWritten;) {
         Result<QImage> rows = nextRows();
@@ -73,6 +73,7 @@ std::optional<Failure> writeRows(OIIO::ImageOutput& writer, const CheckedFile& f
         packChannels(*rows, header.nchannels);
         if (std::string_view(writer.format_name()) == "hdr")
             clipNegatives(*rows);
+        readBack.add(*rows);
         const int end = y + rows->height();
         isWritten = writer.write_scanlines(y, end, 0, OIIO::TypeFloat, rows->constBits(),
                                            bytesPerPixel, rows->bytesPerLine()) &&
@@ -90,39 +91,15 @@ bool writesInto(CheckedFile& file, OIIO::ImageOutput& writer)
            writer.set_ioproxy(&file);
 }
 
-/// Whether the file can be opened again, as OpenImageIO writes some of pictures that a format does
-/// not take, and its rows read, as it says nothing of a disk that is full when it closes a file
-/// that it opened itself.
-bool canBeReadBack(const std::string& path, const OIIO::ImageSpec& header, bool withRows)
-{
-    const auto input = OIIO::ImageInput::open(path);
-    OIIO::geterror(true); // else the next one to ask gets the answer
-    if (!input)
-        return false;
-    const OIIO::ImageSpec& spec = input->spec();
-    if (spec.width != header.width || spec.height != header.height || spec.depth > 1)
-        return false;
-    if (!withRows)
-        return true;
-    constexpr int rowsAtOnce = 64;
-    std::vector<unsigned char> pixels(std::size_t(rowsAtOnce) * std::size_t(spec.width) *
-                                      std::size_t(spec.nchannels));
-    for (int y = 0; y < spec.height; y += rowsAtOnce)
-        if (!input->read_scanlines(0, 0, spec.y + y, spec.y + std::min(y + rowsAtOnce, spec.height),
-                                   0, 0, spec.nchannels, OIIO::TypeUInt8, pixels.data()))
-            return false;
-    return input->geterror().empty();
-}
-
 /// Why the file that `writer` has closed is not whole; empty when it is.
 QString failureToFinish(AtomicFile& whole, const OIIO::ImageSpec& header,
-                        const MetadataBlocks& blocks, bool isChecked)
+                        const MetadataBlocks& blocks, const ReadBack& readBack)
 {
     const QSize size(header.width, header.height);
     const QString failure = writeBlocks(whole.file(), blocks, size, header.alpha_channel >= 0);
     if (!failure.isEmpty())
         return failure;
-    if (!canBeReadBack(whole.file().fileName().toStdString(), header, !isChecked))
+    if (!readBack.isWhole(whole.file().fileName().toStdString()))
         return QStringLiteral("the file does not hold the picture");
     return {};
 }
@@ -136,7 +113,7 @@ std::optional<Failure> failureToWriteLossless(AtomicFile& whole, const NextRows&
         return image.failure();
     if (!writeLosslessWebP(whole.file(), *image))
         return cannotBeWritten(whole, QStringLiteral("not all bytes were encoded and written"));
-    const QString failure = failureToFinish(whole, header, blocks, false);
+    const QString failure = failureToFinish(whole, header, blocks, ReadBack(header, "webp", false));
     return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(whole, failure));
 }
 
@@ -151,7 +128,8 @@ std::optional<Failure> failureToWrite(AtomicFile& whole, const NextRows& nextRow
     const auto writer = writerFor(extension);
     const bool isChecked = writesInto(file, *writer);
     bool isWritten = writer->open(whole.file().fileName().toStdString(), header);
-    if (auto failure = writeRows(*writer, file, nextRows, header, isWritten))
+    ReadBack readBack(writer->spec(), writer->format_name(), isChecked);
+    if (auto failure = writeRows(*writer, file, nextRows, header, readBack, isWritten))
         return failure;
     isWritten = isWritten && writer->close();
     if (isChecked)
@@ -160,7 +138,7 @@ std::optional<Failure> failureToWrite(AtomicFile& whole, const NextRows& nextRow
         return cannotBeWritten(whole, file.failure());
     if (!isWritten)
         return cannotBeWritten(whole, QString::fromStdString(writer->geterror()).simplified());
-    const QString failure = failureToFinish(whole, header, blocks, isChecked);
+    const QString failure = failureToFinish(whole, header, blocks, readBack);
     return failure.isEmpty() ? std::nullopt : std::optional(cannotBeWritten(whole, failure));
 }
 

@@ -37,6 +37,8 @@ bool storesFloats(const OIIO::ImageOutput& writer)
 /// A writer that is asked for 16 bits and has only 8 writes 8 by itself.
 OIIO::TypeDesc sampleTypeFor(const OIIO::ImageOutput& writer, const OIIO::TypeDesc& source)
 {
+    if (isOneOf(writer, {"rla"})) // it loses samples of 8 and 16 bits at the ends of rows
+        return OIIO::TypeFloat;
     if (source.is_floating_point() && storesFloats(writer))
         return source == OIIO::TypeHalf && isOneOf(writer, {"openexr"}) ? source : OIIO::TypeFloat;
     if (source.size() == 1)

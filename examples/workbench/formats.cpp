@@ -53,7 +53,7 @@ const Format formats[] = {
     {QLatin1String("PNG"), "png", longestPngSide, false, anyNumber, "8 16"},
     {QLatin1String("PNM"), "ppm pgm pbm pnm", anySide, false, anyNumber, "8"},
     {QLatin1String("Radiance HDR"), "hdr rgbe", anySide, false, anyNumber, "32"},
-    {QLatin1String("RLA"), "rla", 32'767, false, anyNumber, "8 16 32"},
+    {QLatin1String("RLA"), "rla", 16'383, false, anyNumber, "32"},
     {QLatin1String("SGI"), "sgi rgb rgba bw int inta", 65'534, false, anyNumber, "8 16"},
     {QLatin1String("Targa"), "tga tpic", 65'535, false, anyNumber, "8"},
     {QLatin1String("TIFF"), "tiff tif tx env sm vsm", anySide, false, anyNumber, "8 16 32",

@@ -155,7 +155,7 @@ fewer than 17 megapixels.
   > heic 32767 32
   > jpg 65500
   > png $(oiiotool --version | grep -q '^2[.]5' && echo 65535 || echo 1000000)
-  > rla 32767
+  > rla 16383
   > sgi 65534
   > tga 65535
   > webp 16383
@@ -215,6 +215,13 @@ the reason is the system's.
   large.png: cannot be written: File too large
   8 jpg --bitmap: 1, left: 
   $ cmp large.png before.png
+
+A disk that loses one write: the writer of SGI goes on, and zeros stand there in a file of the right length.
+
+  $ strace -f -o trace -e inject=write:error=EIO:when=50 imageutils-workbench --headless large.png -o lost --format sgi > table
+  large.png: cannot be written: the file does not hold the picture
+  [1]
+  $ [ ! -e lost ] || ls -A lost
 
 Wrong command lines, with one line each:
 
