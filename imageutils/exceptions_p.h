@@ -8,6 +8,15 @@
 #include <type_traits>
 #include <utility>
 
+/// Writes the warning "NAME: REASON", or nothing where not even the line finds memory.
+inline void warnOfException(const char* name, const char* reason) noexcept
+{
+    try {
+        qWarning("%s: %s", name, reason);
+    } catch (...) { // no memory is left, and the neutral result needs none
+    }
+}
+
 /// The result of `function`. When it throws: `neutral`, and the warning "NAME: REASON".
 ///
 /// Every function that QML can call, and every slot, runs what may throw through this template: an
@@ -23,7 +32,7 @@ Result neutralOnException(const char* name, Function&& function,
     } catch (...) {
         reason = exceptionReason();
     }
-    qWarning("%s: %s", name, reason);
+    warnOfException(name, reason);
     return neutral;
 }
 

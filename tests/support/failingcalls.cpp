@@ -12,6 +12,7 @@
 #include <dlfcn.h>
 #include <exception>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,16 +20,25 @@
 namespace {
 
 constexpr int notArmed = -1;
-constexpr unsigned timeLimit = 10; // seconds
+constexpr unsigned timeLimit = 60;        // seconds, on a machine that does other things as well
+constexpr rlimit processorLimit = {2, 4}; // seconds of the processor
 constexpr std::size_t answerBytes = 512;
 std::atomic<int> allocationsLeft = notArmed;
 std::atomic<int> fileCallsLeft = notArmed;
+std::atomic<bool> oneFailed = false;
 int fileError = EIO;
+bool failsForGood = false;
 
-/// Counts a call and says whether it is the one that fails. Later calls succeed again.
+/// Counts a call and says whether it fails: the last one of `left`, and later ones if the failure
+/// is for good.
 bool fails(std::atomic<int>& left)
 {
-    return left.load(std::memory_order_relaxed) > 0 && left.fetch_sub(1) == 1;
+    if (left.load(std::memory_order_relaxed) <= 0)
+        return false;
+    if (!(failsForGood && left == 1) && left.fetch_sub(1) != 1)
+        return false;
+    oneFailed = true;
+    return true;
 }
 
 bool allocationFails()
@@ -165,28 +175,29 @@ std::string attempt(const std::function<std::string()>& operation)
     try {
         return operation();
     } catch (const std::exception& exception) {
+        FailingCalls::disarm();
         return std::string("lets an exception out: ") + exception.what();
     }
 }
 
-[[noreturn]] void runChild(int answers, FailingCalls::Kind kind, int call, int error,
+[[noreturn]] void runChild(int answers, const FailingCalls::Failure& failure,
                            const std::function<std::string()>& operation)
 {
-    for (const int signal : {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL, SIGALRM})
+    for (const int signal : {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL, SIGALRM, SIGXCPU})
         std::signal(signal, SIG_DFL); // no stack traces of the test framework
     alarm(timeLimit);
-    std::atomic<int>& left =
-        kind == FailingCalls::Kind::Allocation ? allocationsLeft : fileCallsLeft;
-    fileError = error;
+    setrlimit(RLIMIT_CPU, &processorLimit);
+    const bool isOfFiles = failure.kind == FailingCalls::Kind::File;
+    fileError = failure.error;
+    failsForGood = failure.forGood;
     const int descriptors = openDescriptors();
-    left = call;
+    (isOfFiles ? fileCallsLeft : allocationsLeft) = failure.call;
     std::string wrong = attempt(operation);
-    const char failed = left == 0 ? 'y' : 'n'; // a call that failed leaves 0
-    left = notArmed;
+    FailingCalls::disarm();
     // QFile::open loses the descriptor it was given when an allocation in it fails.
-    if (wrong.empty() && kind == FailingCalls::Kind::File && openDescriptors() != descriptors)
+    if (wrong.empty() && isOfFiles && openDescriptors() != descriptors)
         wrong = "leaves a descriptor open";
-    const std::string answer = failed + wrong.substr(0, answerBytes - 1);
+    const std::string answer = (oneFailed ? 'y' : 'n') + wrong.substr(0, answerBytes - 1);
     // One write, which arrives as a whole because it is shorter than a pipe's buffer.
     _exit(write(answers, answer.data(), answer.size()) == ssize_t(answer.size()) ? 0 : 2);
 }
@@ -195,13 +206,13 @@ std::string attempt(const std::function<std::string()>& operation)
 
 void FailingCalls::disarm()
 {
-    for (std::atomic<int>* const left : {&allocationsLeft, &fileCallsLeft}) {
-        if (*left > 0)
-            *left = notArmed;
-    }
+    allocationsLeft = notArmed;
+    fileCallsLeft = notArmed;
 }
 
-FailingCalls::Outcome FailingCalls::run(Kind kind, int call, int error,
+bool FailingCalls::hasFailed() { return oneFailed; }
+
+FailingCalls::Outcome FailingCalls::run(const Failure& failure,
                                         const std::function<std::string()>& operation)
 {
     int pipes[2];
@@ -209,7 +220,7 @@ FailingCalls::Outcome FailingCalls::run(Kind kind, int call, int error,
         return {false, "no pipe"};
     const pid_t child = fork();
     if (child == 0)
-        runChild(pipes[1], kind, call, error == 0 ? ENOMEM : error, operation);
+        runChild(pipes[1], failure, operation);
     close(pipes[1]);
     Outcome outcome;
     std::array<char, answerBytes> answer = {};
