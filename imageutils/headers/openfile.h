@@ -16,13 +16,14 @@ namespace OpenFile {
 using Input = std::unique_ptr<OIIO::ImageInput>;
 
 /// Whether the reader of OpenImageIO named `format` is tried for the file that is opened by `name`.
-/// Two readers read no file, and three read files of any kind to their end in search of a mark.
+/// Two readers read no file, and three read files of any kind to their end in search of a mark, as
+/// that of JPEG 2000 does in OpenImageIO 3.1. JPEG 2000 never needs it: `readKnownHeader` answers.
 inline bool isTried(const std::string& format, const std::string& name)
 {
     const bool isDicom = format == "dicom";
     const std::string_view mark = isDicom ? "DICM" : format == "iff" ? "FOR4" : "P";
     if (!isDicom && format != "iff" && format != "pnm")
-        return format != "null" && format != "term";
+        return format != "null" && format != "term" && format != "jpeg2000";
     std::string found(mark.size(), '\0');
     OIIO::Filesystem::read_bytes(name, found.data(), found.size(), isDicom ? 128 : 0);
     return found == mark;
