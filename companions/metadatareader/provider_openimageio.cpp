@@ -293,6 +293,31 @@ ExifDataPointer exifOf(QFile& file, const std::string& format)
     return format == "jpeg" ? exifOfJpeg(file) : exifOfTiff(file);
 }
 
+/// Whether an altitude is one below the sea, which OpenImageIO 3.1 leaves out of TIFF files, is
+/// taken from the Exif block. Where that does not say so, the altitude is left out as well.
+void completeAltitude(OIIO::ImageSpec& spec, const ExifData* exif)
+{
+    constexpr auto tag = ExifTag(EXIF_TAG_GPS_ALTITUDE_REF);
+    const ExifEntry* const reference =
+        exif ? exif_content_get_entry(exif->ifd[EXIF_IFD_GPS], tag) : nullptr;
+    if (reference && reference->size > 0)
+        spec.attribute("GPS:AltitudeRef", int(reference->data[0]));
+    else
+        spec.erase_attribute("GPS:Altitude");
+}
+
+/// The time of the last change, which OpenImageIO takes from the XMP packet where there is one,
+/// although a packet's time may be that of another event; empty where the block has none.
+QString dateTimeOf(const ExifData* exif)
+{
+    const ExifEntry* const entry =
+        exif ? exif_content_get_entry(exif->ifd[EXIF_IFD_0], EXIF_TAG_DATE_TIME) : nullptr;
+    if (!entry || !entry->data)
+        return {};
+    const char* const text = reinterpret_cast<const char*>(entry->data);
+    return QString::fromLatin1(text, qsizetype(qstrnlen(text, entry->size))).trimmed();
+}
+
 bool hasDescription(const ExifData* exif)
 {
     return exif && exif_content_get_entry(exif->ifd[EXIF_IFD_0], EXIF_TAG_IMAGE_DESCRIPTION);
@@ -348,7 +373,7 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
         error = QString::fromLatin1(found->refusal);
         return {};
     }
-    const auto [spec, format] =
+    auto [spec, format] =
         isJpeg ? descriptionOfJpeg(file) : descriptionOfFile(file, utf8Path, reason);
     if (format.empty()) {
         error =
@@ -358,8 +383,12 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
             error = QStringLiteral("the header is damaged or of an unsupported kind");
         return {};
     }
-    PictureFacts facts{extensionsOf(format), spec.width, spec.height, valuesOf(spec)};
     const ExifDataPointer exif = exifOf(file, format);
+    if (format == "tiff" && !spec.find_attribute("GPS:AltitudeRef"))
+        completeAltitude(spec, exif.get());
+    PictureFacts facts{extensionsOf(format), spec.width, spec.height, valuesOf(spec)};
+    if (const QString changed = dateTimeOf(exif.get()); !changed.isEmpty())
+        facts.values.insert(QStringLiteral("DateTime"), changed);
     // Without one of Exif it is the comment of a program.
     if (format == "jpeg" && !hasDescription(exif.get()))
         facts.values.remove(QStringLiteral("ImageDescription"));

@@ -164,6 +164,8 @@ void MetadataReaderTest::tagsComeInTheirUnits()
     arguments << "-GPSAltitudeRef=1"
               << "-ExifImageWidth=9999"
               << "-ThumbnailImage<=" + preview;
+    if (QByteArray("jpg jpeg tif").contains(QTest::currentDataTag()))
+        arguments << "-XMP-xmp:CreateDate=1999:01:02 03:04:05"; // of another event
     for (const Tag& tag : tags())
         arguments << "-EXIF:" + tag.name + '=' +
                          tag.value.toString().remove(tag.key.startsWith("GPS") ? "-" : "?");
@@ -177,7 +179,7 @@ void MetadataReaderTest::tagsComeInTheirUnits()
             !tag.key.contains(QRegularExpression(unseen)))
             truth[tag.name] = tag.value;
     }
-    QCOMPARE(disagreements(record, truth), QStringList());
+    QCOMPARE(disagreements(record, truth).join(' '), QString());
     if (path.endsWith("jpg"))
         QCOMPARE(record.value("thumbnail"), QVariant("jpeg 64x40"));
 }
@@ -198,7 +200,7 @@ void MetadataReaderTest::photographsAgreeWithExiftool()
             QStringLiteral("%1 %2").arg(record.imageWidth()).arg(record.imageHeight());
         QCOMPARE(size, truth["ImageSize"].toString());
         QCOMPARE(record.value("thumbnail").isValid(), truth.contains("ThumbnailImage"));
-        QCOMPARE(disagreements(record, truth), QStringList());
+        QCOMPARE(disagreements(record, truth).join(' '), QString());
     }
 }
 
