@@ -59,7 +59,7 @@ std::optional<ImageHeader> readImageHeader(const std::string& utf8Path, std::str
         return {};
     }
     FileBytes bytes([&file](std::int64_t position, char* to, std::int64_t count) {
-        return file.seek(position) ? file.read(to, count) : 0;
+        return file.seek(position) ? file.read(to, count) : -1;
     });
     std::optional<FoundHeader> found = readKnownHeader(bytes);
     if (bytes.hasFailed() || (found && found->refusal)) {

@@ -345,13 +345,19 @@ QString previewOf(const ExifData* exif)
 }
 
 /// The size of a picture that OpenImageIO would decode, or for which it would take too much memory
-/// or time, while it opens the file. OpenImageIO finds no tags in such files.
+/// or time, while it opens the file. OpenImageIO finds no tags in such files. A file whose bytes
+/// cannot be read is refused: OpenJPEG ends the program where its reads fail.
 std::optional<FoundHeader> headerOf(QFile& file)
 {
     FileBytes bytes([&file](std::int64_t position, char* to, std::int64_t count) {
-        return file.seek(position) ? file.read(to, count) : 0;
+        return file.seek(position) ? file.read(to, count) : -1;
     });
-    return readKnownHeader(bytes);
+    std::optional<FoundHeader> found = readKnownHeader(bytes);
+    if (bytes.hasFailed()) {
+        found.emplace();
+        found->refusal = "the file cannot be read";
+    }
+    return found;
 }
 
 } // namespace
