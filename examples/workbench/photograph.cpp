@@ -257,12 +257,14 @@ struct Source
 
 Result<Source> openSource(const QString& path)
 {
+    const Failure failure{QStringLiteral("is not a regular file that can be read")};
     const auto opened = RegularFile::open(QFile::encodeName(path).toStdString());
     if (!opened)
-        return Failure{QStringLiteral("is not a regular file that can be read")};
+        return failure;
     Source source{path, opened->name};
-    if (opened->descriptor >= 0)
-        source.file->open(opened->descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    if (opened->descriptor >= 0 &&
+        !source.file->open(opened->descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return failure;
     return source;
 }
 

@@ -33,7 +33,8 @@ class Outbox
 public:
     explicit Outbox(int descriptor)
     {
-        m_file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered);
+        if (!m_file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered))
+            std::_Exit(1); // no result could be sent
     }
 
     void send(const QByteArray& bytes)
@@ -79,7 +80,8 @@ class Inbox
 public:
     explicit Inbox(UnfinishedFile& unfinished) : m_unfinished(unfinished)
     {
-        m_file.open(stdin, QIODevice::ReadOnly);
+        if (!m_file.open(stdin, QIODevice::ReadOnly))
+            std::_Exit(1); // no task could be received
         try {
             std::thread([this] { readAll(); }).detach(); // it ends the process
             m_hasThread = true;
