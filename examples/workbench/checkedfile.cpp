@@ -6,7 +6,7 @@
 #include <algorithm>
 
 CheckedFile::CheckedFile(QFile& file)
-    : IOProxy(file.fileName().toStdString(), IOProxy::Write), m_file(file)
+    : IOProxy(file.fileName().toStdString(), IOProxy::Write), m_file(file), m_end(file.size())
 {
     m_pos = file.pos();
 }
@@ -22,6 +22,8 @@ bool CheckedFile::seek(int64_t offset)
 
 size_t CheckedFile::read(void* buffer, size_t size)
 {
+    if (!m_file.flush()) // which `QFile::read` does as well, and loses the failure
+        fail(m_file.errorString());
     const qint64 count = m_file.read(static_cast<char*>(buffer), qint64(size));
     m_pos = m_file.pos();
     return count > 0 ? size_t(count) : 0;

@@ -25,12 +25,12 @@ public:
     bool seek(int64_t offset) override;
     size_t read(void* buffer, size_t size) override;
     size_t write(const void* buffer, size_t size) override;
-    size_t size() const override { return size_t(m_file.size()); }
+    size_t size() const override { return size_t(m_end); } // QFile's would lose a failure
 
 private:
     void fail(const QString& reason);
 
     QFile& m_file;
-    qint64 m_end = 0; // of the farthest byte written
+    qint64 m_end; // of the farthest byte
     QString m_failure;
 };

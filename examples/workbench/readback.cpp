@@ -5,7 +5,7 @@
 
 ReadBack::ReadBack(const OIIO::ImageSpec& stored, std::string_view format, bool isChecked)
     : m_stored(stored), m_readsRows(!isChecked),
-      m_comparesRows(!isChecked && (format == "sgi" || format == "rla"))
+      m_comparesRows(!isChecked && (format == "sgi" || format == "rla" || format == "tiff"))
 {}
 
 void ReadBack::add(const QImage& rows)
@@ -23,7 +23,9 @@ void ReadBack::add(const QImage& rows)
 
 bool ReadBack::isWhole(const std::string& path) const
 {
-    const auto input = OIIO::ImageInput::open(path);
+    OIIO::ImageSpec asStored; // without it, colours come multiplied by alpha
+    asStored.attribute("oiio:UnassociatedAlpha", 1);
+    const auto input = OIIO::ImageInput::open(path, &asStored);
     OIIO::geterror(true); // else the next one to ask gets the answer
     if (!input)
         return false;

@@ -22,9 +22,9 @@ public:
 
     /// Whether the file can be opened again, as OpenImageIO writes some of pictures that a format
     /// does not take, and whether it holds the picture. OpenImageIO says nothing of a disk that is
-    /// full when it closes a file that it opened itself, so the rows are read. Those of SGI and RLA
-    /// have to be the noted ones: their writers seek in the file and ignore what does not arrive,
-    /// and a file with zeros in its place can be read.
+    /// full when it closes a file that it opened itself, so the rows are read. Those of SGI, RLA
+    /// and TIFF have to be the noted ones: their writers seek in the file and ignore what does not
+    /// arrive, and a file with zeros in its place can be read.
     bool isWhole(const std::string& path) const;
 
 private:
