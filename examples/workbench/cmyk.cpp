@@ -4,6 +4,7 @@
 #include <cstdio> // before jpeglib.h, which needs FILE
 
 #include <jpeglib.h>
+#include <OpenImageIO/filesystem.h>
 
 #include <csetjmp>
 #include <memory>
@@ -65,7 +66,7 @@ bool decodeJpeg(std::FILE* file, cv::Mat& result)
 
 Result<cv::Mat> readJpeg(const std::string& path, const OIIO::ImageSpec& spec)
 {
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    const std::unique_ptr<std::FILE, CloseFile> file(OIIO::Filesystem::fopen(path, "rb"));
     cv::Mat result(spec.height, spec.width, CV_8UC4);
     if (!file || !decodeJpeg(file.get(), result))
         return Failure{QStringLiteral("cannot be decoded")};
@@ -75,7 +76,7 @@ Result<cv::Mat> readJpeg(const std::string& path, const OIIO::ImageSpec& spec)
 /// The colour mode of a Photoshop file, which OpenImageIO does not tell: two bytes at offset 24.
 int photoshopColourMode(const std::string& path)
 {
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    const std::unique_ptr<std::FILE, CloseFile> file(OIIO::Filesystem::fopen(path, "rb"));
     unsigned char header[26] = {};
     return file && std::fread(header, sizeof(header), 1, file.get()) == 1
                ? header[24] * 256 + header[25]

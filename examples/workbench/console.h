@@ -1,8 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// What only the operating system knows about the standard streams. Standard types only.
+#include <string>
+#include <vector>
+
+/// What only the operating system knows about the command line and the standard streams. Standard
+/// types only.
 namespace Console {
+
+/// What the user typed, the program's name first: the bytes that main() got, or UTF-8 where the
+/// system's own text is wide and main() gets what the code page has of it.
+std::vector<std::string> arguments(int argc, char** argv);
 
 /// Whether the error output is a terminal that understands "\r" and the clearing of a line.
 bool errorsGoToTerminal();

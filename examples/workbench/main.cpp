@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "atomicfile.h"
+#include "console.h"
 #include "display.h"
 #include "headless.h"
 #include "interruption.h"
@@ -7,9 +8,9 @@
 #include "messages.h"
 #include "naming.h"
 #include "options.h"
+#include "runwindow.h"
 #include "sources.h"
 #include "terminal.h"
-#include "window.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
@@ -33,14 +34,14 @@ struct Arguments
     QSet<QString> undecodable;
 };
 
-/// Reads what the system gave to main(); Qt's own list replaces bytes that are no text, and the
-/// name would be that of another file.
+/// Reads what the user typed; Qt's own list replaces bytes that are no text, and the name would be
+/// that of another file.
 Arguments readArguments(int argc, char** argv)
 {
     Arguments arguments;
-    for (int i = 0; i < argc; ++i) {
-        QStringDecoder decoder(QStringDecoder::System);
-        const QString text = decoder(QByteArrayView(argv[i]));
+    for (const std::string& argument : Console::arguments(argc, argv)) {
+        QStringDecoder decoder(QStringDecoder::Utf8);
+        const QString text = decoder(argument);
         arguments.all.append(text);
         if (decoder.hasError())
             arguments.undecodable.insert(text);

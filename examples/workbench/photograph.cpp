@@ -258,7 +258,7 @@ struct Source
 Result<Source> openSource(const QString& path)
 {
     const Failure failure{QStringLiteral("is not a regular file that can be read")};
-    const auto opened = RegularFile::open(QFile::encodeName(path).toStdString());
+    const auto opened = RegularFile::open(path.toStdString());
     if (!opened)
         return failure;
     Source source{path, opened->name};

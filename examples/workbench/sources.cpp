@@ -112,7 +112,7 @@ QStringList namesIn(const QByteArray& list, char separator, QSet<QString>& undec
 {
     QStringList names;
     for (const QByteArray& bytes : list.split(separator)) {
-        QStringDecoder decoder(QStringDecoder::System);
+        QStringDecoder decoder(QStringDecoder::Utf8);
         const QString name = decoder(bytes);
         if (decoder.hasError())
             undecodable.insert(name);

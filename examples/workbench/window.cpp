@@ -4,6 +4,7 @@
 #include "headless.h"
 #include "interruption.h"
 #include "monitorcolours.h"
+#include "runwindow.h"
 #include "workbenchmodel.h"
 #include "worker.h"
 

@@ -48,7 +48,3 @@ private:
     QTimer m_settled;                   ///< since the window was moved
     QRect m_place;                      ///< while it is not maximised; empty while unknown
 };
-
-/// Shows the window until it is closed, or the program is interrupted. Returns the program's exit
-/// status.
-int runWindow(const Options& options, const QList<Source>& sources);

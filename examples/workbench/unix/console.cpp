@@ -7,6 +7,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+std::vector<std::string> Console::arguments(int argc, char** argv) { return {argv, argv + argc}; }
+
 bool Console::errorsGoToTerminal()
 {
     const char* const terminal = std::getenv("TERM");
