@@ -65,6 +65,9 @@ set_target_properties(imageutilsplugin PROPERTIES
     AUTOMOC ON
     LIBRARY_OUTPUT_DIRECTORY "${qml_module_dir}"
     INSTALL_RPATH "$ORIGIN/../../..")
+if(WIN32) # where Qt looks for the plugin's name as it stands
+    set_target_properties(imageutilsplugin PROPERTIES PREFIX "")
+endif()
 target_link_libraries(imageutilsplugin PRIVATE imageutils imageutils_options)
 
 set(qml_install_dir "${CMAKE_INSTALL_LIBDIR}/qt6/qml/NImageUtils")

@@ -23,7 +23,9 @@ inline bool open(QFile& file, const std::string& utf8Path, QFile::OpenMode mode,
     if (!error.empty())
         return false;
     file.setFileName(QString::fromStdString(utf8Path));
-    if (!QFileInfo(file).isFile() || !file.open(mode))
+    if (const QFileInfo info(file); !info.isFile())
+        error = info.exists() ? "not a regular file" : "no such file";
+    else if (!file.open(mode))
         error = file.errorString().toStdString();
     return file.isOpen();
 }

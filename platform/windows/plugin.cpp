@@ -34,6 +34,15 @@ std::wstring fileOf(const std::string& name)
     return {};
 }
 
+/// The libraries that the plug-in needs lie beside the program, or else in a folder of PATH.
+HMODULE openLibrary(const std::wstring& file)
+{
+    constexpr DWORD fixedFolders =
+        LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
+    HMODULE library = LoadLibraryExW(file.c_str(), nullptr, fixedFolders);
+    return library ? library : LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+}
+
 } // namespace
 
 std::string Platform::installedFile(const char* name)
@@ -49,7 +58,9 @@ std::string Platform::installedFile(const char* name)
 Platform::PluginFunction Platform::openPlugin(const char* plugin, const char* function)
 {
     const std::wstring file = fileOf(std::string(plugin) + ".dll");
-    HMODULE library = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    if (file.empty())
+        return {nullptr, std::string(plugin) + ".dll: not installed"};
+    HMODULE library = openLibrary(file);
     const FARPROC found = library ? GetProcAddress(library, function) : nullptr;
     if (!found)
         return {nullptr, std::string(plugin) + ".dll: error " + std::to_string(GetLastError())};

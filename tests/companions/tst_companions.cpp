@@ -39,7 +39,12 @@ void CompanionsTest::formatsAreTheStillPicturesOfOpenImageIO()
     QSet<QString> readableRaw;
     const QSet<QString> noPictures{"dicom", "ffmpeg", "null", "openvdb", "term", "zfile"};
     const QSet<QString> noStills{"cine", "heics"};
-    for (const auto& [format, extensions] : OIIO::get_extension_map()) {
+    const auto known = OIIO::get_extension_map();
+    for (const char* const optional : {"gif", "heif"}) // OpenImageIO may be built without
+        if (known.count(optional) == 0)
+            readable += optional == QLatin1String("gif") ? QSet<QString>{"gif"}
+                                                         : QSet<QString>{"avif", "heic", "heif"};
+    for (const auto& [format, extensions] : known) {
         for (const std::string& extension : extensions) {
             const QString name = QString::fromStdString(extension);
             if (!noPictures.contains(QString::fromStdString(format)) && !noStills.contains(name))

@@ -38,7 +38,7 @@ void ImageUtilsHeadersTest::initTestCase()
 {
     QProcess maker;
     maker.setProcessChannelMode(QProcess::ForwardedChannels);
-    maker.start(MAKE_HEADERS, {m_folder.path()});
+    maker.start("sh", {"-c", "exec \"$0\" \"$1\"", MAKE_HEADERS, m_folder.path()});
     QVERIFY(maker.waitForFinished(120'000));
     QCOMPARE(maker.exitCode(), 0);
 }
@@ -75,12 +75,21 @@ QSize ImageUtilsHeadersTest::sizeByOpenImageIO(const QString& path)
     return orientation >= 5 && orientation <= 8 ? size.transposed() : size;
 }
 
+static bool isHeif(const QString& path)
+{
+    QFile file(path);
+    return file.open(QFile::ReadOnly) && file.peek(8).endsWith("ftyp");
+}
+
 void ImageUtilsHeadersTest::agreesWithOpenImageIO_data()
 {
     QTest::addColumn<QString>("path");
     const QFileInfoList files = QDir(m_folder.path()).entryInfoList(QDir::Files);
+    const bool readsHeif =
+        OIIO::get_string_attribute("format_list").find("heif") != std::string::npos;
     for (const QFileInfo& file : files)
-        QTest::newRow(qPrintable(file.fileName())) << file.filePath();
+        if (readsHeif || !isHeif(file.filePath()))
+            QTest::newRow(qPrintable(file.fileName())) << file.filePath();
 }
 
 void ImageUtilsHeadersTest::agreesWithOpenImageIO()

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/imageutils.h>
 
+#include <support/files.h>
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
 
 /// Paths, URLs, formats and the names of exported files.
+using TestSupport::linkTo;
+
 class ImageUtilsPathsTest : public QObject
 {
     Q_OBJECT
@@ -104,9 +108,13 @@ void ImageUtilsPathsTest::turnsPathsIntoUrlsAndTellsEqualOnes()
              "https://example.org/a.png");
     const QTemporaryDir folder;
     QFile file(folder.filePath("a.png"));
-    QVERIFY(file.open(QFile::WriteOnly) && file.link(folder.filePath("link.png")));
+    QVERIFY(file.open(QFile::WriteOnly));
     QVERIFY(NImageUtils::arePathsEqual("/missing/a", "/missing/a"));
-    QVERIFY(NImageUtils::arePathsEqual(folder.filePath("a.png"), folder.filePath("./link.png")));
+    const bool isLinked = linkTo(file.fileName(), folder.filePath("link.png"));
+    QCOMPARE(NImageUtils::arePathsEqual(file.fileName(), folder.filePath("./link.png")), isLinked);
+    QVERIFY(isLinked || QSysInfo::kernelType() == "winnt");
+    QCOMPARE(NImageUtils::arePathsEqual(file.fileName(), folder.filePath("./A.png")),
+             QSysInfo::kernelType() == "winnt"); // which does not tell capitals apart
     QVERIFY(!NImageUtils::arePathsEqual(folder.filePath("a.png"), folder.filePath("b.png")));
 }
 

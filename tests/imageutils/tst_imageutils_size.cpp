@@ -64,7 +64,8 @@ void ImageUtilsSizeTest::recoversFromAMomentWithoutDescriptors()
     QCOMPARE(sizeOf("a.png"), QSize(40, 30));
     // A name without a folder would be searched for in the system's folders.
     const std::string error = Platform::openPlugin("none", "none").error;
-    QVERIFY(error == "none.so: not installed" || error.starts_with("none: "));
+    QVERIFY(error == "none.so: not installed" || error == "none.dll: not installed" ||
+            error.starts_with("none: "));
 }
 
 void ImageUtilsSizeTest::takesNamesLiterally()
@@ -76,6 +77,8 @@ void ImageUtilsSizeTest::takesNamesLiterally()
                                        "pipe:0.png", "a=b&c.tif", "http:x.png", "-.png"}) {
             QFile::remove(name);
             writePicture(QStringLiteral("source.jpg"), 40, 30, 0, format);
+            if (!canBeNamed(name))
+                continue;
             QVERIFY(QFile::rename(QStringLiteral("source.jpg"), name));
             for (const QString& spelling : {QString(name), path(name)})
                 QCOMPARE(NImageUtils::imageSize(spelling), QSize(40, 30));
@@ -198,9 +201,10 @@ void ImageUtilsSizeTest::refuses()
     if (!bytes.isNull())
         writeBytes(path(name), bytes);
     QVERIFY(QDir(m_folder->path()).mkdir("folder.jpg"));
-    if (!makePipe(path("pipe.jpg")) || !linkEndlessDevice(path("zero.jpg")))
-        QSKIP("this system has no pipes and devices among its files");
-    QVERIFY(QFile::link("/proc/self/mem", path("mem.jpg"))); // every read of it fails
+    // Where the system has no pipes and devices among its files, these are missing.
+    if (makePipe(path("pipe.jpg")))
+        QVERIFY(linkEndlessDevice(path("zero.jpg")) &&
+                QFile::link("/proc/self/mem", path("mem.jpg"))); // every read of it fails
     const bool isText = name.isEmpty() || name.contains(u':') || name == "none.null";
     for (int call = 0; call < 2; ++call) { // no answer is kept
         LogCapture log;
@@ -227,7 +231,7 @@ void ImageUtilsSizeTest::isNotHeldUpByAPipe()
         QVERIFY(header || error == name + ": not a regular file");
     });
     QCOMPARE(heldUp, 0);
-    QVERIFY(read > 0);
+    QVERIFY(read > 0 || !makePipe(path("pipe")));
 }
 
 void ImageUtilsSizeTest::answersManyThreads()

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <imageutils/osutils.h>
 
+#include <support/files.h>
 #include <support/log.h>
 
 #include <QtGui/QtGui>
 #include <QtTest/QtTest>
 
-#include <csignal>
 #include <thread>
 
 static int s_argumentCount = 1;
@@ -324,6 +324,8 @@ void OSUtilsTest::plays_data()
     for (const QString& text : QString::fromUtf8(file.readAll()).split("\n# ").mid(1)) {
         QStringList lines = text.split('\n', Qt::SkipEmptyParts);
         const QString name = lines.takeFirst();
+        if (name.endsWith("not on Windows") && QSysInfo::kernelType() == "winnt")
+            continue;
         lines = lines.filter(QRegularExpression("^[^%]"));
         // A case with several kinds of application is a row for each of them.
         const QStringList kinds = lines[0].section("application ", 1).split(" | ");
@@ -358,7 +360,7 @@ void OSUtilsTest::plays()
 
 int main(int argc, char** argv)
 {
-    std::signal(SIGXFSZ, SIG_IGN); // so that a limit of file sizes makes writing fail
+    TestSupport::letFileLimitsFail();
     OSUtilsTest::s_transcript = argv[1];
     qputenv("PATH", TOOLS ":" + qgetenv("PATH"));
     s_arguments = argv;

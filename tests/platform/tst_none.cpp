@@ -32,7 +32,8 @@ private Q_SLOTS:
         OSUtils utils;
         QSignalSpy errors(&utils, &OSUtils::showFileError);
         utils.showFileInGraphicalShell("/");
-        QCOMPARE(errors.value(0), QVariantList{"/"}); // before the call returns
+        QCOMPARE(errors.value(0),
+                 QVariantList{QDir::toNativeSeparators("/")}); // before the call returns
         log.take();
         QCOMPARE(OSUtils::getMonitorColorSpace(), QColorSpace(QColorSpace::SRgb));
         QCOMPARE(log.takeTexts().value(0),

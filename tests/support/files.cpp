@@ -3,6 +3,8 @@
 
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
 
 #include <OpenImageIO/imageio.h>
@@ -16,7 +18,9 @@
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <thread>
 #include <vector>
 
@@ -51,6 +55,15 @@ QByteArray TestSupport::lyingTiff()
           std::pair(279, 1u)})
         stream << quint16(tag) << quint16(4) << quint32(1) << value;
     return bytes + QByteArray(4, '\0');
+}
+
+bool TestSupport::canBeNamed([[maybe_unused]] const QString& name)
+{
+#if defined(Q_OS_WIN)
+    return !name.contains(QRegularExpression("[<>:\"|?*]"));
+#else
+    return true;
+#endif
 }
 
 bool TestSupport::makePipe(const QString& path)
@@ -99,12 +112,27 @@ int TestSupport::callsHeldUpByPipe(const QString& path, const std::function<void
     return heldUp;
 }
 
+bool TestSupport::linkTo(const QString& path, const QString& link)
+{
+    std::error_code error; // QFile::link makes a shortcut on Windows
+    std::filesystem::create_symlink(QFileInfo(path).filesystemFilePath(),
+                                    QFileInfo(link).filesystemFilePath(), error);
+    return !error;
+}
+
 bool TestSupport::linkEndlessDevice(const QString& path)
 {
     return QFile::exists("/dev/zero") && QFile::link("/dev/zero", path);
 }
 
-TestSupport::FewDescriptors::FewDescriptors(int left)
+void TestSupport::letFileLimitsFail()
+{
+#if defined(Q_OS_UNIX)
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
+}
+
+TestSupport::FewDescriptors::FewDescriptors([[maybe_unused]] int left)
 {
 #if defined(Q_OS_UNIX)
     rlimit limit = {};

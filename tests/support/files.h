@@ -19,6 +19,9 @@ void writeBytes(const QString& path, const QByteArray& bytes);
 /// A TIFF file of one pixel with a width of 2^31 in its header.
 QByteArray lyingTiff();
 
+/// Whether the system takes `name` for a file.
+bool canBeNamed(const QString& name);
+
 /// Makes a named pipe; false where the system has none.
 bool makePipe(const QString& path);
 
@@ -27,8 +30,14 @@ bool makePipe(const QString& path);
 /// released after ten seconds. 0 where the system has no pipes.
 int callsHeldUpByPipe(const QString& path, const std::function<void()>& call);
 
+/// Gives the file at `path` a second name, by a symbolic link.
+bool linkTo(const QString& path, const QString& link);
+
 /// Makes a link to a device that never ends; false where the system has none.
 bool linkEndlessDevice(const QString& path);
+
+/// Lets writing fail at the system's limit of file sizes, which else ends the program.
+void letFileLimitsFail();
 
 /// Leaves the process `left` free file descriptors while it lives; `isActive` is false where the
 /// system cannot do that.
