@@ -216,13 +216,6 @@ the reason is the system's.
   8 jpg --bitmap: 1, left: 
   $ cmp large.png before.png
 
-A disk that loses one write: where the writer of SGI goes on, zeros stand there in a file of the right length.
-
-  $ strace -f -o trace -e inject=write:error=EIO:when=50 imageutils-workbench --headless large.png -o lost --format sgi > table
-  large.png: cannot be written: * (glob)
-  [1]
-  $ [ ! -e lost ] || ls -A lost
-
 Wrong command lines, with one line each:
 
   $ while read -r arguments; do
