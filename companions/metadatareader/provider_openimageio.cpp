@@ -12,7 +12,6 @@
 #include <QtCore/QtEndian>
 
 #include <libexif/exif-data.h>
-#include <libexif/exif-loader.h>
 #include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 
@@ -191,6 +190,7 @@ struct JpegHead
 
 /// The head of a JPEG file of the kinds that OpenImageIO reads. Nothing for damaged files, and for
 /// those with more metadata than any program writes: libjpeg takes quadratic time for the blocks.
+/// Comments are left out, because OpenImageIO takes them for Exif's ImageDescription.
 ///
 /// OpenImageIO gets this head in place of the file, because it decodes pictures in several scans
 /// while it opens them, in memory and time that the file chooses.
@@ -203,7 +203,7 @@ std::optional<JpegHead> jpegHead(QIODevice& file)
     while (const std::optional<JpegSegment> segment = nextSegment(file)) {
         const auto& [marker, bytes] = *segment;
         const bool isFrame = (marker >= 0xC0 && marker <= 0xC2) || marker == 0xC9 || marker == 0xCA;
-        const bool isMetadata = (marker >= 0xE0 && marker <= 0xEF) || marker == 0xFE;
+        const bool isMetadata = marker >= 0xE0 && marker <= 0xEF;
         if (isFrame && bytes.size() >= 9 && bytes[4] == 8) { // bits per sample
             head.height = qFromBigEndian<quint16>(bytes.constData() + 5);
             head.width = qFromBigEndian<quint16>(bytes.constData() + 7);
@@ -258,39 +258,42 @@ Description descriptionOfFile(const QFile& file, const std::string& utf8Path, st
 struct UnrefExif
 {
     void operator()(ExifData* data) const { exif_data_unref(data); }
-    void operator()(ExifLoader* loader) const { exif_loader_unref(loader); }
 };
 using ExifDataPointer = std::unique_ptr<ExifData, UnrefExif>;
 
-/// The Exif block of a JPEG file, which stands before its pixels.
-ExifDataPointer exifOfJpeg(QFile& file)
+ExifDataPointer exifOfBlock(const QByteArray& block)
 {
-    constexpr int mostBlocks = 256; // 1 MiB
-    const std::unique_ptr<ExifLoader, UnrefExif> loader(exif_loader_new());
-    for (int i = 0; i < mostBlocks; ++i) {
-        QByteArray block = file.read(4096);
-        if (block.isEmpty() ||
-            !exif_loader_write(loader.get(), reinterpret_cast<unsigned char*>(block.data()),
-                               unsigned(block.size())))
-            break;
-    }
-    return ExifDataPointer(exif_loader_get_data(loader.get()));
-}
-
-/// A TIFF file is an Exif block itself, of which libexif takes 64 KiB.
-ExifDataPointer exifOfTiff(QFile& file)
-{
-    const QByteArray block = QByteArray("Exif\0\0", 6) + file.read(65536);
     return ExifDataPointer(exif_data_new_from_data(
         reinterpret_cast<const unsigned char*>(block.constData()), unsigned(block.size())));
 }
 
+QByteArray exifMark() { return QByteArrayLiteral("Exif\0\0"); }
+
+/// The Exif block of a JPEG file, which stands before its pixels. libexif's own search for the
+/// block gives up at segments that it does not know.
+ExifDataPointer exifOfJpeg(QIODevice& file)
+{
+    constexpr int lengthOfMarker = 4;
+    while (const std::optional<JpegSegment> segment = nextSegment(file)) {
+        const QByteArray content = segment->bytes.mid(lengthOfMarker);
+        if (segment->marker == 0xE1 && content.startsWith(exifMark()))
+            return exifOfBlock(content);
+        if (segment->marker == 0xDA) // the first scan
+            break;
+    }
+    return {};
+}
+
+/// A TIFF file is an Exif block itself, of which libexif takes 64 KiB.
+ExifDataPointer exifOfTiff(QIODevice& file) { return exifOfBlock(exifMark() + file.read(65536)); }
+
 /// The Exif block of a file of the formats whose blocks can be read here; null for others.
 ExifDataPointer exifOf(QFile& file, const std::string& format)
 {
-    if ((format != "jpeg" && format != "tiff") || !file.seek(0))
+    const bool isJpeg = format == "jpeg";
+    if ((!isJpeg && format != "tiff") || !file.seek(isJpeg ? 2 : 0)) // behind the start of JPEG
         return {};
-    return format == "jpeg" ? exifOfJpeg(file) : exifOfTiff(file);
+    return isJpeg ? exifOfJpeg(file) : exifOfTiff(file);
 }
 
 /// Whether an altitude is one below the sea, which OpenImageIO 3.1 leaves out of TIFF files, is
@@ -395,7 +398,7 @@ std::optional<PictureFacts> readPictureFacts(const QString& path, QString& error
     PictureFacts facts{extensionsOf(format), spec.width, spec.height, valuesOf(spec)};
     if (const QString changed = dateTimeOf(exif.get()); !changed.isEmpty())
         facts.values.insert(QStringLiteral("DateTime"), changed);
-    // Without one of Exif it is the comment of a program.
+    // Without one of Exif it is the description of the XMP packet.
     if (format == "jpeg" && !hasDescription(exif.get()))
         facts.values.remove(QStringLiteral("ImageDescription"));
     // Width and height are those of the picture as HEIF's own properties turn it, which is what
