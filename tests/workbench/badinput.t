@@ -166,7 +166,7 @@ fewer than 17 megapixels.
   $ oiiotool --info sides/many.gif 2>&1 | grep -o '4200 x 4100\|does not exist'
   (4200 x 4100|does not exist) (re)
 
-A standard output that takes nothing, and one that takes a line, as `head` does:
+A standard output that takes nothing, one that takes a line, as `head` does, and one that nobody reads any more:
 
   $ imageutils-workbench --headless good.png -o lines > /dev/full
   imageutils-workbench: standard output: No space left on device
@@ -174,6 +174,7 @@ A standard output that takes nothing, and one that takes a line, as `head` does:
   $ imageutils-workbench --headless wide.png wide.png wide.png wide.png -o lines | head -n 1 > table
   $ ls -A lines | grep '^\.'
   [1]
+  $ exec 3> >(true); wait $!; imageutils-workbench --help >&3
 
 Folders that cannot be written:
 
