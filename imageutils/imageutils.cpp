@@ -164,6 +164,22 @@ QRect boundsOf(const QRect& rect, double rotation)
     return {bounds->x, bounds->y, bounds->width, bounds->height};
 }
 
+/// Gives the table of an empty cache its final size. Qt ends the program where such a table finds
+/// no memory to grow, because its functions are `noexcept`; a table that records leave stays as
+/// large.
+template<typename Record>
+bool growTable(QCache<QString, Record>& cache)
+{
+    constexpr int most = 127; // one record more would double the table again
+    const auto usual = cache.maxCost();
+    cache.setMaxCost(most);
+    for (int i = 0; i < 4 * most; ++i) // its halves fill by chance
+        cache.insert(QString::number(i), nullptr);
+    cache.setMaxCost(0);
+    cache.setMaxCost(usual);
+    return true;
+}
+
 } // namespace
 
 const float NImageUtils::HighConfidenceThreshold = 0.97f;
@@ -287,10 +303,12 @@ bool NImageUtils::imageCacheContains(const QString& path)
 
 void NImageUtils::imageCacheInsert(const QString& path, NSizeInfo* info)
 {
+    std::unique_ptr<NSizeInfo> owned(info);
     // A copy of the characters: those of `path` may be the caller's own (`QString::fromRawData`).
     const QString key(path.constData(), path.size());
     const QMutexLocker lock(&s_imageSizeMutex);
-    s_imageSizeCache.insert(key, info, 1);
+    [[maybe_unused]] static const bool isGrown = growTable(s_imageSizeCache);
+    s_imageSizeCache.insert(key, owned.release(), 1);
 }
 
 bool NImageUtils::isValidVariant(const QVariant& variant) { return variant.isValid(); }

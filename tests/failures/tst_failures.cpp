@@ -101,6 +101,8 @@ class FailuresTest : public QObject
 
 private Q_SLOTS:
     void initTestCase();
+    void sizesWhoseTableGrows_data();
+    void sizesWhoseTableGrows() { failEach(Kind::Allocation, {ENOMEM}); }
     void allocations_data() { addOperations(Kind::Allocation); }
     void allocations() { failEach(Kind::Allocation, {ENOMEM}); }
     void files_data() { addOperations(Kind::File); }
@@ -114,6 +116,10 @@ private:
     void addQtOperations();
     void addFileOperations();
     void failEach(Kind kind, const QList<int>& errors);
+    QString pathOf(int number) const
+    {
+        return m_folder.path() + QString("/.").repeated(number) + "/a.jpg";
+    }
     template<typename Call>
     void add(const QByteArray& name, bool mayThrow, const Call& call)
     {
@@ -137,6 +143,19 @@ void FailuresTest::initTestCase()
         QVERIFY(image.save(m_folder.filePath(name)));
     QGuiApplication::clipboard()->setImage(image);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+}
+
+// The table of a QCache takes memory for the first record, the 49th and the 65th, and ends the
+// program where it gets none.
+void FailuresTest::sizesWhoseTableGrows_data()
+{
+    QTest::addColumn<bool>("mayThrow");
+    QTest::addColumn<Operation>("operation");
+    for (int i = 0; i < 47; ++i)
+        NImageUtils::imageSize(pathOf(i));
+    add("imageSize", false, [this, first = pathOf(47), later = pathOf(48)] {
+        return QVariant(NImageUtils::imageSize(getpid() == m_parent ? first : later));
+    });
 }
 
 void FailuresTest::addOperations(Kind kind)
