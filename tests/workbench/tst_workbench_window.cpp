@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "facts.h"
 #include "monitorcolours.h"
 #include "photographfilter.h"
 #include "pictureitem.h"
@@ -141,6 +142,7 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
     void exportsWhatItShows();
     void showsWhatALossyFileHolds();
+    void factsAreInWords();
     void showsTransparencyInTheColoursOfTheMonitor();
     void showsTheThumbnailThatTheExportKept();
     void writesNothingAndRestsUntilAsked();
@@ -316,6 +318,37 @@ void WorkbenchWindowTest::showsWhatALossyFileHolds()
     const QImage exported = QImage(at("out/a.jpg"));
     QVERIFY(difference(shown.copy(inside), exported.copy(inside)) < 1);
     QVERIFY(difference(source.copy(inside), exported.copy(inside)) > 5);
+    m_window->photographs().settings()->setQuality(100);
+    QTRY_VERIFY_WITH_TIMEOUT(difference(m_window->window()->grabWindow().copy(place).copy(inside),
+                                        source.copy(inside)) < 2,
+                             patience);
+}
+
+void WorkbenchWindowTest::factsAreInWords()
+{
+    JobResult facts;
+    facts.size = QSize(600, 40);
+    facts.metadata = {{"Make", "Acme"},
+                      {"Model", "ACME  M"},
+                      {"ExposureTime", 0.004},
+                      {"FNumber", 0.7},
+                      {"ISO", 400},
+                      {"FocalLength", 35.5},
+                      {"GPSLatitude", -1.5},
+                      {"GPSLongitude", 11.25},
+                      {"DateTimeOriginal", "then"}};
+    facts.isGrey = true;
+    QCOMPARE(Facts::values(facts), QStringList({"600 × 40 pixels (0.02 megapixels)", "ACME M",
+                                                "1/250 s, f/0.7, ISO 400, 35.5 mm", "then",
+                                                "1.5° S, 11.25° E", "black and white"}));
+    facts.size = QSize(6000, 4000);
+    facts.isGrey = false;
+    facts.metadata = {{"Make", "A"}, {"Model", "M"}, {"ExposureTime", 0.3}, {"GPSLatitude", 0}};
+    QCOMPARE(Facts::values(facts),
+             QStringList({"6000 × 4000 pixels (24 megapixels)", "A M", "0.3 s"}));
+    QCOMPARE(Facts::sizesText(99'900, 1'000'000), "99.9 kB → 1 MB");
+    QCOMPARE(Facts::sizesText(100'000, -1), "0.1 MB");
+    QCOMPARE(Facts::sizesText(-1, 5), "");
 }
 
 /// The left half of the photograph is transparent, and shows the chequerboard.
