@@ -178,10 +178,12 @@ A standard output that takes nothing, one that takes a line, as `head` does, and
 
 Folders that cannot be written:
 
-  $ for folder in good.png/out /proc/out; do imageutils-workbench --headless good.png -o $folder > table || echo $?; done
+  $ for folder in good.png/out /proc/out /proc; do timeout 60 imageutils-workbench --headless good.png -o $folder > table || echo $?; done
   imageutils-workbench: cannot make the folder good.png/out: Not a directory
   2
   imageutils-workbench: cannot make the folder /proc/out: No such file or directory
+  2
+  imageutils-workbench: cannot write in /proc: (Permission denied|No such file or directory) (re)
   2
 
 A full disk, for writers that fail at once, in the middle, and with the last bytes only: nothing is left of the picture, and
