@@ -125,8 +125,11 @@ Result<QString> AtomicFile::publish(const QString& wantedPath)
     for (;;) {
         const QString path = freeName(wantedPath);
         const std::error_code error = linkTo(temporary, path);
-        if (!error)
-            return path; // the destructor removes the temporary name
+        if (!error) {
+            // Now, because Windows opens no file for others while one of its names is removed.
+            QFile::remove(temporary);
+            return path;
+        }
         if (isNameTaken(path))
             continue;                        // another program was faster
         if (!QFile::rename(temporary, path)) // a file system without second names

@@ -494,7 +494,7 @@ Refusal Job::publish(const Result<std::unique_ptr<AtomicFile>>& file, const Outp
 {
     if (!file)
         return file.failure();
-    const FolderLock lock(QFile::encodeName(QFileInfo(output.wantedPath).path()).constData());
+    const FolderLock lock(QFileInfo(output.wantedPath).filesystemPath());
     path = find(output).path;
     if (!path.isEmpty())
         return {};
