@@ -42,8 +42,9 @@ std::optional<QDir> folderToClear(const char* operation)
 {
     std::optional<QDir> folder = temporaryFolder();
     if (!folder) {
-        qWarning().nospace() << operation
-                             << ": not a temporary folder: " << qEnvironmentVariable("TMPDIR");
+        const QString path = QDir::tempPath(); // empty for one that Qt cannot resolve
+        qWarning().nospace() << operation << ": not a temporary folder: "
+                             << (path.isEmpty() ? qEnvironmentVariable("TMPDIR") : path);
     }
     return folder;
 }
