@@ -2,6 +2,7 @@
 #include <support/files.h>
 
 #include <QtCore/QDataStream>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QRegularExpression>
@@ -63,6 +64,17 @@ bool TestSupport::canBeNamed([[maybe_unused]] const QString& name)
     return !name.contains(QRegularExpression("[<>:\"|?*]"));
 #else
     return true;
+#endif
+}
+
+void TestSupport::setTemporaryFolder(const QString& path)
+{
+#if defined(Q_OS_WIN)
+    const QString absolute = QFileInfo(path).absoluteFilePath(); // with a drive
+    qputenv("TMPDIR", absolute.toLocal8Bit());
+    qputenv("TMP", QDir::toNativeSeparators(absolute).toLocal8Bit());
+#else
+    qputenv("TMPDIR", path.toUtf8());
 #endif
 }
 

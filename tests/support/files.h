@@ -22,6 +22,9 @@ QByteArray lyingTiff();
 /// Whether the system takes `name` for a file.
 bool canBeNamed(const QString& name);
 
+/// Makes `path` the folder that QDir::tempPath() gives, and the value of TMPDIR.
+void setTemporaryFolder(const QString& path);
+
 /// Makes a named pipe; false where the system has none.
 bool makePipe(const QString& path);
 

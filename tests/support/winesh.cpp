@@ -1,27 +1,44 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // sh.exe of the tests under wine: runs the system's shell with the same arguments. Wine starts
-// programs of the system but does not tell when they end, so the shell writes its exit status into
-// a file of the test's temporary folder.
+// programs of the system, but does not tell when they end and gives them no pipe for their output.
+// So the shell writes its output, its process and its exit status into files of the prefix.
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <cwchar>
 #include <string>
+
+#include <fcntl.h>
+#include <io.h>
 
 namespace {
 
 void replace(std::wstring& text, const wchar_t* from, const std::wstring& to)
 {
     for (std::size_t at = 0; (at = text.find(from, at)) != std::wstring::npos; at += to.size())
-        text.replace(at, 3, to);
+        text.replace(at, std::wcslen(from), to);
 }
 
-/// `argument` in double quotes, as wine takes it apart again, with the system's names of files.
-std::wstring quoted(std::wstring argument)
+std::wstring prefix()
 {
-    const wchar_t* const prefix = _wgetenv(L"WINEPREFIX");
-    replace(argument, L"Z:/", L"/");
-    replace(argument, L"C:/", std::wstring(prefix ? prefix : L"") + L"/drive_c/");
+    const wchar_t* const folder = _wgetenv(L"WINEPREFIX");
+    return folder ? folder : L"";
+}
+
+/// `text` with the system's names of files.
+std::wstring forSystem(std::wstring text)
+{
+    replace(text, L"Z:/", L"/");
+    replace(text, L"C:/", prefix() + L"/drive_c/");
+    replace(text, L"//server/", prefix() + L"/dosdevices/unc/server/");
+    return text;
+}
+
+/// `argument` in double quotes, as wine takes it apart again.
+std::wstring quoted(const std::wstring& argument)
+{
     std::wstring result = L"\"";
     std::size_t backslashes = 0;
     for (const wchar_t character : argument) {
@@ -33,41 +50,45 @@ std::wstring quoted(std::wstring argument)
     return result.append(backslashes, L'\\') + L"\" ";
 }
 
-int statusIn(const std::wstring& file)
+/// What the file holds, which is removed; empty when there is none.
+std::string taken(const std::wstring& file)
 {
-    for (;; Sleep(2)) {
-        std::FILE* const opened = _wfopen(file.c_str(), L"r");
-        if (!opened)
-            continue;
-        int status = 255;
-        std::fscanf(opened, "%d", &status);
+    std::string bytes;
+    if (std::FILE* const opened = _wfopen(file.c_str(), L"rb")) {
+        for (int byte; (byte = std::fgetc(opened)) != EOF;)
+            bytes += char(byte);
         std::fclose(opened);
         DeleteFileW(file.c_str());
-        return status;
     }
+    return bytes;
 }
 
 } // namespace
 
 int wmain(int argc, wchar_t** argv)
 {
-    wchar_t folder[MAX_PATH] = L"";
-    GetTempPathW(MAX_PATH, folder); // "Z:\tmp\…\"
-    const std::wstring file = folder + (L"status-" + std::to_wstring(GetCurrentProcessId()));
-    std::wstring unixFile = file.substr(2);
-    for (wchar_t& character : unixFile)
-        if (character == L'\\')
-            character = L'/';
+    const std::wstring file = prefix() + L"/shell-" + std::to_wstring(GetCurrentProcessId());
+    for (const wchar_t* const name : {L"TMPDIR", L"ANSWER"})
+        if (const wchar_t* const value = _wgetenv(name))
+            SetEnvironmentVariableW(name, forSystem(value).c_str());
+    // LAST is a process of wine's, and its shell another one of the system.
     std::wstring line =
-        L"/bin/sh -c \"f=$1; shift; sh \\\"$@\\\"; echo $? >$f.new; mv $f.new $f\" sh " +
-        quoted(unixFile);
+        L"/bin/sh -c \"f=$1; shift; echo $$ >$f.process; LAST=$(cat ${f%-*}-$LAST.process 2>&-); "
+        L"export LAST; sh \\\"$@\\\" >$f.output; echo $? >$f.new; mv $f.new $f.status\" sh " +
+        quoted(file);
     for (int i = 1; i < argc; ++i)
-        line += quoted(argv[i]);
+        line += quoted(forSystem(argv[i]));
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION process = {};
     if (!CreateProcessW(L"Z:\\bin\\sh", line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                         &start, &process))
         return 127;
-    return statusIn(file);
+    std::string status;
+    while ((status = taken(L"Z:" + file + L".status")).empty())
+        Sleep(2);
+    const std::string output = taken(L"Z:" + file + L".output");
+    _setmode(_fileno(stdout), _O_BINARY);
+    std::fwrite(output.data(), 1, output.size(), stdout);
+    return std::atoi(status.c_str());
 }
