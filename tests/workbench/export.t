@@ -445,5 +445,8 @@ The machine, in words and as JSON, without a window or a photograph.
   $ imageutils-workbench --headless --machine --json > line
   $ /usr/bin/python3 -c 'import json
   > facts = json.load(open("line"))
-  > print(0 < facts["availableGiB"] <= facts["memoryGiB"], facts["processor"] == open("words").readlines()[1].strip()[12:])'
+  > words = open("words").readlines()
+  > print(0 < facts["availableGiB"] <= facts["memoryGiB"], facts["processor"] == words[1].strip()[12:])
+  > print(len([line for line in words if line.startswith("graphics ")]) == max(1, len(facts["graphics"])))'
   True True
+  True

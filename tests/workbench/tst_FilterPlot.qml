@@ -22,4 +22,12 @@ ComponentTest {
         plot.b = 1;
         tryVerify(() => !grabImage(plot).equals(before));
     }
+
+    function test_weightsOfNeighboursAddUpToOne(): void {
+        for (const [b, c] of [[0, 0], [1, 0], [0, 0.5]])
+            for (const at of [0, 0.25, 0.9])
+                fuzzyCompare([-2, -1, 0, 1, 2, 3].reduce((sum, x) => sum + Library.filterWeight(b, c, x - at), 0), 1, 1e-9);
+        fuzzyCompare(Library.filterWeight(1, 0, 0), 2 / 3, 1e-9);
+        fuzzyCompare(Library.filterWeight(0, 0.5, 1.5), -1 / 16, 1e-9);
+    }
 }
