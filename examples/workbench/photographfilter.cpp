@@ -32,11 +32,23 @@ void PhotographFilter::setPhotographs(WorkbenchModel* photographs)
     setSourceModel(photographs);
 }
 
+/// Filters the rows again after `assign` has changed what they are compared with.
+void PhotographFilter::changeFilter(const std::function<void()>& assign)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 10, 0)
+    beginFilterChange();
+    assign();
+    endFilterChange(Direction::Rows);
+#else
+    assign();
+    invalidateFilter();
+#endif
+    Q_EMIT changed();
+}
+
 void PhotographFilter::setText(const QString& text)
 {
-    m_text = text;
-    invalidateFilter();
-    Q_EMIT changed();
+    changeFilter([&] { m_text = text; });
 }
 
 /// In the order in which they were added the rows are those of the model, which costs no sorting.
@@ -50,9 +62,7 @@ void PhotographFilter::setOrder(int order)
 
 void PhotographFilter::setState(int state)
 {
-    m_state = state;
-    invalidateFilter();
-    Q_EMIT changed();
+    changeFilter([&] { m_state = state; });
 }
 
 bool PhotographFilter::filterAcceptsRow(int row, const QModelIndex& parent) const

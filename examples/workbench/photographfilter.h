@@ -6,6 +6,8 @@
 #include <QtCore/QSortFilterProxyModel>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
+
 /// The photographs that the list shows, in the order in which it shows them.
 class PhotographFilter : public QSortFilterProxyModel
 {
@@ -47,6 +49,8 @@ protected:
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
 private:
+    void changeFilter(const std::function<void()>& assign);
+
     WorkbenchModel* m_photographs = nullptr;
     QString m_text;
     int m_order = Added;
