@@ -332,7 +332,7 @@ void WindowLookTest::largePhotographsFreezeNothing()
         const QRect place(middleOf("divider") + QPoint(20, -150), QSize(250, 300));
         return m_window->window()->grabWindow().copy(place);
     };
-    QList<double> shares; // that drafts take of the time until the exact picture
+    QList<qint64> times; // until a draft is seen; printed only, because they depend on the load
     const auto change = [&](const std::function<void()>& what, double tolerance) {
         QCoreApplication::processEvents();
         QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
@@ -342,11 +342,10 @@ void WindowLookTest::largePhotographsFreezeNothing()
         what();
         while (!after()->isDraft())
             QVERIFY(shown.wait(patience));
-        const auto draftTime = double(clock.elapsed());
+        times.append(clock.elapsed());
         const QImage draft = seen();
         QTRY_VERIFY_WITH_TIMEOUT(isShown(), patience);
         QVERIFY(!after()->isDraft());
-        shares.append(draftTime / double(clock.elapsed()));
         QVERIFY2(difference(draft, seen()) < tolerance,
                  qPrintable(QString::number(difference(draft, seen()))));
     };
@@ -361,8 +360,9 @@ void WindowLookTest::largePhotographsFreezeNothing()
     settings->setPercent(90);
     QTRY_VERIFY_WITH_TIMEOUT(width() > size.height() * 0.8, patience);
     change([&] { settings->setFilterB(0.1); }, 0.5); // the exact pixels of the visible region
-    std::sort(shares.begin(), shares.end());
-    qWarning() << "18 megapixels: drafts of the settings take of the whole time" << shares;
+    std::sort(times.begin(), times.end());
+    qWarning() << "18 megapixels: a change of the settings shows after ms"
+               << times[times.size() / 2] << "at most" << times.last();
 
     QTest::qWait(300);
     const Pauses pauses(m_window->window());
