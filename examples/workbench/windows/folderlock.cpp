@@ -8,7 +8,7 @@
 namespace {
 
 /// A name that only this folder has, by whichever path it is reached; empty when it cannot be
-/// opened. A folder that is opened for one program alone could not be listed by any other.
+/// opened.
 std::wstring nameOf(const std::filesystem::path& folder)
 {
     const HANDLE opened = CreateFileW(folder.c_str(), FILE_READ_ATTRIBUTES,
@@ -25,7 +25,8 @@ std::wstring nameOf(const std::filesystem::path& folder)
            std::to_wstring(file.nFileIndexHigh) + L'-' + std::to_wstring(file.nFileIndexLow);
 }
 
-/// The mutex `name`, held by this thread; null when there is none within five seconds.
+/// The mutex `name`, held by this thread; null when there is none within five seconds. A mutex,
+/// because a folder that is opened exclusively could not be listed by any other program.
 HANDLE lockedMutex(const std::wstring& name)
 {
     const HANDLE mutex = name.empty() ? nullptr : CreateMutexW(nullptr, FALSE, name.c_str());
